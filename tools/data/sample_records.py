@@ -1,0 +1,73 @@
+"""The sixty sample recordings.
+
+Each row: sound, author key, place, metres east and metres north of the place's anchor, age.
+An age is a number and a unit: m minutes, h hours, d days.
+"""
+
+RECORDS = (
+    # Around the user's corner
+    ("tram_bell", "mara", "Flinders and Swanston Streets", 2, -9, "2m"),
+    ("pedestrian_crossing", "kenji", "Flinders and Swanston Streets", -14, 6, "41m"),
+    ("footsteps_arcade", "gus", "Flinders Street Station", -46, 38, "3h"),
+    ("station_announcement", "tomasz", "Flinders Street Station", -22, -12, "17m"),
+    ("ticket_gates", "tomasz", "Flinders Street Station", 9, 24, "6h"),
+    ("train_arriving", "tomasz", "Flinders Street Station", -118, -34, "2d"),
+    ("busker_guitar", "imani", "Flinders Street Station", 31, 52, "26h"),
+    ("church_bells", "mara", "St Paul's Cathedral", 4, 3, "7h"),
+    ("hall_organ", "gus", "St Paul's Cathedral", 28, 17, "12d"),
+    ("busker_guitar", "mateo", "Federation Square", -18, 12, "5h"),
+    ("street_piano", "gus", "Federation Square", 44, -21, "3d"),
+    ("bicycle_bell", "mateo", "Princes Bridge", -6, 14, "54m"),
+    ("rowing_eight", "leila", "Princes Bridge", 38, -41, "31h"),
+    ("espresso_machine", "linh", "Degraves Street", 3, -18, "22m"),
+    ("espresso_machine", "kenji", "Degraves Street", -9, 31, "4d"),
+    ("rain_tin_roof", "mateo", "Hosier Lane", 7, -25, "9d"),
+    ("hall_organ", "gus", "Melbourne Town Hall", 12, 8, "27d"),
+    ("tram_bell", "linh", "Collins and Swanston Streets", -11, -5, "8h"),
+    ("footsteps_arcade", "kenji", "Block Arcade", -8, 14, "19d"),
+    ("church_bells", "birgit", "Collins and Swanston Streets", 182, 61, "35d"),
+    ("footsteps_arcade", "mara", "Royal Arcade", 5, -22, "48d"),
+    ("street_piano", "imani", "Bourke Street Mall", -34, 4, "13h"),
+    ("pedestrian_crossing", "mara", "Lonsdale and Russell Streets", 8, -7, "6d"),
+    # Along the river
+    ("rowing_eight", "birgit", "Southbank Promenade", -65, 37, "11d"),
+    ("fountain", "leila", "Southbank Promenade", 58, -44, "4h"),
+    ("bicycle_bell", "kenji", "Birrarung Marr", 47, -52, "2d"),
+    ("church_bells", "leila", "Birrarung Marr", -71, -38, "62d"),
+    ("bicycle_bell", "mateo", "Exhibition Centre", -92, 71, "15d"),
+    ("rain_tin_roof", "linh", "Exhibition Centre", 64, 33, "20h"),
+    ("footsteps_gravel", "tomasz", "Exhibition Centre", 117, 96, "74d"),
+    # Gardens
+    ("garden_birds", "priya", "Treasury Gardens", 21, -30, "36m"),
+    ("footsteps_gravel", "leila", "Treasury Gardens", -48, 12, "10h"),
+    ("fountain", "birgit", "Treasury Gardens", 66, 41, "21d"),
+    ("garden_birds", "imani", "Fitzroy Gardens", -35, 84, "5d"),
+    ("garden_birds", "gus", "Flagstaff Gardens", -27, 43, "39d"),
+    ("thunder", "kenji", "Flagstaff Gardens", 52, -18, "16d"),
+    ("footsteps_gravel", "linh", "Flagstaff Gardens", 14, 9, "29h"),
+    ("garden_birds", "priya", "Royal Botanic Gardens", -74, 108, "9h"),
+    ("crickets_dusk", "birgit", "Royal Botanic Gardens", 132, -57, "15h"),
+    ("fountain", "priya", "Royal Botanic Gardens", 18, -146, "55d"),
+    ("thunder", "priya", "Royal Botanic Gardens", -161, -88, "88d"),
+    ("fountain", "leila", "Royal Exhibition Building", 3, -96, "2d"),
+    ("hall_organ", "imani", "Royal Exhibition Building", -24, 15, "101d"),
+    ("footsteps_gravel", "gus", "Carlton Gardens", 39, 58, "7d"),
+    # Sport
+    ("stadium_roar", "imani", "Etihad Stadium", -41, 27, "22h"),
+    ("football_siren", "tomasz", "Etihad Stadium", 53, -62, "8d"),
+    ("stadium_roar", "linh", "Yarra Park", -128, -74, "3d"),
+    ("cricket_bat", "priya", "Yarra Park", 84, 46, "18d"),
+    ("football_siren", "mara", "Yarra Park", -36, -151, "117d"),
+    ("tennis_rally", "linh", "Rod Laver Arena", -29, 18, "14d"),
+    ("tennis_rally", "kenji", "Rod Laver Arena", 77, -66, "131d"),
+    # Further out
+    ("train_arriving", "tomasz", "Southern Cross Station", -12, 74, "30d"),
+    ("market_trader", "imani", "Queen Victoria Market", -38, -26, "25h"),
+    ("ticket_gates", "mara", "Southern Cross Station", 61, -19, "66d"),
+    ("market_trader", "linh", "South Melbourne Market", 16, 12, "44d"),
+    ("espresso_machine", "gus", "Lygon Street", -5, 47, "80d"),
+    ("street_piano", "mateo", "Brunswick Street", 8, -33, "95d"),
+    ("cricket_bat", "leila", "Albert Park Lake", 154, 63, "23d"),
+    ("crickets_dusk", "priya", "Yarra Bend Park", -87, 142, "150d"),
+    ("thunder", "birgit", "St Kilda Pier", -24, -58, "139d"),
+)
