@@ -1,0 +1,73 @@
+# One folder is one target: its sources and headers are all the .cpp and .h files in it.
+#
+#   oruvane_module(NAME LINK library...)          a static library named after its folder
+#   oruvane_tests(NAME LINK library...)           a test program that ctest runs test by test
+#
+# Includes are written from the root of the repository, so an include line shows the edge that
+# cmake/include_edges.txt allows or forbids.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_LINK_WHAT_YOU_USE OFF)
+
+add_library(oruvane_options INTERFACE)
+target_include_directories(oruvane_options INTERFACE "${PROJECT_SOURCE_DIR}")
+target_compile_options(oruvane_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror -Winvalid-pch)
+target_compile_definitions(oruvane_options INTERFACE QT_NO_KEYWORDS QT_NO_FOREACH QT_NO_CAST_FROM_BYTEARRAY)
+target_link_libraries(oruvane_options INTERFACE Threads::Threads)
+if(ORUVANE_SANITIZE)
+    target_compile_options(oruvane_options INTERFACE "-fsanitize=${ORUVANE_SANITIZE}" -fno-sanitize-recover=all)
+    target_link_options(oruvane_options INTERFACE "-fsanitize=${ORUVANE_SANITIZE}")
+endif()
+
+# The headers that nearly every file of a kind reads, compiled once for all of them.
+set(ORUVANE_PRECOMPILED
+    <algorithm> <cmath> <functional> <memory> <optional> <string> <unordered_map> <utility> <variant> <vector>
+    <QDateTime> <QHash> <QString> <QUrl>)
+
+function(oruvane_module name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINK;PRIVATE_LINK")
+    file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+    file(GLOB headers CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.h")
+    list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+    if(NOT sources) # a folder of headers only
+        add_library(${name} INTERFACE)
+        target_include_directories(${name} INTERFACE "${PROJECT_SOURCE_DIR}")
+        target_link_libraries(${name} INTERFACE oruvane_options Qt6::Core ${arg_LINK})
+        return()
+    endif()
+    add_library(${name} STATIC ${sources})
+    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}" FILES ${headers})
+    set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+    target_link_libraries(${name} PUBLIC oruvane_options Qt6::Core ${arg_LINK} PRIVATE ${arg_PRIVATE_LINK})
+    if(name STREQUAL "platform_foundation")
+        target_precompile_headers(${name} PRIVATE ${ORUVANE_PRECOMPILED})
+    else()
+        target_precompile_headers(${name} REUSE_FROM platform_foundation)
+    endif()
+endfunction()
+
+function(oruvane_tests name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINK")
+    file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
+    if(NOT sources)
+        return()
+    endif()
+    add_executable(${name} ${sources})
+    target_link_libraries(${name} PRIVATE ${arg_LINK} tests_support GTest::gmock)
+    target_precompile_headers(${name} REUSE_FROM tests_precompiled)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;LC_ALL=C.UTF-8")
+endfunction()
+
+# Links libraries whole into a program: a class registration or load hook in them is referred to by
+# nobody, and a plain static link would drop it.
+function(oruvane_link_whole target)
+    foreach(library ${ARGN})
+        target_link_libraries(${target} PRIVATE "$<LINK_LIBRARY:WHOLE_ARCHIVE,${library}>")
+    endforeach()
+endfunction()

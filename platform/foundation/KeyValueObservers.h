@@ -1,0 +1,32 @@
+// The observers of one object, by key.
+//
+// Observers may be added, removed or destroyed while a change is being told: one that is removed
+// hears nothing more, one that is added hears of the next change.
+#pragma once
+
+#include "platform/foundation/NSObject.h"
+
+#include <vector>
+
+struct KeyValueObservation {
+    std::weak_ptr<NSObject> observer;
+    const NSObject* identity = nullptr; // outlives the weak reference: a destructor removes itself by it
+    NSString keyPath;
+    const void* context = nullptr;
+};
+
+class KeyValueObservers {
+public:
+    void add(KeyValueObservation);
+    // Answers whether there was such a registration.
+    bool remove(const NSObject& observer, const NSString& keyPath, const void* context);
+    void notify(NSObject& object, const NSString& key);
+
+private:
+    struct Entry {
+        KeyValueObservation observation;
+        unsigned serial;
+    };
+    std::vector<Entry> m_entries;
+    unsigned m_nextSerial = 0;
+};

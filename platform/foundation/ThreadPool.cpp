@@ -1,0 +1,51 @@
+#include "platform/foundation/ThreadPool.h"
+
+#include <algorithm>
+#include <utility>
+
+ThreadPool::ThreadPool(unsigned threadCount)
+    : m_threadCount(std::max(threadCount, 1u))
+{
+}
+
+ThreadPool::~ThreadPool()
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        m_stopping = true;
+        m_work.clear();
+    }
+    m_available.notify_all();
+    for (std::thread& thread : m_threads)
+        thread.join();
+}
+
+void ThreadPool::async(std::function<void()> work)
+{
+    {
+        const std::lock_guard lock(m_mutex);
+        if (m_stopping)
+            return;
+        m_work.push_back(std::move(work));
+        if (m_threads.size() < m_threadCount)
+            m_threads.emplace_back([this] { runWorker(); });
+    }
+    m_available.notify_one();
+}
+
+void ThreadPool::runWorker()
+{
+    std::unique_lock lock(m_mutex);
+    while (true) {
+        m_available.wait(lock, [this] { return m_stopping || !m_work.empty(); });
+        if (m_stopping)
+            return;
+        const auto work = std::move(m_work.front());
+        m_work.pop_front();
+        lock.unlock();
+        work();
+        lock.lock();
+    }
+}
+
+unsigned ThreadPool::defaultThreadCount() { return std::max(std::thread::hardware_concurrency(), 2u); }
