@@ -30,4 +30,4 @@ public:
 };
 
 #define REGISTER_CLASS(Name)                                                                                 \
-    static const ClassRegistry::Class registered##Name { #Name, [] { return make<Name>(); } }
+    static const auto registered##Name = ClassRegistry::Class(#Name, [] { return make<Name>(); })

@@ -3,8 +3,9 @@
 #include "platform/foundation/KeyValueObservers.h"
 #include "platform/foundation/NSAssertionHandler.h"
 
-#include <cstdlib>
 #include <cxxabi.h>
+
+#include <cstdlib>
 #include <typeinfo>
 
 namespace {
@@ -47,8 +48,8 @@ void NSObject::removeObserver(const NSObject& observer, const NSString& keyPath,
 
 void NSObject::observeValueForKeyPath(const NSString& keyPath, NSObject&, const void*)
 {
-    NSCAssert(false, "NSObject",
-        QStringLiteral("A change of \"%1\" was received but not handled.").arg(keyPath));
+    NSCAssert(
+        false, "NSObject", QStringLiteral("A change of \"%1\" was received but not handled.").arg(keyPath));
 }
 
 void NSObject::willChangeValueForKey(const NSString&)

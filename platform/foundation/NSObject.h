@@ -21,7 +21,10 @@ public:
     NSObject& operator=(const NSObject&) = delete;
 
     NSString className() const;
-    template <typename Class> bool isKindOfClass() const { return dynamic_cast<const Class*>(this) != nullptr; }
+    template <typename Class> bool isKindOfClass() const
+    {
+        return dynamic_cast<const Class*>(this) != nullptr;
+    }
     // Exact class comparison: an instance of a subclass is no member.
     template <typename Class> bool isMemberOfClass() const { return typeid(*this) == typeid(Class); }
 

@@ -21,7 +21,8 @@ public:
 
     bool isEmpty() const
     {
-        return std::none_of(m_listeners.begin(), m_listeners.end(), [](const auto& held) { return !held.expired(); });
+        return std::none_of(
+            m_listeners.begin(), m_listeners.end(), [](const auto& held) { return !held.expired(); });
     }
 
     template <typename Message> void tell(Message message)
