@@ -1,0 +1,71 @@
+// A text laid out once: broken into lines, measured, ready to be drawn.
+//
+// Sizes are exact, not rounded; whoever places a layout rounds up to whole pixels. Directions follow the
+// text itself: natural alignment starts a right-to-left paragraph at the right edge. A layout never
+// changes; it belongs to the thread that made it.
+#pragma once
+
+#include "platform/graphics/UIColor.h"
+#include "platform/graphics/UIFont.h"
+
+#include <QTextLayout>
+
+#include <limits>
+#include <memory>
+
+class CGContext;
+
+enum class NSTextAlignment { Left = 0, Center = 1, Right = 2, Natural = 4 };
+enum class NSLineBreakMode { ByWordWrapping = 0, ByClipping = 2, ByTruncatingTail = 4 };
+
+struct TextStyle {
+    std::shared_ptr<UIFont> font; // null: the system font in the labels' size
+    NSTextAlignment alignment = NSTextAlignment::Natural;
+    // What happens to a text that does not fit. The modes differ in the last line only; the lines before
+    // it, where more than one is allowed, always break between words.
+    NSLineBreakMode lineBreakMode = NSLineBreakMode::ByTruncatingTail;
+    int maximumLines = 1; // 0: as many as the text needs
+};
+
+class TextLayout {
+public:
+    static constexpr CGFloat unlimited = std::numeric_limits<CGFloat>::infinity();
+
+    // Lines are broken, truncated and aligned within the width. Without a limit they are aligned within
+    // the widest of them.
+    TextLayout(const NSString& text, const TextStyle& style, CGFloat width = unlimited);
+    ~TextLayout();
+    TextLayout(TextLayout&&) noexcept;
+    TextLayout& operator=(TextLayout&&) noexcept;
+
+    // The widest line and all line heights. A text without characters measures 0 × 0.
+    CGSize size() const { return m_size; }
+    int lineCount() const { return static_cast<int>(m_lines.size()); }
+    // Whether an ellipsis stands for a part of the text.
+    bool isTruncated() const { return m_truncated; }
+    // From the top of the first line.
+    CGFloat firstBaseline() const;
+    CGFloat lastBaseline() const;
+
+    // Draws with the layout's top left corner at the point. The lines lie within the width given to the
+    // constructor.
+    void draw(CGContext&, const CGPoint& origin, const UIColor& color) const;
+    void draw(CGContext&, const CGPoint& origin, const QColor& color) const;
+
+private:
+    struct Line {
+        std::unique_ptr<QTextLayout> layout; // of this line alone
+        CGFloat x = 0;
+        CGFloat width = 0;
+        bool rightToLeft = false;
+    };
+
+    void breakLines(const NSString& paragraph, const TextStyle&, CGFloat width);
+    void appendLine(const NSString& text, Qt::LayoutDirection);
+    void align(NSTextAlignment, CGFloat width);
+
+    std::shared_ptr<UIFont> m_font;
+    std::vector<Line> m_lines;
+    CGSize m_size;
+    bool m_truncated = false;
+};
