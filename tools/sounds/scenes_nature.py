@@ -33,7 +33,7 @@ def garden_birds(chance):
 def footsteps_gravel(chance):
     """Somebody walks a gravel path, stops, shifts the weight and walks on."""
     length = 7.5
-    track = 0.010 * leaves(length, chance) + 0.006 * city_hum(length, chance)
+    track = 0.016 * leaves(length, chance) + 0.010 * city_hum(length, chance)
     moments = [0.3 + 0.55 * step for step in range(7)] + [4.75 + 0.53 * step for step in range(5)]
     for step, moment in enumerate(moments):
         pitch = 1.0 if step % 2 else 0.86
@@ -44,7 +44,7 @@ def footsteps_gravel(chance):
     add(track, crunch(0.5, chance, 40, 1800, 6500), 4.15, 0.14)
     for moment in (1.7, 4.3, 4.55, 6.6):
         add(track, whistle(3900, 3100, 0.09), moment, 0.02)
-    return softened(track, 2.0)
+    return softened(filtered(track, None, 6500), 3.0)
 
 
 def rain_tin_roof(chance):
@@ -90,13 +90,13 @@ def fountain(chance):
     length = 8.5
     flow = 0.75 + 0.25 * wander(length, chance, 1.2)
     sheet = band_noise(length, chance, 700, 7500, 1) * flow
-    drops = levelled(bubbles(length, chance, 420, 450, 3600))
+    drops = levelled(bubbles(length, chance, 260, 450, 3600))
     deep = levelled(bubbles(length, chance, 60, 220, 620))
-    track = 0.30 * sheet + 0.55 * drops + 0.35 * deep + 0.03 * city_hum(length, chance)
+    track = 0.17 * sheet + 0.62 * drops + 0.42 * deep + 0.02 * city_hum(length, chance)
     for start in (1.6, 5.2):
         for offset, long, pitch in ((0, 0.22, 405), (0.30, 0.48, 455), (0.86, 0.24, 400)):
             coo_pitch = pitch * (1 + 0.10 * hump(long)) * (1 + 0.012 * np.sin(2 * np.pi * 24 * times(long)))
-            add(track, harmonics(coo_pitch, long, (1, 0.22, 0.06)) * hump(long, 0.7), start + offset, 0.9)
+            add(track, harmonics(coo_pitch, long, (1, 0.22, 0.06)) * hump(long, 0.7), start + offset, 1.5)
     return track
 
 
@@ -112,7 +112,7 @@ def crickets_dusk(chance):
                 add(track, pulse, moment + 0.036 * count, level * (0.65 + 0.12 * count))
             moment += period * chance.uniform(0.96, 1.05)
     trill = sine(5650 + 30 * wander(length, chance, 2), length) * np.maximum(0, sine(54, length)) ** 2
-    track += 0.06 * trill * wander(length, chance, 0.5)
+    track += 0.04 * trill * wander(length, chance, 0.5)
     for moment, pitch, level in ((1.15, 462, 0.6), (1.85, 438, 0.36), (3.3, 462, 0.62), (4.15, 436, 0.33), (5.7, 465, 0.6),
                                  (6.25, 440, 0.3), (7.75, 458, 0.55)):
         plonk = harmonics(pitch * (1 + 0.04 * decay(0.3, 0.03)), 0.3, (1, 0.55, 0.5, 0.2, 0.12)) * decay(0.3, 0.055)

@@ -27,19 +27,19 @@ def stadium_roar(chance):
 
 def football_siren(chance):
     """The siren ends the match: one long blast round the ground, the crowd breaking loose under it."""
-    length = 8.0
-    track = 0.07 * murmur(length, chance, 22)
+    length = 7.5
+    track = 0.05 * murmur(length, chance, 22)
     blast = silence(3.3)
     for pitch, level in ((311.1, 1.0), (392.0, 0.9), (466.2, 0.7), (314.6, 0.6)):
         wind_up = pitch * curve(3.3, ((0, 0.80), (0.16, 1.0), (2.95, 1.0), (3.3, 0.86)))
         levels = [1 / number ** 0.75 for number in range(1, 11)]
         blast += level * harmonics(wind_up, 3.3, levels)
     blast = softened(filtered(blast, 260, 3800), 2.0) * curve(3.3, ((0, 0), (0.09, 1), (3.0, 1), (3.3, 0)))
-    add(track, blast, 0.9, 0.42)
-    track = echoed(track, ((0.24, 0.35), (0.41, 0.25), (0.66, 0.14)))
-    surge = curve(length, ((0, 0), (1.4, 0), (3.2, 0.9), (5, 1), (8, 0.5)))
-    track += 0.13 * surge * band_noise(length, chance, 350, 2200)
-    add(track, cheer(6.0, chance, 50, 160, 460), 1.9, 0.15)
+    add(track, blast, 0.35, 0.55)
+    track = echoed(track, ((0.24, 0.30), (0.41, 0.2), (0.66, 0.14), (0.93, 0.08)))
+    surge = curve(length, ((0, 0), (2.6, 0), (3.9, 1), (5.2, 0.6), (7.5, 0.12)))
+    track += 0.06 * surge * band_noise(length, chance, 350, 2200)
+    add(track, cheer(3.6, chance, 50, 160, 460), 2.6, 0.12)
     return track + 0.20 * applause(length, chance, 50, surge)
 
 

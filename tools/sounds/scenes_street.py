@@ -31,14 +31,14 @@ def tram_bell(chance):
 def pedestrian_crossing(chance):
     """The crossing's slow tock, the falling swoop at green, then quick ticks while feet cross."""
     length = 9.0
-    track = 0.05 * city_hum(length, chance)
+    track = 0.022 * city_hum(length, chance)
     engine = harmonics(27 + 2 * wander(length, chance, 0.8), length, (1, 0.8, 0.6, 0.7, 0.4, 0.3, 0.2, 0.2))
-    track += 0.025 * engine * (0.6 + 0.4 * wander(length, chance, 2))
+    track += 0.014 * engine * (0.6 + 0.4 * wander(length, chance, 2))
     tock = struck(((980, 0.012, 1), (1960, 0.007, 0.5), (2930, 0.005, 0.35), (420, 0.010, 0.5)), 0.09, chance)
     for moment in (0.35, 1.35, 2.35, 3.35):
         add(track, tock, moment, 0.55)
     swoop = harmonics(glide(3300, 480, 0.19), 0.19, (1, 0.35, 0.2)) * decay(0.19, 0.16)
-    add(track, faded(swoop, 0.003, 0.03), 3.85, 0.5)
+    add(track, faded(swoop, 0.003, 0.03), 3.85, 0.3)
     for count in range(38):
         add(track, tock, 4.05 + 0.118 * count, 0.5)
     for walker in range(5):
@@ -71,8 +71,8 @@ def bicycle_bell(chance):
     """A bicycle on the river path: ring-ring, the freewheel's ticking going by, tyres on asphalt."""
     length = 6.5
     near = np.exp(-((times(length) - 3.1) / 1.05) ** 2)
-    track = 0.04 * city_hum(length, chance) + 0.012 * leaves(length, chance)
-    track += 0.07 * near * band_noise(length, chance, 700, 4500)
+    track = 0.014 * city_hum(length, chance) + 0.012 * leaves(length, chance)
+    track += 0.028 * near * band_noise(length, chance, 900, 4500)
     ring = silence(1.9)
     for count in range(11):
         add(ring, bell(2310 if count % 2 else 2284, 0.8, chance, GONG), 0.047 * count, 0.6 + 0.4 * chance.random())
@@ -81,7 +81,7 @@ def bicycle_bell(chance):
     tick = struck(((3100, 0.003, 1), (4700, 0.002, 0.7), (1800, 0.003, 0.6)), 0.03, chance)
     moment = 1.9
     while moment < 5.6:
-        add(track, tick, moment, 0.42 * float(np.exp(-((moment - 3.2) / 1.0) ** 2)))
+        add(track, tick, moment, 0.7 * float(np.exp(-((moment - 3.2) / 1.0) ** 2)))
         moment += 0.043 + 0.006 * max(0.0, moment - 3.0)
     return track
 
@@ -104,7 +104,7 @@ def espresso_machine(chance):
     scream = harmonics(glide(1750, 640, 3.9) * (1 + 0.02 * wander(3.9, chance, 12)), 3.9, (1, 0.6, 0.5, 0.2))
     growl = band_noise(3.9, chance, 150, 900) * (0.55 + 0.45 * sine(31 + 6 * wander(3.9, chance, 3), 3.9))
     part = times(3.9) / 3.9
-    jet = hiss * (1.0 - 0.72 * part) + 0.55 * scream * np.exp(-((part - 0.2) / 0.17) ** 2) + 1.1 * growl * part ** 1.5
+    jet = 0.7 * hiss * (1.0 - 0.72 * part) + 1.1 * scream * np.exp(-((part - 0.2) / 0.17) ** 2) + 1.1 * growl * part ** 1.5
     add(steam, faded(jet, 0.05, 0.12), 4.1)
     track += 0.11 * grind + 0.13 * steam
     cup = struck(((2650, 0.05, 1), (4380, 0.03, 0.7), (6900, 0.02, 0.5), (1420, 0.02, 0.5)), 0.4, chance)
@@ -123,9 +123,10 @@ def church_bells(chance):
     for row in rows:
         for place in row:
             clapper = band_noise(0.02, chance, 900, 5000) * decay(0.02, 0.004)
-            add(dry, clapper, moment, 0.10)
+            add(dry, clapper, moment, 0.14)
             add(dry, bell(scale[place] / 2, 3.4 + 0.35 * place, chance), moment, 0.5 * chance.uniform(0.85, 1.0))
+            add(dry, bell(scale[place], 1.8, chance), moment, 0.10)
             moment += 0.43 * chance.uniform(0.97, 1.03)
         moment += 0.30
-    far = in_room(filtered(dry, None, 6500), chance, 2.6, 0.35, 0.35)
-    return peaked(far) + 0.012 * city_hum(length, chance) + 0.004 * leaves(length, chance)
+    far = in_room(filtered(dry, None, 6500), chance, 2.6, 0.32, 0.4)
+    return peaked(far) + 0.007 * city_hum(length, chance) + 0.004 * leaves(length, chance)
