@@ -1,5 +1,6 @@
 #include "platform/location/NearestIndex.h"
 
+#include <GeographicLib/Geodesic.hpp>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -104,21 +105,26 @@ TEST(NearestIndexTest, AgreesSeenFromTheOtherSideOfTheEarth)
     }
 }
 
-TEST(NearestIndexTest, TellsNeighboursApartThatDifferByMicrometres)
+TEST(NearestIndexTest, OrdersPlacesWhoseChordsSayOtherwise)
 {
-    // Rings whose members lie a few micrometres nearer or farther, in directions of different curvature.
+    // Rings of places whose distances differ by less than a geodesic differs from its chord, in directions
+    // in which the earth is bent differently: the order of the chords is not the order of the geodesics.
     std::mt19937 random { 11 };
-    std::uniform_real_distribution<double> turn { 0, 6.283185307179586 };
-    std::uniform_real_distribution<double> wobble { -1e-11, 1e-11 };
-    for (const double radius : { 1e-4, 1e-2, 1.0 }) {
-        Places ring;
-        for (int i = 0; i < 500; ++i) {
-            const double direction = turn(random);
-            const double length = radius * (1 + wobble(random));
-            ring.push_back({ length * std::sin(direction), length * std::cos(direction) });
+    std::uniform_real_distribution<double> direction { 0, 360 };
+    std::uniform_real_distribution<double> wobble { -0.5, 0.5 };
+    for (const CLLocationCoordinate2D& centre :
+        { CLLocationCoordinate2D { 0, 0 }, { -37.8183, 144.9671 }, { 89.9, 0 } })
+        for (const double radius : { 1e3, 1e5, 2e6, 9e6 }) {
+            const double gap = radius * radius * radius / (24 * 6.3e6 * 6.3e6) * 0.01;
+            Places ring;
+            for (int i = 0; i < 500; ++i) {
+                CLLocationCoordinate2D place;
+                GeographicLib::Geodesic::WGS84().Direct(centre.latitude, centre.longitude, direction(random),
+                    radius + gap * wobble(random), place.latitude, place.longitude);
+                ring.push_back(place);
+            }
+            expectPlainAnswer(ring, centre, 100);
         }
-        expectPlainAnswer(ring, { 0, 0 }, 100);
-    }
 }
 
 TEST(NearestIndexTest, HandlesManyPlacesAtTheSameSpot)
