@@ -6,11 +6,11 @@
 #include <cxxabi.h>
 
 #include <cstdlib>
-#include <typeinfo>
 
-namespace {
+NSObject::NSObject() = default;
+NSObject::~NSObject() = default;
 
-NSString demangledName(const std::type_info& type)
+NSString NSObject::nameOfClass(const std::type_info& type)
 {
     int status = 0;
     const std::unique_ptr<char, decltype(&std::free)> name(
@@ -18,12 +18,7 @@ NSString demangledName(const std::type_info& type)
     return NSString::fromUtf8(status == 0 ? name.get() : type.name());
 }
 
-} // namespace
-
-NSObject::NSObject() = default;
-NSObject::~NSObject() = default;
-
-NSString NSObject::className() const { return demangledName(typeid(*this)); }
+NSString NSObject::className() const { return nameOfClass(typeid(*this)); }
 
 std::size_t NSObject::hash() const { return std::hash<const void*> {}(this); }
 
@@ -34,6 +29,7 @@ NSString NSObject::description() const
 
 void NSObject::addObserver(NSObject& observer, const NSString& keyPath, const void* context)
 {
+    NSParameterAssert(!observer.weak_from_this().expired(), "NSObject", "observer is shared");
     if (!m_observers)
         m_observers = std::make_unique<KeyValueObservers>();
     m_observers->add({ observer.weak_from_this(), &observer, keyPath, context });
@@ -66,7 +62,8 @@ void NSObject::didChangeValueForKey(const NSString& key)
 }
 
 NSObject::AutomaticChange::AutomaticChange(NSObject& object, const NSString& key)
-    : m_object(object)
+    : m_keepAlive(object.weak_from_this().lock())
+    , m_object(object)
     , m_key(key)
     , m_notifies(object.automaticallyNotifiesObserversForKey(key))
 {

@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <typeinfo>
 #include <utility>
 
 class KeyValueObservers;
@@ -21,6 +22,7 @@ public:
     NSObject& operator=(const NSObject&) = delete;
 
     NSString className() const;
+    static NSString nameOfClass(const std::type_info&);
     template <typename Class> bool isKindOfClass() const
     {
         return dynamic_cast<const Class*>(this) != nullptr;
@@ -37,7 +39,8 @@ public:
     // --- Key-value observing -------------------------------------------------------------------------
 
     // Tells the observer about changes of this object's value until it is removed or gone. The same
-    // observer may be added several times, with different contexts or the same.
+    // observer may be added several times, with different contexts or the same. It must be made by make()
+    // and be past its constructor.
     void addObserver(NSObject& observer, const NSString& keyPath, const void* context);
     // Removes one registration, the newest that matches. An unknown one is a programming error.
     void removeObserver(const NSObject& observer, const NSString& keyPath, const void* context);
@@ -65,6 +68,7 @@ protected:
         AutomaticChange& operator=(const AutomaticChange&) = delete;
 
     private:
+        const std::shared_ptr<NSObject> m_keepAlive; // an observer may drop the object inside its setter
         NSObject& m_object;
         NSString m_key;
         bool m_notifies;
