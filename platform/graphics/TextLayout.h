@@ -34,9 +34,6 @@ public:
     // Lines are broken, truncated and aligned within the width. Without a limit they are aligned within
     // the widest of them.
     TextLayout(const NSString& text, const TextStyle& style, CGFloat width = unlimited);
-    ~TextLayout();
-    TextLayout(TextLayout&&) noexcept;
-    TextLayout& operator=(TextLayout&&) noexcept;
 
     // The widest line and all line heights. A text without characters measures 0 × 0.
     CGSize size() const { return m_size; }
@@ -54,18 +51,23 @@ public:
 
 private:
     struct Line {
-        std::unique_ptr<QTextLayout> layout; // of this line alone
+        std::shared_ptr<QTextLayout> layout; // of the paragraph, or of this line alone
+        int index = 0; // within the layout
         CGFloat x = 0;
         CGFloat width = 0;
         bool rightToLeft = false;
     };
 
-    void breakLines(const NSString& paragraph, const TextStyle&, CGFloat width);
-    void appendLine(const NSString& text, Qt::LayoutDirection);
-    void align(NSTextAlignment, CGFloat width);
+    // At most that many lines; 0: as many as there are.
+    void breakIntoLines(const NSString& paragraph, NSLineBreakMode, int linesLeft, bool moreParagraphs);
+    void appendLine(const std::shared_ptr<QTextLayout>&, const QTextLine&);
+    void appendTruncatedLine(const NSString& text, Qt::LayoutDirection, CGFloat available);
+    void align(NSTextAlignment);
 
-    std::shared_ptr<UIFont> m_font;
+    std::shared_ptr<UIFont> m_font; // never null
+    CGFloat m_width;
+    bool m_clips;
     std::vector<Line> m_lines;
-    CGSize m_size;
+    CGSize m_size { 0, 0 };
     bool m_truncated = false;
 };

@@ -34,6 +34,7 @@ public:
     void addArc(const CGPoint& center, CGFloat radius, CGFloat startAngle, CGFloat endAngle, bool clockwise);
     void closePath();
     void appendPath(const UIBezierPath&);
+    void appendPath(const QPainterPath&);
     void applyTransform(const CGAffineTransform&);
 
     bool isEmpty() const { return m_path.isEmpty(); }

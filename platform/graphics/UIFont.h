@@ -33,7 +33,7 @@ public:
     // Of the face that is really drawn.
     NSString familyName() const;
     CGFloat pointSize() const { return m_pointSize; }
-    UIFontWeight weight() const { return m_weight; }
+    UIFontWeight weight() const { return m_face.weight; }
     std::shared_ptr<UIFont> fontWithSize(CGFloat size) const;
 
     // Distances from the baseline: up is positive, so the descender is negative.
@@ -48,7 +48,7 @@ public:
     QFont qFont() const;
     CGFloat qFontScale() const;
 
-    // The same name, size and weight.
+    // The same name and size.
     bool isEqual(const NSObject* other) const override;
     std::size_t hash() const override;
     NSString description() const override;
@@ -69,13 +69,15 @@ private:
         CGFloat xHeight;
         CGFloat leading;
     };
+    static std::shared_ptr<UIFont> fontWithFace(const NSString& name, const Face& face, CGFloat size);
     const Metrics& metrics() const;
+    bool isStandIn() const;
 
     const NSString m_name;
-    const NSString m_family;
-    const UIFontWeight m_weight;
-    const int m_stretchWhenMissing;
+    const Face m_face;
     const CGFloat m_pointSize;
+    mutable std::once_flag m_lookedUp;
+    mutable bool m_isStandIn = false;
     mutable std::once_flag m_measured;
     mutable Metrics m_metrics {};
 };

@@ -15,8 +15,9 @@ enum class UIImageResizingMode { Tile = 0, Stretch = 1 };
 
 class UIImage final : public NSObject {
 public:
-    // imageNamed: — from the main bundle's pictures, in the main screen's density or the next lower one
-    // that exists. While somebody holds a named image, asking again gives the same object.
+    // imageNamed: — the main bundle's file NAME@3x.png, NAME@2x.png or NAME.png: the main screen's density
+    // or the next lower one that exists and is a picture, else the next higher. While somebody holds a named
+    // image, asking again gives the same object.
     static std::shared_ptr<UIImage> imageNamed(const NSString& name);
     // imageWithData:scale: — PNG or JPEG. Null for data that is broken, cut short, or larger than
     // maximumSide or maximumPixels, which its header tells before anything is decoded; and for a scale

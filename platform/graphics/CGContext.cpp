@@ -1,0 +1,101 @@
+#include "platform/graphics/CGContext.h"
+
+namespace {
+
+constexpr bool combineWithCurrent = true;
+
+bool isDrawable(const CGRect& rect)
+{
+    return std::isfinite(rect.x()) && std::isfinite(rect.y()) && std::isfinite(rect.width())
+        && std::isfinite(rect.height()) && !rect.isEmpty();
+}
+
+QImage tintedPixels(const QImage& pixels, const QColor& tint)
+{
+    QImage result = pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QPainter painter(&result);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(result.rect(), tint);
+    return result;
+}
+
+// Interpolating between neighbours skips pixels where a picture shrinks to less than half, so such a
+// picture is averaged to its final size first.
+QImage reduced(const QImage& pixels, const CGRect& deviceRect)
+{
+    const QSize target(std::max(1, qCeil(deviceRect.width())), std::max(1, qCeil(deviceRect.height())));
+    if (pixels.width() <= 2 * target.width() && pixels.height() <= 2 * target.height())
+        return pixels;
+    return pixels.scaled(target.boundedTo(pixels.size()), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+} // namespace
+
+CGContext::CGContext(QPainter& painter)
+    : m_painter(painter)
+{
+    m_painter.setRenderHints(
+        QPainter::Antialiasing | QPainter::SmoothPixmapTransform | QPainter::TextAntialiasing);
+}
+
+void CGContext::translate(CGFloat x, CGFloat y) { concatenate(QTransform::fromTranslate(x, y)); }
+
+void CGContext::scale(CGFloat x, CGFloat y) { concatenate(QTransform::fromScale(x, y)); }
+
+void CGContext::concatenate(const CGAffineTransform& transform)
+{
+    const CGPoint movement(transform.dx(), transform.dy());
+    if (std::isfinite(transform.determinant()) && std::isfinite(movement.manhattanLength()))
+        m_painter.setTransform(transform, combineWithCurrent);
+}
+
+void CGContext::clipToRect(const CGRect& rect) { m_painter.setClipRect(rect, Qt::IntersectClip); }
+
+void CGContext::clipToPath(const QPainterPath& path) { m_painter.setClipPath(path, Qt::IntersectClip); }
+
+void CGContext::setAlpha(double alpha)
+{
+    m_painter.setOpacity(m_painter.opacity() * std::clamp(alpha, 0.0, 1.0));
+}
+
+void CGContext::fillRect(const CGRect& rect, const UIColor& color)
+{
+    if (isDrawable(rect))
+        m_painter.fillRect(rect, color.qBrush());
+}
+
+void CGContext::fillPath(const QPainterPath& path, const UIColor& color)
+{
+    m_painter.fillPath(path, color.qBrush());
+}
+
+void CGContext::strokePath(const QPainterPath& path, const UIColor& color, CGFloat lineWidth)
+{
+    if (!std::isfinite(lineWidth) || lineWidth <= 0)
+        return;
+    m_painter.strokePath(path, QPen(color.qBrush(), lineWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
+}
+
+void CGContext::clearRect(const CGRect& rect)
+{
+    if (!isDrawable(rect))
+        return;
+    const SavedState saved(*this);
+    m_painter.setCompositionMode(QPainter::CompositionMode_Clear);
+    m_painter.fillRect(rect, Qt::transparent);
+}
+
+void CGContext::drawImage(const UIImage& image, const CGRect& rect, const UIColor* tint)
+{
+    if (!isDrawable(rect))
+        return;
+    const QImage pixels = tint ? tintedPixels(image.qImage(), tint->qColor()) : image.qImage();
+    if (image.resizingMode() == UIImageResizingMode::Tile) {
+        QBrush tiles(pixels);
+        tiles.setTransform(
+            QTransform::fromTranslate(rect.x(), rect.y()).scale(1 / image.scale(), 1 / image.scale()));
+        m_painter.fillRect(rect, tiles);
+        return;
+    }
+    m_painter.drawImage(rect, reduced(pixels, m_painter.deviceTransform().mapRect(rect)));
+}

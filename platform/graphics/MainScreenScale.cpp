@@ -1,0 +1,9 @@
+#include "platform/graphics/MainScreenScale.h"
+
+std::atomic<CGFloat> MainScreenScale::s_scale { 1 };
+
+void MainScreenScale::set(CGFloat scale)
+{
+    if (std::isfinite(scale) && scale > 0)
+        s_scale = scale;
+}

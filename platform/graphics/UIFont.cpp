@@ -1,0 +1,116 @@
+#include "platform/graphics/UIFont.h"
+
+#include <QFontDatabase>
+#include <QFontInfo>
+#include <QFontMetricsF>
+
+#include <array>
+
+namespace {
+
+const NSString systemFamily = QStringLiteral("Inter");
+
+struct NamedFace {
+    NSString name;
+    UIFont::Face face;
+};
+
+// A written name stands for a typeface that this system has, of the same weight and width.
+const std::array<NamedFace, 2>& namedFaces()
+{
+    static const std::array<NamedFace, 2> faces { {
+        { QStringLiteral("AvenirNext-Regular"), { QStringLiteral("Lato"), UIFontWeight::Regular, 100 } },
+        { QStringLiteral("AvenirNextCondensed-Bold"),
+            { QStringLiteral("Roboto Condensed"), UIFontWeight::Bold, 78 } },
+    } };
+    return faces;
+}
+
+bool isUsableSize(CGFloat size) { return std::isfinite(size) && size > 0; }
+
+} // namespace
+
+UIFont::UIFont(NSString name, const Face& face, CGFloat size)
+    : m_name(std::move(name))
+    , m_face(face)
+    , m_pointSize(size)
+{
+}
+
+std::shared_ptr<UIFont> UIFont::fontWithName(const NSString& name, CGFloat size)
+{
+    const auto& faces = namedFaces();
+    const auto found
+        = std::find_if(faces.begin(), faces.end(), [&](const NamedFace& it) { return it.name == name; });
+    return found == faces.end() ? nullptr : fontWithFace(name, found->face, size);
+}
+
+std::shared_ptr<UIFont> UIFont::systemFontOfSize(CGFloat size, UIFontWeight weight)
+{
+    return fontWithFace(
+        QStringLiteral("System-%1").arg(static_cast<int>(weight)), { systemFamily, weight, 100 }, size);
+}
+
+std::shared_ptr<UIFont> UIFont::boldSystemFontOfSize(CGFloat size)
+{
+    return systemFontOfSize(size, UIFontWeight::Bold);
+}
+
+std::shared_ptr<UIFont> UIFont::fontWithFace(const NSString& name, const Face& face, CGFloat size)
+{
+    return isUsableSize(size) ? make<UIFont>(name, face, size) : nullptr;
+}
+
+std::shared_ptr<UIFont> UIFont::fontWithSize(CGFloat size) const
+{
+    return fontWithFace(m_name, m_face, size);
+}
+
+NSString UIFont::familyName() const { return QFontInfo(qFont()).family(); }
+
+CGFloat UIFont::qFontScale() const { return m_pointSize / std::max(1, qRound(m_pointSize)); }
+
+QFont UIFont::qFont() const
+{
+    QFont font;
+    font.setFamilies({ m_face.family, systemFamily });
+    font.setWeight(static_cast<QFont::Weight>(m_face.weight));
+    font.setPixelSize(std::max(1, qRound(m_pointSize)));
+    font.setHintingPreference(QFont::PreferNoHinting);
+    font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferAntialias | QFont::NoSubpixelAntialias));
+    if (isStandIn())
+        font.setStretch(m_face.stretchWhenMissing);
+    return font;
+}
+
+bool UIFont::isStandIn() const
+{
+    if (m_face.stretchWhenMissing == 100)
+        return false; // nothing depends on the answer, so nothing is looked up
+    std::call_once(m_lookedUp, [this] { m_isStandIn = !QFontDatabase::hasFamily(m_face.family); });
+    return m_isStandIn;
+}
+
+const UIFont::Metrics& UIFont::metrics() const
+{
+    std::call_once(m_measured, [this] {
+        const QFontMetricsF metrics(qFont());
+        const CGFloat scale = qFontScale();
+        m_metrics = { metrics.ascent() * scale, -metrics.descent() * scale, metrics.capHeight() * scale,
+            metrics.xHeight() * scale, std::max(0.0, metrics.leading()) * scale };
+    });
+    return m_metrics;
+}
+
+bool UIFont::isEqual(const NSObject* object) const
+{
+    const auto* other = dynamic_cast<const UIFont*>(object);
+    return other && other->m_name == m_name && other->m_pointSize == m_pointSize;
+}
+
+std::size_t UIFont::hash() const { return qHashMulti(0, m_name, m_pointSize); }
+
+NSString UIFont::description() const
+{
+    return NSObject::description() + QStringLiteral(" %1 %2 pt").arg(m_name).arg(m_pointSize);
+}
