@@ -52,7 +52,7 @@ def face(recipe):
         crease = darker(skin, 0.3)
         inside += [line("M163 236 C157 246 156 254 159 262", crease, 2.6, opacity=0.45),
                    line("M237 236 C243 246 244 254 241 262", crease, 2.6, opacity=0.45),
-                   line("M136 196 l-8 -4 M136 202 l-8 2 M264 196 l8 -4 M264 202 l8 2", crease, 2.2, opacity=0.4)]
+                   line("M150 213 C156 219 168 221 178 217 M250 213 C244 219 232 221 222 217", crease, 2.2, opacity=0.4)]
     return path(outline, fill="url(#skin)") + group(inside, clip_path="url(#face)")
 
 
@@ -80,7 +80,8 @@ def eyes(recipe):
         parts.append(line(f"M{x - 15} {y - 12} C{x - 7} {y - 18} {x + 7} {y - 18} {x + 15} {y - 12}",
                           darker(recipe["skin"], 0.35), 2, opacity=0.5))
         if recipe.get("lashes"):
-            parts.append(line(f"M{x + side * 17} {y} l{side * 7} -5 M{x + side * 13} {y - 5} l{side * 5} -6", INK, 3))
+            parts.append(path(f"M{x + side * 10} {y - 8} C{x + side * 16} {y - 6} {x + side * 21} {y - 7} {x + side * 26} {y - 10} "
+                              f"C{x + side * 23} {y - 4} {x + side * 20} {y - 1} {x + side * 17} {y + 2} Z", fill=INK))
     return group(parts)
 
 
@@ -90,10 +91,10 @@ def brows(recipe):
     width, parts = recipe.get("brow", 6), []
     for x, side in ((EYE_LEFT, -1), (EYE_RIGHT, 1)):
         inner, outer = x - side * 19, x + side * 23
-        parts.append(path(f"M{inner} {174 - width / 3:.4g} C{x - side * 4} {163 - width / 3:.4g} {x + side * 12} {163 - width / 3:.4g} "
+        parts.append(path(f"M{inner} {171 - width / 3:.4g} C{x - side * 4} {163 - width / 3:.4g} {x + side * 12} {163 - width / 3:.4g} "
                           f"{outer} {176 - width / 5:.4g} C{x + side * 10} {167 + width / 2:.4g} {x - side * 4} {168 + width / 2:.4g} "
-                          f"{inner} {176 + width / 2:.4g} C{inner - side * 2} {177} {inner - side * 2} {174} {inner} "
-                          f"{174 - width / 3:.4g} Z", fill=colour))
+                          f"{inner} {173 + width / 2:.4g} C{inner - side * 2} 174 {inner - side * 2} 171 {inner} "
+                          f"{171 - width / 3:.4g} Z", fill=colour))
     return group(parts)
 
 
@@ -115,7 +116,8 @@ def nose(recipe):
 def mouth(recipe):
     """A laughing mouth with teeth, or a closed smile."""
     skin = recipe["skin"]
-    lip = recipe.get("lip", mixed(darker(skin, 0.3), "#b0484a", 0.35))
+    lip = recipe.get("lip", mixed(darker(skin, 0.18), "#c4504f", 0.55))
+    smaller = "translate(200 252) scale(0.88) translate(-200 -252)"
     if recipe["mouth"] == "laugh":
         opening = "M169 249 C188 255 212 255 231 249 C229 268 216 278 200 278 C184 278 171 268 169 249 Z"
         return group([
@@ -125,14 +127,14 @@ def mouth(recipe):
             group([path("M165 246 H235 V259 C222 264 178 264 165 259 Z", fill=WHITE),
                    ellipse(202, 279, 17, 9, fill="#e0737a")], clip_path="url(#mouth)"),
             line("M186 281 C194 283.500 200 283.500 206 282", lighter(lip, 0.5), 2, opacity=0.6),
-        ])
+        ], transform=smaller)
     return group([
-        path("M169 253 C182 248 193 248 200 251 C207 248 218 248 231 253 C222 270 210 274 200 274 C190 274 178 270 169 253 Z",
-             fill=lip, opacity=0.88 if recipe.get("lip") else 0.62),
-        line("M167 252 C183 263 217 263 233 252", darker(lip, 0.45), 3.6),
-        line("M188 268 C194 270 201 270 206 269", lighter(lip, 0.6), 2.4, opacity=0.55),
-        line("M164 248 c-1 3 0 6 3 7 M236 248 c1 3 0 6 -3 7", darker(skin, 0.4), 2.6, opacity=0.5),
-    ])
+        path("M168 251 C181 249 193 249 200 253 C207 249 219 249 232 251 C222 270 211 275 200 275 C189 275 178 270 168 251 Z",
+             fill=lip, opacity=0.9 if recipe.get("lip") else 0.75),
+        line("M165 249 C182 265 218 265 235 249", darker(lip, 0.5), 3.6),
+        line("M188 270 C194 272 201 272 206 271", lighter(lip, 0.6), 2.4, opacity=0.55),
+        line("M162 245 c-2 3 -1 6 2 8 M238 245 c2 3 1 6 -2 8", darker(skin, 0.4), 2.6, opacity=0.5),
+    ], transform=smaller)
 
 
 def beard(recipe):

@@ -66,11 +66,14 @@ def head(recipe):
 
 def portrait(recipe):
     """The whole portrait as SVG text."""
+    closer = f"translate(200 232) scale({recipe.get('zoom', 1.14)}) translate(-200 -232)"
     turn = f"rotate({recipe['tilt']} 200 290)"
     return "".join((
         '<svg xmlns="http://www.w3.org/2000/svg" width="400" height="400" viewBox="0 0 400 400">', definitions(recipe),
         '<rect width="400" height="400" fill="url(#ground)"/>', motif(recipe), circle(170, 150, 190, fill="url(#halo)"),
-        group([hair.behind(recipe)], transform=turn),
-        wear.shoulders(recipe), wear.neck(recipe), wear.collar(recipe),
-        group([head(recipe)], transform=turn),
-        hair.braid(recipe), "</svg>\n"))
+        group([
+            group([hair.behind(recipe)], transform=turn),
+            wear.shoulders(recipe), wear.neck(recipe), wear.collar(recipe),
+            group([head(recipe)], transform=turn),
+            hair.braid(recipe),
+        ], transform=closer), "</svg>\n"))

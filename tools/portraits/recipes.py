@@ -11,7 +11,7 @@ RECIPES = {
         cheek=77, jaw=62, chin=292),
     "imani": dict(
         skin="#8f5b3c", hair="#2a1b15", eye="#3f2716", lip="#a33d4b", cloth="#f2b632", ground="#7d70c9", motif="rings",
-        style="curls", collar="crew", mouth="laugh", lashes=True, phones="#f6f3ee", blush=0.2, tilt=4,
+        style="curls", collar="crew", mouth="laugh", lashes=True, phones="#f6f3ee", blush=0.2, tilt=4, zoom=1.08,
         cheek=76, jaw=54, chin=288),
     "kenji": dict(
         skin="#efcaa2", hair="#221f24", eye="#33251e", cloth="#3d4a60", ground="#ecc659", motif="waves",
@@ -40,5 +40,5 @@ RECIPES = {
     "birgit": dict(
         skin="#f8d8c4", hair="#e3d5b8", eye="#4f8db3", lip="#c65f62", cloth="#3b4b78", ground="#a5b4e0", motif="dots",
         style="beanie", cap="#d8433f", collar="knit", scarf="#f3e6cf", mouth="laugh", lashes=True, blush=0.5, lines=True,
-        tilt=3, cheek=76, jaw=56, chin=287),
+        tilt=3, zoom=1.02, cheek=76, jaw=56, chin=287),
 }
