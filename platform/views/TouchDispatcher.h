@@ -1,0 +1,66 @@
+// The one road of touches: from whoever sees fingers (the host, a test) to recognisers and views.
+//
+// Positions are in the window. A touch belongs to the view it hits. The recognisers of that view and its
+// superviews see every change first, the deepest view's first of all; then the view, unless a
+// recogniser has taken the touch or something makes it wait. A touch whose view leaves the window is
+// cancelled there. Calls that make no sense (an unknown finger moves) change nothing. Everything
+// is delivered inside the call, at the scheduler's time; views and window may go away in it.
+#pragma once
+
+#include "platform/foundation/Scheduler.h"
+#include "platform/views/UIEvent.h"
+#include "platform/views/UITouch.h"
+
+#include <cstdint>
+
+enum class TouchID : std::int64_t {}; // one per finger; the mouse is a finger
+
+class TouchDispatcher {
+public:
+    explicit TouchDispatcher(UIWindow& window);
+    ~TouchDispatcher();
+    TouchDispatcher(const TouchDispatcher&) = delete;
+    TouchDispatcher& operator=(const TouchDispatcher&) = delete;
+
+    void touchBegan(TouchID, const CGPoint& location);
+    void touchMoved(TouchID, const CGPoint& location);
+    void touchEnded(TouchID, const CGPoint& location);
+    void touchCancelled(TouchID);
+    // When the window loses the screen.
+    void cancelAllTouches();
+    // Offers a scroll event to the view under the pointer and its superviews in turn; answers whether one
+    // took it. The event's timestamp is filled in here.
+    bool scroll(UIScrollEvent event);
+
+    bool hasTouches() const { return !m_tracked.empty(); }
+
+    // From the view tree, before a subtree leaves the window: cancels touches and gestures in it.
+    void viewWillLeaveWindow(UIView& root);
+
+    // From recognisers: whether no other gesture on the same touches stands against it …
+    bool mayRecognize(UIGestureRecognizer&) const;
+    // … and that it goes ahead: the others fail, and the view loses the touches where it says so.
+    void didRecognize(UIGestureRecognizer&);
+    // A view that waits for the gesture to fail may get its touch now.
+    void didFail(UIGestureRecognizer&);
+
+private:
+    // How far the view knows of a touch.
+    enum class Delivery { Held, Delivered, Withheld };
+    struct Tracked;
+    using TrackedPointer = std::shared_ptr<Tracked>;
+
+    TrackedPointer find(TouchID) const;
+    std::vector<std::shared_ptr<UIGestureRecognizer>> recognizersFor(UITouch&) const;
+    void finish(const TrackedPointer&, UITouchPhase);
+    void tellRecognizers(const Tracked&, UIEvent&);
+    void tellView(const Tracked&, UITouchPhase, UIEvent&);
+    void holdOrDeliver(const TrackedPointer&);
+    void deliverWhenFree(Tracked&);
+    void withhold(Tracked&);
+    bool isTakenByEarlierTouch(const Tracked&) const;
+    std::shared_ptr<UIEvent> currentEvent() const;
+
+    UIWindow& m_window;
+    std::vector<TrackedPointer> m_tracked;
+};

@@ -1,0 +1,114 @@
+// Watches the touches on a view and its subviews for one gesture, and tells its targets.
+//
+// A recogniser sees touches before the views do. While several watch the same touch, the first one that
+// recognises its gesture makes the others fail, unless a delegate lets both go on. It goes
+// possible → ended for a gesture that happens at once, possible → began → changed … → ended or
+// cancelled for one that lasts, or possible → failed; when all its touches are gone it is possible
+// again. Targets are told of every state but possible and failed. A recogniser on a hidden or
+// disabled view does not recognise. It may be removed, disabled or dropped from inside its own action.
+#pragma once
+
+#include "platform/foundation/Action.h"
+#include "platform/graphics/Geometry.h"
+#include "platform/views/UIGestureRecognizerDelegate.h"
+#include "platform/views/UIResponder.h"
+
+enum class UIGestureRecognizerState {
+    Possible = 0,
+    Began = 1,
+    Changed = 2,
+    Ended = 3,
+    Cancelled = 4,
+    Failed = 5
+};
+
+class UIView;
+
+class UIGestureRecognizer : public NSObject {
+public:
+    UIGestureRecognizer() = default;
+    // initWithTarget:action:
+    explicit UIGestureRecognizer(const Action& action) { addTarget(action); }
+    ~UIGestureRecognizer() override;
+
+    // The same action is held once. One added while actions are being sent hears of the next state, one
+    // removed then hears nothing more.
+    void addTarget(const Action& action);
+    void removeTarget(const Action& action);
+
+    UIGestureRecognizerState state() const { return m_state; }
+    // Null when it is on none. The view holds its recognisers.
+    UIView* view() const { return m_view; }
+    void setDelegate(std::weak_ptr<UIGestureRecognizerDelegate> delegate)
+    {
+        m_delegate = std::move(delegate);
+    }
+    std::shared_ptr<UIGestureRecognizerDelegate> delegate() const { return m_delegate.lock(); }
+
+    // Disabling cancels a gesture that is going on.
+    bool isEnabled() const { return m_enabled; }
+    void setEnabled(bool enabled);
+    // Whether the view loses its touches to a recognised gesture; on by default.
+    bool cancelsTouchesInView() const { return m_cancelsTouchesInView; }
+    void setCancelsTouchesInView(bool cancels) { m_cancelsTouchesInView = cancels; }
+    // Whether the view hears of a touch only after this gesture has failed; off by default.
+    bool delaysTouchesBegan() const { return m_delaysTouchesBegan; }
+    void setDelaysTouchesBegan(bool delays) { m_delaysTouchesBegan = delays; }
+
+    int numberOfTouches() const { return static_cast<int>(m_touches.size()); }
+    // The middle of its touches, or where they last were. Nil stands for the window.
+    virtual CGPoint locationInView(const UIView* view) const;
+
+    // What only the touches' road and the view may do.
+    class Key {
+        friend class TouchDispatcher;
+        friend class UIView;
+        friend class UIGestureRecognizer;
+        Key() = default;
+    };
+    void setView(Key, UIView* view);
+    bool shouldReceive(Key, UITouch& touch);
+    // Touches are delivered one by one; the phase says which message becomes of it.
+    void deliver(Key, const std::shared_ptr<UITouch>& touch, UIEvent& event);
+    // Lets go of a touch that has ended, after everybody has seen it.
+    void forgetTouch(Key, const UITouch& touch);
+    // Stops watching: cancels what is going on and lets go of all touches.
+    void abandon(Key);
+    void fail(Key) { setState(UIGestureRecognizerState::Failed); }
+
+    const UITouches& touches() const { return m_touches; }
+
+protected:
+    // For subclasses: touches arrive here while the gesture is possible or going on. The touches that end
+    // are still among touches(). By default a cancelled touch cancels the gesture.
+    virtual void touchesBegan(const UITouches&, UIEvent&) { }
+    virtual void touchesMoved(const UITouches&, UIEvent&) { }
+    virtual void touchesEnded(const UITouches&, UIEvent&) { }
+    virtual void touchesCancelled(const UITouches&, UIEvent&);
+    // Called when the gesture becomes possible again: forget everything about the last one.
+    virtual void reset() { }
+
+    // What the subclass has found out. A gesture that may not begin fails instead.
+    void setState(UIGestureRecognizerState);
+    // How many of its touches are still on the screen.
+    int touchesOnScreen() const;
+    // The touches' middle in the window.
+    CGPoint centroid() const;
+
+private:
+    bool isOver() const;
+    bool isGoingOn() const;
+    bool mayBegin();
+    void sendActions();
+    void becomePossibleWhenFree();
+
+    std::vector<Action> m_actions;
+    UIView* m_view = nullptr;
+    std::weak_ptr<UIGestureRecognizerDelegate> m_delegate;
+    UITouches m_touches;
+    CGPoint m_lastCentroid;
+    UIGestureRecognizerState m_state = UIGestureRecognizerState::Possible;
+    bool m_enabled = true;
+    bool m_cancelsTouchesInView = true;
+    bool m_delaysTouchesBegan = false;
+};

@@ -1,0 +1,21 @@
+// Is asked by a UIGestureRecognizer. Every message is optional; its default is what an absent one means.
+#pragma once
+
+class UIGestureRecognizer;
+class UITouch;
+
+class UIGestureRecognizerDelegate {
+public:
+    // gestureRecognizer:shouldReceiveTouch: — asked for each touch before the recogniser sees it.
+    virtual bool gestureRecognizerShouldReceiveTouch(UIGestureRecognizer&, UITouch&) { return true; }
+    virtual bool gestureRecognizerShouldBegin(UIGestureRecognizer&) { return true; }
+    // gestureRecognizer:shouldRecognizeSimultaneouslyWithGestureRecognizer: — one yes is enough, from
+    // either of the two.
+    virtual bool gestureRecognizerShouldRecognizeSimultaneously(UIGestureRecognizer&, UIGestureRecognizer&)
+    {
+        return false;
+    }
+
+protected:
+    ~UIGestureRecognizerDelegate() = default; // nobody owns a delegate through this type
+};

@@ -1,0 +1,19 @@
+// A view controller as its view and its window see it.
+//
+// It stands in the responder chain between its view and that view's superview.
+#pragma once
+
+#include "platform/views/UIResponder.h"
+
+class UIView;
+
+class UIViewOwner : public UIResponder {
+public:
+    // Never null; made at the first call.
+    virtual std::shared_ptr<UIView> view() = 0;
+
+    // Sent by the view, around its own layoutSubviews() and after it has come to another window or to none.
+    virtual void viewWillLayoutSubviews() { }
+    virtual void viewDidLayoutSubviews() { }
+    virtual void viewDidMoveToWindow() { }
+};

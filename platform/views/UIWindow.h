@@ -1,0 +1,58 @@
+// The root of a view tree: where touches come in and frames come out.
+//
+// Once it has been made key and visible it fills the screen and follows its changes. Whoever owns the
+// loop calls performFrame() when the scheduler runs a frame, and sends fingers and wheels through
+// touches(). It keeps itself alive for the length of a frame and of a touch.
+#pragma once
+
+#include "platform/layers/CALayerTree.h"
+#include "platform/views/TouchDispatcher.h"
+#include "platform/views/UIScreen.h"
+#include "platform/views/UIView.h"
+
+class UIWindow : public UIView, public UIScreenObserver, public UserInterfaceStyleObserver {
+public:
+    using UIView::UIView;
+    ~UIWindow() override;
+
+    // The window that was last made key; null when it is gone.
+    static std::shared_ptr<UIWindow> keyWindow();
+    void makeKeyAndVisible();
+    bool isKeyWindow() const;
+    const std::shared_ptr<UIScreen>& screen() const { return UIScreen::mainScreen(); }
+
+    // The controller whose view fills the window, below everything else that is in it. Null shows nothing.
+    const std::shared_ptr<UIViewOwner>& rootViewController() const { return m_rootViewController; }
+    void setRootViewController(std::shared_ptr<UIViewOwner> controller);
+
+    // One frame: views that move by themselves, layout, display, and what is to be seen.
+    FrameList performFrame();
+    // Whether something changed since the last frame.
+    bool needsFrame() const { return m_tree->needsFrame(); }
+    // For UIView::setNeedsFrameUpdate().
+    void updateInNextFrame(const std::shared_ptr<UIView>& view);
+
+    TouchDispatcher& touches() { return m_touches; }
+
+    // Whom the keyboard speaks to; null when there is nobody.
+    std::shared_ptr<UIResponder> firstResponder() const { return m_firstResponder.lock(); }
+    // For UIResponder, which asks both sides first.
+    void setFirstResponder(const std::shared_ptr<UIResponder>& responder) { m_firstResponder = responder; }
+
+    // Children of a window follow its size through their autoresizing masks; the root view always fills it.
+    void layoutSubviews() override;
+    void screenDidChange() override;
+    void userInterfaceStyleDidChange(UIUserInterfaceStyle style) override;
+
+protected:
+    void init() override;
+
+private:
+    void runFrameUpdates();
+
+    std::unique_ptr<CALayerTree> m_tree;
+    TouchDispatcher m_touches { *this };
+    std::shared_ptr<UIViewOwner> m_rootViewController;
+    std::weak_ptr<UIResponder> m_firstResponder;
+    std::vector<std::weak_ptr<UIView>> m_frameUpdates;
+};
