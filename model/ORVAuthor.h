@@ -5,16 +5,20 @@
 // hashed collections. The store fills an author once; from then on it is only read, on any thread.
 #pragma once
 
+#include "platform/foundation/NSCoding.h"
 #include "platform/foundation/NSObject.h"
 
 #include <cstdint>
 
-class ORVAuthor : public NSObject {
+class ORVAuthor : public NSObject, public NSCoding {
 public:
     // With a fresh random identity.
     ORVAuthor();
     // initWithAuthorID: — an identity is required.
     explicit ORVAuthor(NSString authorID);
+    // initWithCoder: — takes an identity that is missing without complaint.
+    explicit ORVAuthor(const NSCoder&);
+    void encodeWithCoder(NSCoder&) const override;
 
     const NSString& authorID() const { return m_authorID; }
 

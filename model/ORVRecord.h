@@ -9,12 +9,15 @@
 #include "model/ORVAuthor.h"
 #include "platform/location/CLLocationCoordinate2D.h"
 
-class ORVRecord : public NSObject {
+class ORVRecord : public NSObject, public NSCoding {
 public:
     // With a fresh random identity.
     ORVRecord();
     // initWithRecordID:
     explicit ORVRecord(NSString recordID);
+    // initWithCoder:
+    explicit ORVRecord(const NSCoder&);
+    void encodeWithCoder(NSCoder&) const override;
 
     const NSString& recordID() const { return m_recordID; }
 
