@@ -77,18 +77,8 @@ Scheduler::TimerID Scheduler::add(double dueTime, double interval, std::function
     return timer;
 }
 
-Scheduler::TimerID Scheduler::scheduleEveryFrame(std::function<void()> work)
-{
-    const TimerID step { ++m_lastID };
-    m_frameSteps.emplace(step, std::move(work));
-    requestFrame();
-    return step;
-}
-
 void Scheduler::cancel(TimerID timer)
 {
-    if (m_frameSteps.erase(timer) > 0)
-        return;
     const auto found = m_dueTimes.find(timer);
     if (found == m_dueTimes.end())
         return;
@@ -166,19 +156,8 @@ void Scheduler::runFrame()
     const Turn turn(*this, clockNow());
     runDueTimers();
     m_frameRequested = false;
-    runFrameSteps();
     if (m_frameHandler)
         m_frameHandler();
-}
-
-void Scheduler::runFrameSteps()
-{
-    const auto steps = m_frameSteps; // a step may cancel itself or another, or add one for the next frame
-    for (const auto& [step, work] : steps)
-        if (m_frameSteps.contains(step))
-            work();
-    if (!m_frameSteps.empty())
-        requestFrame();
 }
 
 double Scheduler::nextDueTime() const

@@ -38,9 +38,6 @@ public:
     TimerID schedule(double delay, std::function<void()> work);
     // Runs the work every interval (> 0) seconds, first after one interval, on a grid that does not drift.
     TimerID scheduleRepeating(double interval, std::function<void()> work);
-    // Runs the work in every frame, before the frame handler, and asks for frames until it is cancelled: for
-    // motion that follows a law of its own, such as a scroll that decelerates.
-    TimerID scheduleEveryFrame(std::function<void()> work);
     // An unknown or finished timer is no error.
     void cancel(TimerID);
 
@@ -81,12 +78,10 @@ private:
     class Turn;
     TimerID add(double dueTime, double interval, std::function<void()> work);
     void fire(TimerID);
-    void runFrameSteps();
 
     std::map<Key, Timer> m_timers;
     std::unordered_map<TimerID, double> m_dueTimes;
     std::vector<std::pair<Action, TimerID>> m_performs;
-    std::map<TimerID, std::function<void()>> m_frameSteps;
     std::function<void()> m_frameHandler;
     std::uint64_t m_lastID = 0;
     double m_turnTime = 0;
