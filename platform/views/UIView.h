@@ -56,6 +56,8 @@ public:
     virtual CGSize intrinsicContentSize() const;
     // Says that the intrinsic size is another one; asks the superview for layout.
     void invalidateIntrinsicContentSize();
+    // Where the first line of text stands, from the top; the bottom edge without text.
+    virtual CGFloat firstBaseline() const { return bounds().height(); }
     // How far bars, notches and home indicators reach into the bounds.
     UIEdgeInsets safeAreaInsets() const;
     // Sent when the screen's own insets change.

@@ -1,0 +1,51 @@
+// A text, drawn once into the layer's bitmap and again only when what is seen of it changes.
+//
+// The text stands in the middle of the height. What does not fit ends in an ellipsis. A label takes no
+// touches.
+#pragma once
+
+#include "platform/graphics/TextLayout.h"
+#include "platform/views/UIView.h"
+
+#include <optional>
+
+class UILabel : public UIView {
+public:
+    using UIView::UIView;
+
+    const NSString& text() const { return m_text; }
+    void setText(const NSString& text); // may be null
+    std::shared_ptr<UIColor> textColor() const { return m_textColor; }
+    void setTextColor(std::shared_ptr<UIColor> color); // null: the label colour of the appearance
+    std::shared_ptr<UIFont> font() const { return m_style.font; }
+    void setFont(std::shared_ptr<UIFont> font); // null: the system font in the labels' size
+    NSTextAlignment textAlignment() const { return m_style.alignment; }
+    void setTextAlignment(NSTextAlignment alignment);
+    NSLineBreakMode lineBreakMode() const { return m_style.lineBreakMode; }
+    void setLineBreakMode(NSLineBreakMode mode);
+    int numberOfLines() const { return m_style.maximumLines; }
+    void setNumberOfLines(int lines); // 0: as many as the text needs
+
+    // In whole pixels, so that the text is never cut short by a rounding.
+    CGSize intrinsicContentSize() const override;
+    CGSize sizeThatFits(const CGSize& size) const override;
+    CGFloat firstBaseline() const override;
+
+    void setBackgroundColor(std::shared_ptr<UIColor> color) override;
+    bool drawsContent() const override { return !m_text.isEmpty(); }
+    void drawRect(const CGRect& rect, CGContext& context) override;
+
+protected:
+    void init() override;
+
+private:
+    void textDidChange();
+    const TextLayout& layoutForWidth(CGFloat width) const;
+    CGPoint textOrigin(const TextLayout& layout) const;
+
+    NSString m_text;
+    std::shared_ptr<UIColor> m_textColor;
+    TextStyle m_style;
+    mutable std::optional<TextLayout> m_layout; // for m_layoutWidth; none after a change
+    mutable CGFloat m_layoutWidth = 0;
+};
