@@ -16,7 +16,8 @@ def definitions(recipe):
     return "<defs>" + "".join((
         gradient("ground", ((0, lighter(ground, 0.42)), (0.55, ground), (1, darker(ground, 0.24))), (0, 0, 0.6, 1)),
         gradient("skin", ((0, lighter(skin, 0.28)), (0.5, skin), (1, darker(skin, 0.13)))),
-        gradient("hair", ((0, lighter(recipe["hair"], 0.24)), (0.45, recipe["hair"]), (1, darker(recipe["hair"], 0.3))), (0, 0, 1, 0.8)),
+        gradient("hair", ((0, lighter(recipe["hair"], 0.24)), (0.45, recipe["hair"]), (1, darker(recipe["hair"], 0.3))),
+                 (0, 0, 1, 0.8)),
         gradient("cloth", ((0, lighter(cloth, 0.18)), (0.5, cloth), (1, darker(cloth, 0.26))), (0, 0, 1, 0.6)),
         gradient("cap", ((0, lighter(cap, 0.2)), (0.5, cap), (1, darker(cap, 0.2)))),
         gradient("scarf", ((0, lighter(scarf, 0.22)), (0.5, scarf), (1, darker(scarf, 0.3)))),
@@ -37,7 +38,8 @@ def motif(recipe):
     if kind == "bars":
         for step in range(17):
             height = 60 + 150 * abs(math.sin(step * 0.83 + 0.5)) * (0.5 + 0.5 * abs(math.cos(step * 0.37)))
-            parts.append(f'<rect x="{6 + 24 * step}" y="{200 - height / 2:.4g}" width="11" height="{height:.4g}" rx="5.5" '
+            parts.append(f'<rect x="{6 + 24 * step}" y="{200 - height / 2:.4g}" width="11" height="{height:.4g}" '
+                         f'rx="5.5" '
                          f'fill="#ffffff" opacity="0.15"/>')
     if kind == "waves":
         for row in range(9):

@@ -23,8 +23,8 @@ RECIPES = {
         cheek=74, jaw=50, chin=286),
     "gus": dict(
         skin="#f4cfb6", hair="#d3d0cc", eye="#5a83a0", cloth="#51663f", ground="#8fb9de", motif="bars",
-        style="sides", collar="bowtie", mouth="smile", beard="moustache", glasses="square", blush=0.38, lines=True, brow=9,
-        tilt=-3, cheek=78, jaw=63, chin=292),
+        style="sides", collar="bowtie", mouth="smile", beard="moustache", glasses="square", blush=0.38, lines=True,
+        brow=9, tilt=-3, cheek=78, jaw=63, chin=292),
     "priya": dict(
         skin="#bd845a", hair="#231713", eye="#3a241a", lip="#a83c4a", cloth="#9a3f83", ground="#84bf93", motif="dots",
         style="braid", collar="embroidered", mouth="laugh", lashes=True, earrings="#f0c04a", stud=True, tilt=-3,
@@ -39,6 +39,6 @@ RECIPES = {
         cheek=75, jaw=50, chin=284),
     "birgit": dict(
         skin="#f8d8c4", hair="#e3d5b8", eye="#4f8db3", lip="#c65f62", cloth="#3b4b78", ground="#a5b4e0", motif="dots",
-        style="beanie", cap="#d8433f", collar="knit", scarf="#f3e6cf", mouth="laugh", lashes=True, blush=0.5, lines=True,
-        tilt=3, zoom=1.02, cheek=76, jaw=56, chin=287),
+        style="beanie", cap="#d8433f", collar="knit", scarf="#f3e6cf", mouth="laugh", lashes=True, blush=0.5,
+        lines=True, tilt=3, zoom=1.02, cheek=76, jaw=56, chin=287),
 }

@@ -39,7 +39,7 @@ SCENES = {
     "fountain": (scenes_nature.fountain, 1.4),
     "garden_birds": (scenes_nature.garden_birds, 1.3),
     "hall_organ": (scenes_music.hall_organ, 1.2),
-    "market_trader": (scenes_rail.market_trader, 1.6),
+    "market_trader": (scenes_street.market_trader, 1.6),
     "pedestrian_crossing": (scenes_street.pedestrian_crossing, 1.8),
     "rain_tin_roof": (scenes_nature.rain_tin_roof, 1.8),
     "rowing_eight": (scenes_nature.rowing_eight, 1.8),

@@ -3,7 +3,7 @@
 import numpy as np
 
 from instruments import city_hum, guitar_body, heel, note, piano, pipe, plucked
-from synth import add, band_noise, filtered, in_room, levelled, peaked, samples, silence, struck
+from synth import add, band_noise, filtered, in_room, peaked, silence, struck
 
 
 def busker_guitar(chance):
@@ -60,7 +60,8 @@ def street_piano(chance):
             for number in chord:
                 long = beat * (2.0 if last and step == 1 else 0.6)
                 if not (last and step == 2):
-                    add(track, piano(number, long, chance, 0.5), start + step * beat + chance.uniform(-0.01, 0.012), 0.28)
+                    add(track, piano(number, long, chance, 0.5), start + step * beat + chance.uniform(-0.01, 0.012),
+                        0.28)
         for place, (moment, number) in enumerate(tune):
             until = tune[place + 1][0] if place + 1 < len(tune) else 3
             held = beat * (until - moment) * (1.0 if not last else 0.8)

@@ -2,10 +2,10 @@
 
 import numpy as np
 
-from instruments import (bubbles, city_hum, clicks_through, crunch, leaves, murmur, splash, whistle)
-from scenes_rail import spoken
-from synth import (add, band_noise, convolved, curve, decay, faded, filtered, glide, harmonics, hump, in_room, levelled,
-                   peaked, samples, silence, sine, softened, struck, times, wander)
+from instruments import bubbles, city_hum, clicks_through, crunch, leaves, splash, whistle
+from speech import spoken
+from synth import (add, band_noise, convolved, curve, decay, faded, filtered, harmonics, hump, in_room, levelled,
+                   padded, peaked, silence, sine, softened, struck, times, wander)
 
 
 def garden_birds(chance):
@@ -113,8 +113,8 @@ def crickets_dusk(chance):
             moment += period * chance.uniform(0.96, 1.05)
     trill = sine(5650 + 30 * wander(length, chance, 2), length) * np.maximum(0, sine(54, length)) ** 2
     track += 0.04 * trill * wander(length, chance, 0.5)
-    for moment, pitch, level in ((1.15, 462, 0.6), (1.85, 438, 0.36), (3.3, 462, 0.62), (4.15, 436, 0.33), (5.7, 465, 0.6),
-                                 (6.25, 440, 0.3), (7.75, 458, 0.55)):
+    for moment, pitch, level in ((1.15, 462, 0.6), (1.85, 438, 0.36), (3.3, 462, 0.62), (4.15, 436, 0.33),
+                                 (5.7, 465, 0.6), (6.25, 440, 0.3), (7.75, 458, 0.55)):
         plonk = harmonics(pitch * (1 + 0.04 * decay(0.3, 0.03)), 0.3, (1, 0.55, 0.5, 0.2, 0.12)) * decay(0.3, 0.055)
         add(track, faded(plonk, 0.004, 0.05), moment, 0.6 * level)
     return in_room(track, chance, 1.2, 0.16, 0.5)
@@ -148,6 +148,6 @@ def rowing_eight(chance):
 
 def echoing(call):
     """A call over open water: itself and its return from the far bank."""
-    result = np.pad(peaked(call), (0, samples(0.5)))
+    result = padded(peaked(call), 0.5)
     add(result, filtered(call, 300, 1800), 0.31, 0.25)
     return result

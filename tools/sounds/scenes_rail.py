@@ -1,28 +1,11 @@
-"""Scenes of the railway and spoken scenes. Speech comes from espeak-ng, the rest is synthesised."""
-
-import io
-import subprocess
-import wave
+"""Scenes of the railway. Each returns a track for a random generator."""
 
 import numpy as np
 
-from instruments import GONG, bell, city_hum, heel, murmur
-from synth import (RATE, add, band_noise, curve, decay, faded, filtered, glide, harmonics, hump, in_room, levelled,
-                   peaked, samples, silence, sine, softened, struck, times, wander)
-
-
-def spoken(text, voice, words_per_minute, pitch):
-    """Speech from espeak-ng as samples at RATE; pitch is espeak-ng's 0 to 99."""
-    command = ["espeak-ng", "--stdout", "-v", voice, "-s", str(words_per_minute), "-p", str(pitch), "-a", "150", text]
-    result = subprocess.run(command, check=True, capture_output=True).stdout
-    with wave.open(io.BytesIO(result)) as source:
-        rate = source.getframerate()
-        # The header of a stream gives no true length, so every byte after it is taken.
-        data = result[44:]
-    speech = np.frombuffer(data[:len(data) // 2 * 2], dtype="<i2") / 32768.0
-    old = np.arange(len(speech)) / rate
-    new = np.arange(int(len(speech) * RATE / rate)) / RATE
-    return filtered(np.interp(new, old, speech), 80, rate / 2 * 0.8, 4)
+from instruments import city_hum, heel, murmur
+from speech import spoken
+from synth import (RATE, add, band_noise, curve, decay, faded, filtered, harmonics, hump, in_room, levelled, padded,
+                   peaked, silence, sine, softened, struck, wander)
 
 
 def station_announcement(chance):
@@ -43,34 +26,7 @@ def station_announcement(chance):
     idle = harmonics(50, length, (1, 0.8, 0.3, 0.4, 0.1, 0.25))
     track = 0.9 * peaked(hall) + 0.035 * levelled(people) + 0.012 * idle + 0.012 * band_noise(length, chance, 60, 400)
     for moment in (0.9, 1.45, 2.0, 2.53):
-        add(track, in_room(np.pad(heel(chance), (0, samples(0.6))), chance, 1.2, 0.5), moment, 0.12)
-    return track
-
-
-def market_trader(chance):
-    """A fruit seller calls his prices under the market's sheds, a rival answers from further off."""
-    calls = (("Strawberries! Two for five! Two for five!", "en-gb+m3", 172, 78, 0.35, 1.0),
-             ("Come on! Last of the mangoes!", "en-gb-scotland+m7", 165, 70, 3.9, 0.42),
-             ("Two for five, ladies! Beautiful, beautiful!", "en-gb+m3", 176, 84, 5.9, 1.0))
-    length = 9.6
-    shed = silence(length)
-    for text, voice, speed, pitch, moment, level in calls:
-        shout = softened(filtered(spoken(text, voice, speed, pitch), 260, 5200), 3.0)
-        lift = filtered(shout, 900, 3200)
-        call = peaked(shout) + 0.9 * peaked(lift)
-        if level < 0.5:
-            call = filtered(call, 300, 2400)
-        add(shed, call, moment, 0.5 * level)
-    track = 0.075 * murmur(length, chance, 22) + in_room(shed, chance, 0.9, 0.28, 0.5)
-    for moment in np.sort(chance.uniform(0.2, length - 0.6, 7)):
-        rustle = band_noise(0.35, chance, 2500, 9000) * hump(0.35) * wander(0.35, chance, 60) ** 2
-        add(track, rustle, moment, 0.05)
-    crate = struck(((140, 0.03, 1), (330, 0.02, 0.8), (760, 0.01, 0.5)), 0.2, chance)
-    for moment, level in ((3.3, 0.30), (3.46, 0.2), (8.9, 0.25)):
-        add(track, crate, moment, level)
-    for turn in range(26):
-        add(track, struck(((2100, 0.006, 1), (3350, 0.004, 0.7)), 0.05, chance), 4.9 + 0.047 * turn,
-            0.05 * float(np.sin(np.pi * (turn + 1) / 27)))
+        add(track, in_room(padded(heel(chance), 0.6), chance, 1.2, 0.5), moment, 0.12)
     return track
 
 

@@ -3,8 +3,8 @@
 import numpy as np
 
 from instruments import applause, cheer, leaves, murmur, whistle
-from synth import (add, band_noise, curve, decay, echoed, faded, filtered, harmonics, hump, in_room, levelled, peaked,
-                   silence, sine, softened, struck, times, wander)
+from synth import (add, band_noise, curve, decay, echoed, filtered, harmonics, hump, in_room, silence, softened, struck,
+                   times, wander)
 
 
 def stadium_roar(chance):
@@ -20,7 +20,8 @@ def stadium_roar(chance):
     add(track, cheer(6.2, chance, 60, 170, 480), 2.8, 0.17)
     busy = curve(length, ((0, 0), (3.4, 0), (4.6, 1), (8, 0.7), (9.5, 0.4)))
     track += 0.34 * applause(length, chance, 70, busy)
-    for moment, low, high, long in ((3.9, 1900, 2900, 0.5), (4.9, 2200, 3100, 0.35), (5.3, 2300, 3200, 0.4), (6.9, 1800, 2700, 0.6)):
+    for moment, low, high, long in ((3.9, 1900, 2900, 0.5), (4.9, 2200, 3100, 0.35), (5.3, 2300, 3200, 0.4),
+                                    (6.9, 1800, 2700, 0.6)):
         add(track, whistle(low, high, long, 40, 9, 0.1), moment, 0.10)
     return echoed(track, ((0.21, 0.2), (0.34, 0.12)))
 

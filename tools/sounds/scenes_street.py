@@ -1,10 +1,14 @@
-"""Scenes of the street: trams, crossings, bicycles, coffee, bells. Each returns a track for a random generator."""
+"""Scenes of the street: trams, crossings, bicycles, coffee, bells, a market.
+
+Each function returns a track for a random generator.
+"""
 
 import numpy as np
 
-from instruments import (GONG, bell, city_hum, clicks_through, heel, leaves, murmur, note)
-from synth import (add, band_noise, convolved, curve, decay, echoed, faded, filtered, glide, harmonics, hump, in_room,
-                   levelled, peaked, samples, silence, sine, softened, struck, times, wander)
+from instruments import GONG, bell, city_hum, clicks_through, heel, leaves, murmur, note
+from speech import spoken
+from synth import (add, band_noise, curve, decay, echoed, faded, filtered, glide, harmonics, hump, in_room, levelled,
+                   peaked, silence, sine, softened, struck, times, wander)
 
 
 def tram_bell(chance):
@@ -55,7 +59,8 @@ def footsteps_arcade(chance):
     dry = silence(length)
     moment = 0.3
     while moment < length - 0.8:
-        add(dry, heel(chance, chance.uniform(0.85, 1.1)), moment, 0.9 * float(np.interp(moment, (0, 4, 8), (0.55, 1, 0.6))))
+        add(dry, heel(chance, chance.uniform(0.85, 1.1)), moment,
+            0.9 * float(np.interp(moment, (0, 4, 8), (0.55, 1, 0.6))))
         moment += 0.56 * chance.uniform(0.97, 1.03)
     moment = 2.2
     while moment < length - 0.7:
@@ -91,7 +96,8 @@ def espresso_machine(chance):
     length = 9.5
     track = 0.06 * in_room(murmur(length, chance, 8), chance, 0.8, 0.5)
     grind = silence(length)
-    motor = harmonics(curve(2.4, ((0, 60), (0.25, 118), (2.1, 112), (2.4, 50))), 2.4, (1, 0.7, 0.5, 0.6, 0.3, 0.5, 0.2, 0.3))
+    motor = harmonics(curve(2.4, ((0, 60), (0.25, 118), (2.1, 112), (2.4, 50))), 2.4,
+                      (1, 0.7, 0.5, 0.6, 0.3, 0.5, 0.2, 0.3))
     beans = struck(((1900, 0.003, 1), (3300, 0.002, 0.8)), 0.03, chance)
     cracks = clicks_through(2.4, chance, 420, (beans,), 3.0)
     body = 0.35 * levelled(motor) + 0.5 * band_noise(2.4, chance, 500, 5200) + 1.0 * levelled(cracks)
@@ -104,7 +110,8 @@ def espresso_machine(chance):
     scream = harmonics(glide(1750, 640, 3.9) * (1 + 0.02 * wander(3.9, chance, 12)), 3.9, (1, 0.6, 0.5, 0.2))
     growl = band_noise(3.9, chance, 150, 900) * (0.55 + 0.45 * sine(31 + 6 * wander(3.9, chance, 3), 3.9))
     part = times(3.9) / 3.9
-    jet = 0.7 * hiss * (1.0 - 0.72 * part) + 1.1 * scream * np.exp(-((part - 0.2) / 0.17) ** 2) + 1.1 * growl * part ** 1.5
+    early = np.exp(-((part - 0.2) / 0.17) ** 2)
+    jet = 0.7 * hiss * (1.0 - 0.72 * part) + 1.1 * scream * early + 1.1 * growl * part ** 1.5
     add(steam, faded(jet, 0.05, 0.12), 4.1)
     track += 0.11 * grind + 0.13 * steam
     cup = struck(((2650, 0.05, 1), (4380, 0.03, 0.7), (6900, 0.02, 0.5), (1420, 0.02, 0.5)), 0.4, chance)
@@ -130,3 +137,30 @@ def church_bells(chance):
         moment += 0.30
     far = in_room(filtered(dry, None, 6500), chance, 2.6, 0.32, 0.4)
     return peaked(far) + 0.007 * city_hum(length, chance) + 0.004 * leaves(length, chance)
+
+
+def market_trader(chance):
+    """A fruit seller calls his prices under the market's sheds, a rival answers from further off."""
+    calls = (("Strawberries! Two for five! Two for five!", "en-gb+m3", 172, 78, 0.35, 1.0),
+             ("Come on! Last of the mangoes!", "en-gb-scotland+m7", 165, 70, 3.9, 0.42),
+             ("Two for five, ladies! Beautiful, beautiful!", "en-gb+m3", 176, 84, 5.9, 1.0))
+    length = 9.6
+    shed = silence(length)
+    for text, voice, speed, pitch, moment, level in calls:
+        shout = softened(filtered(spoken(text, voice, speed, pitch), 260, 5200), 3.0)
+        lift = filtered(shout, 900, 3200)
+        call = peaked(shout) + 0.9 * peaked(lift)
+        if level < 0.5:
+            call = filtered(call, 300, 2400)
+        add(shed, call, moment, 0.5 * level)
+    track = 0.075 * murmur(length, chance, 22) + in_room(shed, chance, 0.9, 0.28, 0.5)
+    for moment in np.sort(chance.uniform(0.2, length - 0.6, 7)):
+        rustle = band_noise(0.35, chance, 2500, 9000) * hump(0.35) * wander(0.35, chance, 60) ** 2
+        add(track, rustle, moment, 0.05)
+    crate = struck(((140, 0.03, 1), (330, 0.02, 0.8), (760, 0.01, 0.5)), 0.2, chance)
+    for moment, level in ((3.3, 0.30), (3.46, 0.2), (8.9, 0.25)):
+        add(track, crate, moment, level)
+    for turn in range(26):
+        add(track, struck(((2100, 0.006, 1), (3350, 0.004, 0.7)), 0.05, chance), 4.9 + 0.047 * turn,
+            0.05 * float(np.sin(np.pi * (turn + 1) / 27)))
+    return track

@@ -38,11 +38,9 @@ def add(track, sound, at, gain=1.0):
         track[start:start + length] += gain * sound[skipped:skipped + length]
 
 
-def fitted(sound, duration):
-    """The sound cut or padded with silence to a duration (seconds)."""
-    result = silence(duration)
-    add(result, sound, 0)
-    return result
+def padded(sound, duration):
+    """The sound with silence (seconds) after it."""
+    return np.concatenate((sound, silence(duration)))
 
 
 # ---- level ------------------------------------------------------------------------------------
