@@ -1,0 +1,338 @@
+#include "platform/tables/UIScrollView.h"
+
+#include "platform/foundation/Scheduler.h"
+#include "platform/graphics/MainScreenScale.h"
+#include "platform/layers/CAMediaTimingFunction.h"
+#include "platform/tables/ScrollIndicator.h"
+#include "platform/views/InteractionConstants.h"
+#include "platform/views/UIPanGestureRecognizer.h"
+
+#include <cmath>
+
+namespace {
+
+constexpr double scrollAnimationDuration = 0.3; // seconds
+
+// Below this a released content only settles, in points a second: a finger that rests still trembles.
+constexpr double minimumFlingVelocity = 30;
+
+double roundedToPixel(double offset)
+{
+    const double scale = MainScreenScale::get();
+    return std::round(offset * scale) / scale;
+}
+
+} // namespace
+
+// A pan that begins at once when the finger catches a moving content: the touch stops it and is no tap.
+class UIScrollView::PanGestureRecognizer final : public UIPanGestureRecognizer {
+public:
+    explicit PanGestureRecognizer(UIScrollView& scrollView)
+        : m_scrollView(scrollView)
+    {
+    }
+
+protected:
+    void touchesBegan(const UITouches& touches, UIEvent& event) override
+    {
+        UIPanGestureRecognizer::touchesBegan(touches, event);
+        if (state() == UIGestureRecognizerState::Possible && m_scrollView.catchContent())
+            setState(UIGestureRecognizerState::Began);
+    }
+
+private:
+    UIScrollView& m_scrollView; // holds this recogniser
+};
+
+UIScrollView::~UIScrollView() = default;
+
+void UIScrollView::init()
+{
+    UIView::init();
+    setClipsToBounds(true);
+    m_pan = make<PanGestureRecognizer>(*this);
+    m_pan->addTarget(Action(strongSelf(this), &UIScrollView::panned));
+    addGestureRecognizer(m_pan);
+    m_indicators = { make<ScrollIndicator>(ScrollIndicator::Axis::Horizontal),
+        make<ScrollIndicator>(ScrollIndicator::Axis::Vertical) };
+    for (const auto& indicator : m_indicators)
+        addSubview(indicator);
+}
+
+void UIScrollView::setContentSize(const CGSize& size)
+{
+    m_contentSize = size;
+    keepOffsetInRange();
+    placeIndicators();
+}
+
+void UIScrollView::setContentInset(const UIEdgeInsets& inset)
+{
+    // Content that rests at its top goes on resting there.
+    const bool wasAtTop = contentOffset().y() <= verticalRange().minimum;
+    m_contentInset = inset;
+    if (wasAtTop && !isDragging() && !m_motion)
+        applyOffset({ contentOffset().x(), verticalRange().minimum });
+    keepOffsetInRange();
+    placeIndicators();
+}
+
+void UIScrollView::setContentOffset(const CGPoint& offset)
+{
+    stopMotion();
+    applyOffset(offset);
+}
+
+void UIScrollView::setContentOffset(const CGPoint& offset, Animated animated)
+{
+    if (animated == Animated::No || !window()) {
+        setContentOffset(offset);
+        return;
+    }
+    const CGPoint from = contentOffset();
+    const auto curve = CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseInEaseOut);
+    startMotion({ Motion::Kind::Animation, Scheduler::current().now(), scrollAnimationDuration,
+        [from, offset, curve](double time) {
+            return from + (offset - from) * curve->valueAt(time / scrollAnimationDuration);
+        } });
+}
+
+void UIScrollView::scrollRectToVisible(const CGRect& rect, Animated animated)
+{
+    const CGRect uncovered = uncoveredRect();
+    const auto nearestOffset
+        = [](double offset, double start, double end, double visibleStart, double visibleEnd) {
+              if (start < visibleStart || end - start > visibleEnd - visibleStart)
+                  return offset + start - visibleStart;
+              return end > visibleEnd ? offset + end - visibleEnd : offset;
+          };
+    const CGPoint offset = contentOffset();
+    const CGPoint target(
+        nearestOffset(offset.x(), rect.left(), rect.right(), uncovered.left(), uncovered.right()),
+        nearestOffset(offset.y(), rect.top(), rect.bottom(), uncovered.top(), uncovered.bottom()));
+    if (clampedOffset(target) != offset)
+        setContentOffset(clampedOffset(target), animated);
+}
+
+void UIScrollView::setScrollEnabled(bool enabled)
+{
+    m_scrollEnabled = enabled;
+    m_pan->setEnabled(enabled);
+}
+
+void UIScrollView::setShowsScrollIndicators(bool shows)
+{
+    for (const auto& indicator : m_indicators)
+        shows ? addSubview(indicator) : indicator->removeFromSuperview();
+}
+
+void UIScrollView::setScrollIndicatorInsets(const UIEdgeInsets& insets)
+{
+    m_scrollIndicatorInsets = insets;
+    placeIndicators();
+}
+
+void UIScrollView::setBounds(const CGRect& bounds)
+{
+    const CGPoint oldOffset = contentOffset();
+    UIView::setBounds(bounds);
+    if (oldOffset == contentOffset())
+        return;
+    placeIndicators();
+    contentOffsetDidChange();
+    if (const auto delegate = m_delegate.lock())
+        delegate->scrollViewDidScroll(*this);
+}
+
+void UIScrollView::layoutSubviews()
+{
+    UIView::layoutSubviews();
+    keepOffsetInRange();
+    placeIndicators();
+}
+
+void UIScrollView::didMoveToWindow()
+{
+    UIView::didMoveToWindow();
+    if (window() || !m_motion)
+        return;
+    // Nobody sees the way any more: be at its end.
+    const Motion motion = *m_motion;
+    stopMotion();
+    applyOffset(motion.offsetAt(motion.duration));
+}
+
+void UIScrollView::updateForFrame(double now)
+{
+    UIView::updateForFrame(now);
+    if (!m_motion)
+        return;
+    const auto keepAlive = shared_from_this();
+    const Motion motion = *m_motion;
+    const double time = now - motion.startTime;
+    if (time < motion.duration) {
+        setNeedsFrameUpdate();
+        applyOffset(motion.offsetAt(time));
+        return;
+    }
+    m_motion.reset();
+    applyOffset(motion.offsetAt(motion.duration));
+    const auto delegate = m_delegate.lock();
+    if (!delegate)
+        return;
+    if (motion.kind == Motion::Kind::Deceleration)
+        delegate->scrollViewDidEndDecelerating(*this);
+    else
+        delegate->scrollViewDidEndScrollingAnimation(*this);
+}
+
+double UIScrollView::delayForContentTouches() const { return InteractionConstants::contentTouchDelay; }
+
+bool UIScrollView::scrollWheel(const UIScrollEvent& event)
+{
+    const CGPoint delta(
+        scrollsHorizontally() ? event.delta.x() : 0, scrollsVertically() ? event.delta.y() : 0);
+    if (!m_scrollEnabled || delta.isNull())
+        return false;
+    stopMotion();
+    applyOffset(clampedOffset(contentOffset() - delta));
+    return true;
+}
+
+CGRect UIScrollView::uncoveredRect() const { return UIEdgeInsetsInsetRect(bounds(), m_contentInset); }
+
+// --- Dragging ----------------------------------------------------------------------------------------
+
+void UIScrollView::panned(UIPanGestureRecognizer& recognizer)
+{
+    switch (recognizer.state()) {
+    case UIGestureRecognizerState::Began:
+        beginDragging();
+        break;
+    case UIGestureRecognizerState::Changed: {
+        if (!m_dragOrigin)
+            break;
+        const CGPoint wanted = *m_dragOrigin - recognizer.translationInView(nullptr);
+        const CGPoint shown(ScrollPhysics::rubberBandOffset(wanted.x(), horizontalRange(), bounds().width()),
+            ScrollPhysics::rubberBandOffset(wanted.y(), verticalRange(), bounds().height()));
+        const CGPoint free = m_bounces ? shown : clampedOffset(wanted);
+        applyOffset({ scrollsHorizontally() ? free.x() : contentOffset().x(),
+            scrollsVertically() ? free.y() : contentOffset().y() });
+        break;
+    }
+    case UIGestureRecognizerState::Ended:
+        endDragging(recognizer.velocityInView(nullptr));
+        break;
+    case UIGestureRecognizerState::Cancelled:
+        endDragging({});
+        break;
+    default:
+        break;
+    }
+}
+
+void UIScrollView::beginDragging()
+{
+    stopMotion();
+    // Where the finger would have to pull from to show what is shown, the rubber band taken into account.
+    const auto pulledFrom = [](double offset, ScrollPhysics::Range range, double dimension) {
+        const double end = range.clamp(offset);
+        return end + ScrollPhysics::rubberBandPull(offset - end, dimension);
+    };
+    m_dragOrigin = CGPoint(pulledFrom(contentOffset().x(), horizontalRange(), bounds().width()),
+        pulledFrom(contentOffset().y(), verticalRange(), bounds().height()));
+    if (const auto delegate = m_delegate.lock())
+        delegate->scrollViewWillBeginDragging(*this);
+}
+
+void UIScrollView::endDragging(const CGPoint& velocity)
+{
+    if (!m_dragOrigin)
+        return;
+    m_dragOrigin.reset();
+    const auto flung = [](double speed, bool scrolls) {
+        return scrolls && std::abs(speed) >= minimumFlingVelocity ? -speed : 0;
+    };
+    const ScrollFlight horizontal(
+        contentOffset().x(), flung(velocity.x(), scrollsHorizontally()), horizontalRange());
+    const ScrollFlight vertical(
+        contentOffset().y(), flung(velocity.y(), scrollsVertically()), verticalRange());
+    const double duration = std::max(horizontal.duration(), vertical.duration());
+    if (duration > 0)
+        startMotion({ Motion::Kind::Deceleration, Scheduler::current().now(), duration,
+            [this, horizontal, vertical](double time) {
+                const CGPoint offset(horizontal.offsetAt(time), vertical.offsetAt(time));
+                return m_bounces ? offset : clampedOffset(offset);
+            } });
+    if (const auto delegate = m_delegate.lock())
+        delegate->scrollViewDidEndDragging(*this, duration > 0);
+}
+
+bool UIScrollView::catchContent()
+{
+    if (!m_motion)
+        return false;
+    stopMotion();
+    return true;
+}
+
+// --- Motion ------------------------------------------------------------------------------------------
+
+void UIScrollView::startMotion(Motion motion)
+{
+    m_motion = std::move(motion);
+    setNeedsFrameUpdate();
+}
+
+void UIScrollView::stopMotion() { m_motion.reset(); }
+
+void UIScrollView::applyOffset(const CGPoint& offset)
+{
+    const CGPoint whole(roundedToPixel(offset.x()), roundedToPixel(offset.y()));
+    if (whole == contentOffset() || !std::isfinite(whole.x()) || !std::isfinite(whole.y()))
+        return;
+    setBounds({ whole, bounds().size() });
+    for (const auto& indicator : m_indicators)
+        indicator->flash();
+}
+
+void UIScrollView::keepOffsetInRange()
+{
+    if (!isDragging() && !m_motion)
+        applyOffset(clampedOffset(contentOffset()));
+}
+
+CGPoint UIScrollView::clampedOffset(const CGPoint& offset) const
+{
+    return { horizontalRange().clamp(offset.x()), verticalRange().clamp(offset.y()) };
+}
+
+ScrollPhysics::Range UIScrollView::horizontalRange() const
+{
+    const double minimum = -m_contentInset.left;
+    const double maximum = m_contentSize.width() + m_contentInset.right - bounds().width();
+    return { minimum, std::max(minimum, maximum) };
+}
+
+ScrollPhysics::Range UIScrollView::verticalRange() const
+{
+    const double minimum = -m_contentInset.top;
+    const double maximum = m_contentSize.height() + m_contentInset.bottom - bounds().height();
+    return { minimum, std::max(minimum, maximum) };
+}
+
+bool UIScrollView::scrollsHorizontally() const
+{
+    return horizontalRange().maximum > horizontalRange().minimum;
+}
+
+bool UIScrollView::scrollsVertically() const
+{
+    return m_alwaysBounceVertical || verticalRange().maximum > verticalRange().minimum;
+}
+
+void UIScrollView::placeIndicators()
+{
+    m_indicators[0]->place(bounds(), m_scrollIndicatorInsets, m_contentSize.width(), horizontalRange());
+    m_indicators[1]->place(bounds(), m_scrollIndicatorInsets, m_contentSize.height(), verticalRange());
+}

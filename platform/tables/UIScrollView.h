@@ -1,0 +1,102 @@
+// A window onto content larger than itself: follows the finger, goes on with momentum, resists at the ends.
+//
+// The content offset is the origin of the view's bounds, always on a whole device pixel, so that text
+// stays crisp while it moves. Motions are functions of time, played frame by frame while the view is in a
+// window; a touch stops them. Offsets reach past the ends only by rubber band and momentum, or when they
+// are set.
+#pragma once
+
+#include "platform/tables/ScrollPhysics.h"
+#include "platform/tables/UIScrollViewDelegate.h"
+#include "platform/views/UIView.h"
+
+#include <array>
+#include <optional>
+
+class ScrollIndicator;
+class UIPanGestureRecognizer;
+
+class UIScrollView : public UIView {
+public:
+    using UIView::UIView;
+    ~UIScrollView() override;
+
+    void setDelegate(std::weak_ptr<UIScrollViewDelegate> delegate) { m_delegate = std::move(delegate); }
+    std::shared_ptr<UIScrollViewDelegate> delegate() const { return m_delegate.lock(); }
+
+    CGSize contentSize() const { return m_contentSize; }
+    void setContentSize(const CGSize& size);
+    // Free space around the content that can be scrolled to.
+    UIEdgeInsets contentInset() const { return m_contentInset; }
+    void setContentInset(const UIEdgeInsets& inset);
+    CGPoint contentOffset() const { return bounds().topLeft(); }
+    void setContentOffset(const CGPoint& offset); // stops what is under way
+    void setContentOffset(const CGPoint& offset, Animated animated);
+    // Scrolls as little as shows the rectangle of the content, or its beginning where it is too long.
+    void scrollRectToVisible(const CGRect& rect, Animated animated);
+
+    bool isScrollEnabled() const { return m_scrollEnabled; }
+    void setScrollEnabled(bool enabled);
+    // Whether the content gives way at its ends, and whether it does so even where it fits the view.
+    void setBounces(bool bounces) { m_bounces = bounces; }
+    void setAlwaysBounceVertical(bool always) { m_alwaysBounceVertical = always; }
+    void setShowsScrollIndicators(bool shows);
+    UIEdgeInsets scrollIndicatorInsets() const { return m_scrollIndicatorInsets; }
+    void setScrollIndicatorInsets(const UIEdgeInsets& insets);
+
+    bool isDragging() const { return m_dragOrigin.has_value(); }
+    bool isDecelerating() const { return m_motion && m_motion->kind == Motion::Kind::Deceleration; }
+    const std::shared_ptr<UIPanGestureRecognizer>& panGestureRecognizer() const { return m_pan; }
+
+    void setBounds(const CGRect& bounds) override;
+    void layoutSubviews() override;
+    void updateForFrame(double now) override;
+    double delayForContentTouches() const override;
+    bool scrollWheel(const UIScrollEvent&) override;
+
+protected:
+    void init() override;
+    void didMoveToWindow() override;
+    // Sent after every change of the offset, before the delegate hears of it.
+    virtual void contentOffsetDidChange() { }
+    // The part of the content that shows and is not covered by the insets.
+    CGRect uncoveredRect() const;
+
+private:
+    struct Motion {
+        enum class Kind { Deceleration, Animation };
+        Kind kind;
+        double startTime;
+        double duration;
+        std::function<CGPoint(double time)> offsetAt;
+    };
+    class PanGestureRecognizer;
+
+    void panned(UIPanGestureRecognizer& recognizer);
+    void beginDragging();
+    void endDragging(const CGPoint& velocity);
+    // Whether the content was moving and has been stopped by this.
+    bool catchContent();
+    void startMotion(Motion motion);
+    void stopMotion();
+    void applyOffset(const CGPoint& offset);
+    void keepOffsetInRange();
+    ScrollPhysics::Range horizontalRange() const;
+    ScrollPhysics::Range verticalRange() const;
+    bool scrollsHorizontally() const;
+    bool scrollsVertically() const;
+    CGPoint clampedOffset(const CGPoint& offset) const;
+    void placeIndicators();
+
+    std::weak_ptr<UIScrollViewDelegate> m_delegate;
+    CGSize m_contentSize;
+    UIEdgeInsets m_contentInset;
+    UIEdgeInsets m_scrollIndicatorInsets;
+    std::shared_ptr<UIPanGestureRecognizer> m_pan;
+    std::array<std::shared_ptr<ScrollIndicator>, 2> m_indicators; // horizontal, vertical
+    std::optional<CGPoint> m_dragOrigin; // the offset the finger pulls from; set while it drags
+    std::optional<Motion> m_motion;
+    bool m_scrollEnabled = true;
+    bool m_bounces = true;
+    bool m_alwaysBounceVertical = false;
+};
