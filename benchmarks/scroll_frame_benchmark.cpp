@@ -1,0 +1,162 @@
+// What one frame of a scrolling list costs: thirteen rows of five contents, drawn into a real window.
+//
+// Draws the same motion in both forms, each row flattened into one picture and a node for each content,
+// and prints the time of a frame. A row leaves and another enters every few frames, as in a list.
+// For instruction counts run one form under callgrind, once with few and once with many frames:
+//     scroll_frame_benchmark flattened 100
+#include "platform/host/SceneItem.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QQuickWindow>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+namespace {
+
+constexpr double scale = 2;
+constexpr double rowHeight = 68;
+constexpr double step = 7; // points a frame: a brisk flick
+const CGSize screen(390, 844);
+
+QImage picture(double width, double height, const QColor& color)
+{
+    QImage image(qRound(width * scale), qRound(height * scale), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(color);
+    painter.setPen(Qt::NoPen);
+    painter.drawRoundedRect(image.rect(), 12, 12);
+    return image;
+}
+
+// A list whose content offset is set; rows keep their layers while they are on the screen.
+class List {
+public:
+    FrameList frame(double offset)
+    {
+        FrameList list { screen, scale, {} };
+        FrameItem root;
+        root.layer = LayerID { 1 };
+        root.bounds = { CGPoint(), screen };
+        root.backgroundColor = Qt::white;
+        list.items.push_back(root);
+        FrameItem scrollView = root;
+        scrollView.layer = LayerID { 2 };
+        scrollView.bounds = { CGPoint(0, offset), screen };
+        scrollView.transform = CGAffineTransform::fromTranslate(0, -offset);
+        scrollView.clipsToBounds = true;
+        list.items.push_back(scrollView);
+        const int first = int(offset / rowHeight);
+        for (int row = first; row * rowHeight < offset + screen.height(); ++row)
+            addRow(list, row);
+        list.items[0].subtreeEnd = list.items[1].subtreeEnd = int(list.items.size());
+        return list;
+    }
+
+private:
+    void addRow(FrameList& list, int row)
+    {
+        const auto id = std::uint64_t(row + 1) * 16;
+        const int start = int(list.items.size());
+        FrameItem cell;
+        cell.layer = LayerID { id };
+        cell.transform = CGAffineTransform::fromTranslate(0, row * rowHeight);
+        cell.bounds = { 0, 0, screen.width(), rowHeight };
+        cell.backgroundColor = Qt::white;
+        list.items.push_back(cell);
+        const CGRect places[] = { { 12, 10, 48, 48 }, { 72, 10, 220, 22 }, { 72, 36, 180, 18 },
+            { 310, 12, 68, 16 }, { 340, 34, 24, 24 } };
+        for (std::size_t i = 0; i < std::size(places); ++i) {
+            FrameItem item;
+            item.layer = LayerID { id + 1 + i };
+            item.transform = CGAffineTransform::fromTranslate(places[i].x(), places[i].y());
+            item.bounds = { CGPoint(), places[i].size() };
+            item.content = FrameImage { contents(row, i, places[i]), item.bounds, {} };
+            item.subtreeEnd = int(list.items.size()) + 1;
+            list.items.push_back(item);
+        }
+        list.items[std::size_t(start)].subtreeEnd = int(list.items.size());
+    }
+
+    // Texts differ from row to row, as they do in a list.
+    QImage contents(int row, std::size_t index, const CGRect& place)
+    {
+        QImage& image = m_contents[std::size_t(row) % 64][index];
+        if (image.isNull())
+            image = picture(place.width(), place.height(), QColor::fromHsv((row * 37) % 360, 120, 160));
+        return image;
+    }
+
+    QImage m_contents[64][5];
+};
+
+class Stage {
+public:
+    explicit Stage(FlatteningPlan::FlattensMoving form)
+        : m_item(m_window.contentItem(), form)
+    {
+        m_window.setColor(Qt::white);
+        m_window.resize(qRound(screen.width() * scale), qRound(screen.height() * scale));
+        m_item.setSize(m_window.size());
+        QObject::connect(&m_window, &QQuickWindow::frameSwapped, [this] { ++m_frames; });
+        m_item.setFrameList(m_list.frame(0));
+        m_window.show();
+        while (m_frames == 0)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+
+    // Seconds from the new offset to the drawn picture.
+    double draw(double offset)
+    {
+        const int drawn = m_frames;
+        const auto start = std::chrono::steady_clock::now();
+        m_item.setFrameList(m_list.frame(offset));
+        while (m_frames == drawn)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    }
+
+    int pictureCount() const { return m_item.pictureCount(); }
+
+private:
+    QQuickWindow m_window;
+    SceneItem m_item;
+    List m_list;
+    int m_frames = 0;
+};
+
+void run(const char* name, FlatteningPlan::FlattensMoving form, int frames)
+{
+    Stage stage(form);
+    std::vector<double> times;
+    for (int frame = 1; frame <= frames; ++frame)
+        times.push_back(stage.draw(frame * step));
+    std::sort(times.begin(), times.end());
+    const auto at = [&](double fraction) { return times[std::size_t(fraction * double(times.size() - 1))]; };
+    std::printf("%-10s %5d frames: median %.3f ms, 99th percentile %.3f ms, longest %.3f ms, %d pictures\n",
+        name, frames, at(0.5) * 1000, at(0.99) * 1000, times.back() * 1000, stage.pictureCount());
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    for (const auto& [name, value] : { std::pair { "QT_QPA_PLATFORM", "offscreen" },
+             std::pair { "QT_QUICK_BACKEND", "software" }, std::pair { "QT_QPA_UPDATE_IDLE_TIME", "0" } })
+        qputenv(name, value);
+    const QGuiApplication application(argc, argv);
+    const char* const form = argc > 1 ? argv[1] : "both";
+    const int frames = argc > 2 ? std::max(std::atoi(argv[2]), 1) : 1000;
+    if (std::strcmp(form, "nodes") != 0)
+        run("flattened", FlatteningPlan::FlattensMoving::Yes, frames);
+    if (std::strcmp(form, "flattened") != 0)
+        run("nodes", FlatteningPlan::FlattensMoving::No, frames);
+    return 0;
+}

@@ -1,0 +1,58 @@
+// Decides which subtrees of a frame are drawn as one picture each.
+//
+// Some must be: what fades as one thing, and what rounded corners or a turned clip cut. The others are
+// flattened because they move and nothing in them changes: a row of a scrolling list is then one picture
+// to move instead of ten. Such a picture is kept when the motion stops, until something in it changes.
+// Only the topmost such subtrees count; what lies in a picture is not asked about.
+#pragma once
+
+#include "platform/host/FrameDifference.h"
+
+#include <cstdint>
+
+class FlatteningPlan {
+public:
+    enum class Way : std::uint8_t {
+        Nodes, // each of the layer's drawings is a node of its own
+        Picture, // the subtree is one picture
+        Nothing, // not drawn: wholly transparent, or inside a picture
+    };
+
+    // With No, only what must be one picture is flattened: the plain form that the other is measured against.
+    enum class FlattensMoving : bool { No, Yes };
+    explicit FlatteningPlan(FlattensMoving flattensMoving = FlattensMoving::Yes)
+        : m_flattensMoving(flattensMoving == FlattensMoving::Yes)
+    {
+    }
+
+    // Plans the next frame; the difference is that of the list to the one planned before.
+    void plan(const FrameList& list, const FrameDifference& difference);
+
+    Way way(int index) const { return m_states[std::size_t(index)].way; }
+    // Whether the picture of the subtree in the frame before shows this frame's subtree, too.
+    bool keepsPicture(int index) const { return m_states[std::size_t(index)].keepsPicture; }
+
+private:
+    struct State {
+        Way way = Way::Nothing;
+        bool keepsPicture = false;
+        bool flattenedByMotion = false;
+        bool changed = false; // was not as in the frame before it
+        int drawingsBefore = 0; // things drawn by the items before this one
+    };
+
+    void planSubtree(int index, const CGAffineTransform& parentTransform);
+    bool mustBePicture(int index, const CGAffineTransform& screenTransform) const;
+    bool shouldBePicture(int index) const;
+    bool arrivesAmongFlattened(int index) const;
+    bool fitsInPicture(int index, double screens) const;
+    int drawings(int index) const;
+    const State* previousState(int index) const;
+
+    bool m_flattensMoving;
+    const FrameList* m_list = nullptr; // only while planning
+    const FrameDifference* m_difference = nullptr;
+    std::vector<State> m_states; // one more than the list has, for the last sum
+    std::vector<State> m_previousStates;
+    std::vector<bool> m_hasFlattenedChild; // by index in the list planned before, then in this one
+};

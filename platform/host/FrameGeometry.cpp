@@ -1,0 +1,138 @@
+#include "platform/host/FrameGeometry.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double pixelTolerance = 1e-3;
+
+// How far a stroke may reach beyond its path: sharp corners are cut at two line widths.
+constexpr double strokeReach = 2;
+
+CGRect contentExtent(const FrameItem& item, double scale)
+{
+    if (const auto* image = std::get_if<FrameImage>(&item.content))
+        return FrameGeometry::deviceRect(image->rect, scale);
+    const auto* shape = std::get_if<FrameShape>(&item.content);
+    if (!shape)
+        return {};
+    CGRect extent = shape->path->boundingRect();
+    if (shape->strokeColor.isValid()) {
+        const double reach = std::max(shape->lineWidth, 0.0) * strokeReach;
+        extent.adjust(-reach, -reach, reach, reach);
+    }
+    // Antialiasing colours one more pixel on each side.
+    return FrameGeometry::deviceRect(extent, scale).adjusted(-1, -1, 1, 1);
+}
+
+// Unlike QRectF's own union, one with an empty rectangle is the other one.
+CGRect united(const CGRect& first, const CGRect& second)
+{
+    if (first.isEmpty())
+        return second;
+    return second.isEmpty() ? first : first.united(second);
+}
+
+bool contains(const CGRect& outer, const CGRect& inner)
+{
+    return outer.adjusted(-pixelTolerance, -pixelTolerance, pixelTolerance, pixelTolerance).contains(inner);
+}
+
+} // namespace
+
+CGRect FrameGeometry::deviceRect(const CGRect& points, double scale)
+{
+    return { points.x() * scale, points.y() * scale, points.width() * scale, points.height() * scale };
+}
+
+CGAffineTransform FrameGeometry::deviceTransform(const FrameItem& item, double scale)
+{
+    const CGAffineTransform& points = item.transform;
+    return { points.m11(), points.m12(), points.m21(), points.m22(), points.dx() * scale,
+        points.dy() * scale };
+}
+
+bool FrameGeometry::isTranslation(const CGAffineTransform& transform)
+{
+    return transform.type() <= QTransform::TxTranslate;
+}
+
+double FrameGeometry::effectiveCornerRadius(const FrameItem& item)
+{
+    return std::clamp(item.cornerRadius, 0.0, std::min(item.bounds.width(), item.bounds.height()) / 2);
+}
+
+bool FrameGeometry::drawsBackground(const FrameItem& item)
+{
+    return item.backgroundColor.isValid() && item.backgroundColor.alpha() > 0 && !item.bounds.isEmpty();
+}
+
+bool FrameGeometry::drawsContent(const FrameItem& item)
+{
+    if (const auto* image = std::get_if<FrameImage>(&item.content))
+        return !image->image.isNull() && !image->rect.isEmpty();
+    const auto* shape = std::get_if<FrameShape>(&item.content);
+    return shape && !shape->path->isEmpty() && (shape->fillColor.isValid() || shape->strokeColor.isValid());
+}
+
+bool FrameGeometry::clipsRoundedly(const FrameItem& item)
+{
+    return item.clipsToBounds && effectiveCornerRadius(item) > 0;
+}
+
+bool FrameGeometry::needsPainter(const FrameItem& item)
+{
+    if (effectiveCornerRadius(item) > 0 && (drawsBackground(item) || item.clipsToBounds))
+        return true;
+    return drawsContent(item) && std::holds_alternative<FrameShape>(item.content);
+}
+
+CGRect FrameGeometry::ownExtent(const FrameItem& item, double scale)
+{
+    const CGRect bounds = deviceRect(item.bounds, scale);
+    CGRect extent = drawsBackground(item) ? bounds : CGRect();
+    if (drawsContent(item))
+        extent = united(extent, contentExtent(item, scale));
+    return item.clipsToBounds ? extent.intersected(bounds) : extent;
+}
+
+CGRect FrameGeometry::subtreeExtent(const FrameList& list, int index)
+{
+    const FrameItem& item = list.items[std::size_t(index)];
+    CGRect extent = ownExtent(item, list.scale);
+    forEachChild(list, index, [&](int child) {
+        const FrameItem& childItem = list.items[std::size_t(child)];
+        if (childItem.opacity > 0)
+            extent
+                = united(extent, deviceTransform(childItem, list.scale).mapRect(subtreeExtent(list, child)));
+    });
+    return item.clipsToBounds ? extent.intersected(deviceRect(item.bounds, list.scale)) : extent;
+}
+
+bool FrameGeometry::isCovered(const FrameList& list, int index, const CGRect& rect)
+{
+    const FrameItem& item = list.items[std::size_t(index)];
+    const bool fillsRect = contains(deviceRect(item.bounds, list.scale), rect);
+    const bool isRound = effectiveCornerRadius(item) > 0;
+    if (drawsBackground(item) && item.backgroundColor.alpha() == 255 && fillsRect && !isRound)
+        return true;
+    if (item.clipsToBounds && (!fillsRect || isRound))
+        return false;
+    bool covered = false;
+    forEachChild(list, index, [&](int child) {
+        const FrameItem& childItem = list.items[std::size_t(child)];
+        const CGAffineTransform transform = deviceTransform(childItem, list.scale);
+        covered = covered
+            || (childItem.opacity >= 1 && isTranslation(transform)
+                && isCovered(list, child, rect.translated(-transform.dx(), -transform.dy())));
+    });
+    return covered;
+}
+
+QRect FrameGeometry::wholePixels(const CGRect& rect)
+{
+    if (rect.isEmpty())
+        return {};
+    return rect.adjusted(pixelTolerance, pixelTolerance, -pixelTolerance, -pixelTolerance).toAlignedRect();
+}

@@ -1,0 +1,21 @@
+#include "platform/host/HostExecutor.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+HostExecutor::HostExecutor()
+    : m_main([this] { QCoreApplication::postEvent(this, new QEvent(QEvent::User)); })
+    , m_executor(m_main, m_global)
+{
+    Executor::setCurrent(&m_executor);
+}
+
+HostExecutor::~HostExecutor() = default;
+
+bool HostExecutor::event(QEvent* event)
+{
+    if (event->type() != QEvent::User)
+        return QObject::event(event);
+    m_main.drain();
+    return true;
+}

@@ -1,0 +1,208 @@
+#include "platform/host/LayerNode.h"
+
+#include "platform/host/FrameGeometry.h"
+
+#include <QQuickWindow>
+#include <QSGImageNode>
+#include <QSGRectangleNode>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+// A matrix that only moves says so, which spares the renderer general multiplications.
+QMatrix4x4 matrixOf(const CGAffineTransform& transform)
+{
+    if (!FrameGeometry::isTranslation(transform))
+        return QMatrix4x4(transform);
+    QMatrix4x4 matrix;
+    matrix.translate(static_cast<float>(transform.dx()), static_cast<float>(transform.dy()));
+    return matrix;
+}
+
+} // namespace
+
+LayerNode::LayerNode(QQuickWindow& window)
+    : m_window(window)
+{
+}
+
+LayerNode::~LayerNode()
+{
+    removeImage(); // before its texture goes
+}
+
+void LayerNode::setTransform(const CGAffineTransform& transform) { setMatrix(matrixOf(transform)); }
+
+void LayerNode::setOpacity(double opacity)
+{
+    if (!m_opacity) {
+        if (opacity >= 1)
+            return;
+        m_opacity = new QSGOpacityNode;
+        m_opacity->setFlag(OwnedByParent);
+        reparentChildNodesTo(m_opacity);
+        appendChildNode(m_opacity);
+    }
+    m_opacity->setOpacity(opacity);
+}
+
+void LayerNode::showItem(const FrameList& list, int index, TextureCache& textures)
+{
+    m_showsSubtree = false;
+    const FrameItem& item = list.items[std::size_t(index)];
+    const CGRect bounds = FrameGeometry::deviceRect(item.bounds, list.scale);
+    // Round corners are cut in the picture itself; a layer that cuts others so is one picture anyway.
+    setClip(item.clipsToBounds ? &bounds : nullptr);
+    if (FrameGeometry::needsPainter(item)) {
+        removeBackground();
+        showPicture(FramePainter(list).paintItem(index), textures);
+        return;
+    }
+    if (FrameGeometry::drawsBackground(item))
+        setBackground(bounds, item.backgroundColor);
+    else
+        removeBackground();
+    if (FrameGeometry::drawsContent(item)) {
+        const auto& image = std::get<FrameImage>(item.content);
+        setImage(textures.texture(image), FrameGeometry::deviceRect(image.rect, list.scale));
+    } else {
+        removeImage();
+    }
+}
+
+void LayerNode::showSubtree(const FrameList& list, int index, TextureCache& textures)
+{
+    m_showsSubtree = true;
+    setClip(nullptr);
+    removeBackground();
+    showPicture(FramePainter(list).paintSubtree(index), textures);
+}
+
+void LayerNode::showPicture(const FramePicture& picture, TextureCache& textures)
+{
+    if (picture.image.isNull())
+        removeImage();
+    else
+        setImage(textures.makeTexture(picture.image), picture.rect);
+}
+
+void LayerNode::setSublayers(const std::vector<LayerNode*>& sublayers)
+{
+    QSGNode* const parent = container();
+    // Those that leave go first: the others then mostly stand where they belong already.
+    QSGNode* present = firstSublayer();
+    while (present) {
+        QSGNode* const next = present->nextSibling();
+        if (std::find(sublayers.begin(), sublayers.end(), present) == sublayers.end())
+            parent->removeChildNode(present);
+        present = next;
+    }
+    QSGNode* place = firstSublayer();
+    for (LayerNode* sublayer : sublayers) {
+        if (sublayer == place) {
+            place = place->nextSibling();
+            continue;
+        }
+        sublayer->detach();
+        if (place)
+            parent->insertChildNodeBefore(sublayer, place);
+        else
+            parent->appendChildNode(sublayer);
+    }
+}
+
+void LayerNode::detach()
+{
+    if (QSGNode* const holder = parent())
+        holder->removeChildNode(this);
+}
+
+void LayerNode::setClip(const CGRect* deviceRect)
+{
+    if (!deviceRect) {
+        if (!m_clip)
+            return;
+        QSGNode* const outer = m_clip->parent();
+        m_clip->reparentChildNodesTo(outer);
+        outer->removeChildNode(m_clip);
+        delete std::exchange(m_clip, nullptr);
+        return;
+    }
+    if (!m_clip) {
+        QSGNode* const outer = container();
+        m_clip = new QSGClipNode;
+        m_clip->setFlags(OwnedByParent | OwnsGeometry);
+        m_clip->setIsRectangular(true);
+        m_clip->setGeometry(new QSGGeometry(QSGGeometry::defaultAttributes_Point2D(), 4));
+        outer->reparentChildNodesTo(m_clip);
+        outer->appendChildNode(m_clip);
+    } else if (m_clip->clipRect() == *deviceRect) {
+        return;
+    }
+    m_clip->setClipRect(*deviceRect);
+    QSGGeometry::updateRectGeometry(m_clip->geometry(), *deviceRect); // for a renderer that clips by shape
+    m_clip->markDirty(DirtyGeometry);
+}
+
+void LayerNode::setBackground(const CGRect& deviceRect, const QColor& color)
+{
+    const bool isNew = !m_background;
+    if (isNew) {
+        m_background = m_window.createRectangleNode();
+        m_background->setFlag(OwnedByParent);
+    }
+    if (isNew || m_background->rect() != deviceRect)
+        m_background->setRect(deviceRect);
+    if (isNew || m_background->color() != color)
+        m_background->setColor(color);
+    if (isNew)
+        container()->prependChildNode(m_background);
+}
+
+void LayerNode::removeBackground() { delete std::exchange(m_background, nullptr); }
+
+void LayerNode::setImage(SharedTexture texture, const CGRect& deviceRect)
+{
+    const bool isNew = !m_image;
+    if (isNew) {
+        m_image = m_window.createImageNode();
+        m_image->setFlag(OwnedByParent);
+        m_image->setOwnsTexture(false);
+        m_image->setFiltering(QSGTexture::Linear); // costs nothing where pixels meet pixels
+    }
+    if (isNew || m_texture != texture) {
+        m_image->setTexture(texture.get());
+        m_image->setSourceRect(CGRect(CGPoint(), texture->textureSize()));
+        m_texture = std::move(texture);
+    }
+    if (isNew || m_image->rect() != deviceRect)
+        m_image->setRect(deviceRect);
+    if (!isNew)
+        return;
+    if (m_background)
+        container()->insertChildNodeAfter(m_image, m_background);
+    else
+        container()->prependChildNode(m_image);
+}
+
+void LayerNode::removeImage()
+{
+    delete std::exchange(m_image, nullptr);
+    m_texture.reset();
+}
+
+QSGNode* LayerNode::container()
+{
+    if (m_clip)
+        return m_clip;
+    return m_opacity ? static_cast<QSGNode*>(m_opacity) : this;
+}
+
+QSGNode* LayerNode::firstSublayer()
+{
+    if (m_image)
+        return m_image->nextSibling();
+    return m_background ? m_background->nextSibling() : container()->firstChild();
+}

@@ -1,0 +1,53 @@
+// The scene-graph nodes of one layer: its place, its own drawing, and below them its sublayers' nodes.
+//
+// Only kinds of nodes are used that every backend of the scene graph draws: transforms, opacities,
+// rectangular clips, rectangles and images. A node that a layer does not need is not made. Touches a
+// node only to change it, so that what is drawn again is only what looks different.
+#pragma once
+
+#include "platform/host/FramePainter.h"
+#include "platform/host/TextureCache.h"
+
+#include <QSGNode>
+
+class QSGImageNode;
+class QSGRectangleNode;
+
+class LayerNode final : public QSGTransformNode {
+public:
+    explicit LayerNode(QQuickWindow& window);
+    ~LayerNode() override;
+
+    // In device pixels.
+    void setTransform(const CGAffineTransform&);
+    void setOpacity(double);
+
+    // Shows what the item draws by itself; its clip holds for the sublayers, too.
+    void showItem(const FrameList& list, int index, TextureCache& textures);
+    // Shows one picture that stands for the whole subtree.
+    void showSubtree(const FrameList& list, int index, TextureCache& textures);
+    bool showsSubtree() const { return m_showsSubtree; }
+
+    // Makes these layers, in this order, the only ones below.
+    void setSublayers(const std::vector<LayerNode*>& sublayers);
+    // Takes the node out of the tree without deleting it.
+    void detach();
+
+private:
+    void setClip(const CGRect* deviceRect);
+    void setBackground(const CGRect& deviceRect, const QColor& color);
+    void removeBackground();
+    void setImage(SharedTexture texture, const CGRect& deviceRect);
+    void removeImage();
+    void showPicture(const FramePicture& picture, TextureCache& textures);
+    QSGNode* container();
+    QSGNode* firstSublayer();
+
+    QQuickWindow& m_window;
+    QSGOpacityNode* m_opacity = nullptr; // made with the first opacity below 1, then kept
+    QSGClipNode* m_clip = nullptr;
+    QSGRectangleNode* m_background = nullptr;
+    QSGImageNode* m_image = nullptr;
+    SharedTexture m_texture;
+    bool m_showsSubtree = false;
+};

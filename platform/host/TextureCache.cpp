@@ -1,0 +1,37 @@
+#include "platform/host/TextureCache.h"
+
+#include "platform/host/FramePainter.h"
+
+#include <QQuickWindow>
+#include <QSGTexture>
+
+TextureCache::TextureCache(QQuickWindow& window)
+    : m_window(window)
+{
+}
+
+TextureCache::~TextureCache() = default;
+
+SharedTexture TextureCache::texture(const FrameImage& image)
+{
+    const bool isTinted = image.tint.isValid();
+    const Key key { image.image.cacheKey(), isTinted ? image.tint.rgba() : 0, isTinted };
+    std::weak_ptr<QSGTexture>& cached = m_textures[key];
+    if (SharedTexture texture = cached.lock())
+        return texture;
+    const SharedTexture texture
+        = makeTexture(isTinted ? FramePainter::tinted(image.image, image.tint) : image.image);
+    cached = texture;
+    return texture;
+}
+
+SharedTexture TextureCache::makeTexture(const QImage& image)
+{
+    ++m_uploadCount;
+    return SharedTexture(m_window.createTextureFromImage(image, QQuickWindow::TextureCanUseAtlas));
+}
+
+void TextureCache::dropUnused()
+{
+    std::erase_if(m_textures, [](const auto& entry) { return entry.second.expired(); });
+}

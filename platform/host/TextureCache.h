@@ -1,0 +1,51 @@
+// Textures by the picture they show: each picture in use is uploaded once, each tinted form of it, too.
+//
+// A texture lives as long as somebody holds it. Lives in the scene graph's thread, and dies before its
+// window's graphics context does. The window must outlive the cache.
+#pragma once
+
+#include "platform/layers/FrameList.h"
+
+#include <memory>
+#include <unordered_map>
+
+class QQuickWindow;
+class QSGTexture;
+
+using SharedTexture = std::shared_ptr<QSGTexture>;
+
+class TextureCache {
+public:
+    explicit TextureCache(QQuickWindow& window);
+    ~TextureCache();
+    TextureCache(const TextureCache&) = delete;
+    TextureCache& operator=(const TextureCache&) = delete;
+
+    // The texture of a picture, tinted when it has a tint.
+    SharedTexture texture(const FrameImage&);
+    // A texture that is shared with nobody.
+    SharedTexture makeTexture(const QImage&);
+    // Forgets what nobody holds any more.
+    void dropUnused();
+
+    std::int64_t uploadCount() const { return m_uploadCount; }
+    std::size_t size() const { return m_textures.size(); }
+
+private:
+    struct Key {
+        qint64 image;
+        QRgb tint;
+        bool isTinted;
+        bool operator==(const Key&) const = default;
+    };
+    struct Hash {
+        std::size_t operator()(const Key& key) const
+        {
+            return std::hash<qint64>()(key.image) * 31 + key.tint + std::size_t(key.isTinted);
+        }
+    };
+
+    QQuickWindow& m_window;
+    std::unordered_map<Key, std::weak_ptr<QSGTexture>, Hash> m_textures;
+    std::int64_t m_uploadCount = 0;
+};
