@@ -5,8 +5,8 @@ import numpy as np
 from synth import (RATE, add, band_noise, convolved, decay, faded, filtered, glide, harmonics, hump, levelled, noise,
                    peaked, samples, silence, sine, struck, times, wander)
 
-CHURCH_BELL = ((0.5, 0.55, 1.0), (1.0, 0.7, 0.75), (1.19, 0.75, 0.6), (1.5, 0.35, 0.42), (2.0, 1.0, 0.36),
-               (2.51, 0.35, 0.2), (2.66, 0.25, 0.18), (3.01, 0.4, 0.16), (4.17, 0.3, 0.1), (5.43, 0.2, 0.07))
+CHURCH_BELL = ((0.5, 0.55, 1.0), (1.0, 0.7, 0.75), (1.19, 0.75, 0.6), (1.5, 0.4, 0.45), (2.0, 1.1, 0.45),
+               (2.51, 0.4, 0.3), (2.66, 0.4, 0.28), (3.01, 0.55, 0.26), (4.17, 0.45, 0.17), (5.43, 0.3, 0.12))
 GONG = ((1.0, 1.0, 1.0), (1.98, 0.5, 0.75), (2.76, 0.7, 0.5), (3.93, 0.35, 0.35), (5.4, 0.4, 0.25), (8.2, 0.2, 0.12))
 
 
@@ -27,16 +27,20 @@ def bell(frequency, ring, chance, partials=CHURCH_BELL):
 
 
 def plucked(frequency, duration, chance, damping=0.996, softness=0.5):
-    """A plucked string: a burst of noise going round a loop one period long, losing its highs each turn."""
-    period = max(2, int(RATE / frequency))
+    """A plucked string: a burst of noise going round a loop one period long, losing its highs each turn.
+
+    The loop holds a whole number of samples, so the string is read back a little faster or slower to be in tune.
+    """
+    period = int(np.ceil(RATE / frequency)) + 1
+    pace = frequency * (period - softness / 2) / RATE
     loop = chance.uniform(-1, 1, period)
     loop = 0.25 * np.roll(loop, 1) + 0.5 * loop + 0.25 * np.roll(loop, -1)
-    turns = samples(duration) // period + 1
+    turns = int(samples(duration) * pace) // period + 2
     rounds = np.empty((turns, period))
     for turn in range(turns):
         rounds[turn] = loop
         loop = damping * ((1 - softness / 2) * loop + softness / 2 * np.roll(loop, -1))
-    string = rounds.ravel()[:samples(duration)]
+    string = np.interp(np.arange(samples(duration)) * pace, np.arange(turns * period), rounds.ravel())
     return faded(filtered(string - string.mean(), 60, 9000), 0.001, 0.04)
 
 

@@ -125,24 +125,24 @@ def rowing_eight(chance):
     length = 10.5
     stroke = 2.05
     river = 0.35 * levelled(bubbles(length, chance, 70, 350, 1300)) + 0.22 * band_noise(length, chance, 300, 2400)
-    track = 0.10 * river * (0.7 + 0.3 * wander(length, chance, 1)) + 0.015 * city_hum(length, chance)
+    track = 0.05 * river * (0.7 + 0.3 * wander(length, chance, 1)) + 0.015 * city_hum(length, chance)
     moment = 0.35
     while moment < length - 1.2:
         for _ in range(8):
             shift = chance.normal(0, 0.016)
-            add(track, splash(0.34, chance, 500, 5200), moment + shift, 0.045 * chance.uniform(0.7, 1.2))
+            add(track, splash(0.34, chance, 500, 5200), moment + shift, 0.034 * chance.uniform(0.7, 1.2))
             lock = struck(((310, 0.022, 1), (690, 0.013, 0.8), (1480, 0.007, 0.5)), 0.14, chance)
-            add(track, lock, moment + 0.78 + chance.normal(0, 0.013), 0.12 * chance.uniform(0.7, 1.2))
+            add(track, lock, moment + 0.78 + chance.normal(0, 0.013), 0.26 * chance.uniform(0.7, 1.2))
         drive = band_noise(0.75, chance, 250, 1800) * hump(0.75) ** 1.5
-        add(track, drive, moment + 0.06, 0.10)
+        add(track, drive, moment + 0.06, 0.06)
         slide = band_noise(0.9, chance, 900, 2600) * hump(0.9) * (0.6 + 0.4 * sine(38, 0.9))
         add(track, slide, moment + 1.0, 0.022)
         wake = levelled(bubbles(1.1, chance, 220, 500, 2600)) * hump(1.1)
-        add(track, wake, moment + 0.85, 0.05)
+        add(track, wake, moment + 0.85, 0.035)
         moment += stroke
     for text, at in (("Long!", 0.62), ("And, send it!", 4.45), ("Long!", 8.8)):
         call = softened(filtered(spoken(text, "en-gb+f4", 150, 72), 320, 4200), 2.5)
-        add(track, echoing(call), at, 0.15)
+        add(track, echoing(call), at, 0.26)
     return track
 
 

@@ -35,14 +35,14 @@ def train_arriving(chance):
     length = 11.5
     speed = curve(length, ((0, 1.0), (1.5, 0.92), (6.6, 0.0), (11.5, 0.0)))
     near = curve(length, ((0, 0.10), (2.2, 1.0), (5.5, 0.9), (6.8, 0.25), (11.5, 0.2)))
-    roll = band_noise(length, chance, 50, 420) + 0.4 * band_noise(length, chance, 600, 3000)
-    track = 0.17 * near * roll * speed ** 0.7
+    roll = band_noise(length, chance, 50, 420) + 0.2 * band_noise(length, chance, 600, 2600)
+    track = 0.15 * near * roll * speed ** 0.7
     motor = harmonics(90 + 620 * speed, length, (1, 0.5, 0.35, 0.15, 0.1))
     track += 0.07 * near * motor * np.minimum(1, speed * 5)
     clack = struck(((150, 0.035, 1), (390, 0.02, 0.8), (1100, 0.008, 0.5), (2400, 0.005, 0.3)), 0.2, chance)
     moment = 0.5
     while moment < 6.2:
-        level = 0.34 * float(np.interp(moment, (0, 2.2, 6.2), (0.15, 1, 0.55)))
+        level = 0.6 * float(np.interp(moment, (0, 2.2, 6.2), (0.15, 1, 0.55)))
         add(track, clack, moment, level)
         pace = 0.11 / max(0.22, float(np.interp(moment, (1.5, 6.6), (0.95, 0.1))))
         add(track, clack, moment + pace, 0.8 * level)

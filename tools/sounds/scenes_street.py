@@ -17,7 +17,7 @@ def tram_bell(chance):
     near = np.exp(-((times(length) - 4.4) / 1.7) ** 2)
     track = 0.035 * city_hum(length, chance)
     track += 0.20 * near * band_noise(length, chance, 45, 260) * (0.7 + 0.3 * sine(6.1, length))
-    track += 0.05 * near * band_noise(length, chance, 500, 2600)
+    track += 0.022 * near * band_noise(length, chance, 500, 2200)
     speed = curve(length, ((0, 150), (4.4, 178), (8, 160)))
     track += 0.055 * near * harmonics(speed, length, (1, 0.6, 0.2, 0.5, 0.1, 0.3, 0.05, 0.15))
     squeal_pitch = 2450 + 60 * np.sin(2 * np.pi * 2.7 * times(length)) - 18 * times(length)
@@ -25,8 +25,8 @@ def tram_bell(chance):
     track += 0.05 * squeal * (0.5 + 0.5 * wander(length, chance, 14))
     clack = struck(((210, 0.03, 1), (540, 0.018, 0.8), (1320, 0.01, 0.5), (2900, 0.005, 0.3)), 0.16, chance)
     for axle in (3.35, 3.55, 4.25, 4.45, 5.15, 5.35):
-        add(track, clack, axle, 0.24)
-        add(track, clack, axle + 0.085, 0.17)
+        add(track, clack, axle, 0.42)
+        add(track, clack, axle + 0.085, 0.30)
     for moment, level in ((0.45, 0.30), (0.80, 0.34), (2.10, 0.42), (2.45, 0.46)):
         add(track, bell(842, 2.1, chance, GONG), moment, level)
     return echoed(track, ((0.11, 0.16), (0.19, 0.10)))
@@ -67,7 +67,7 @@ def footsteps_arcade(chance):
         quick = filtered(heel(chance, 1.3), 500, None)
         add(dry, quick, moment, float(np.interp(moment, (2.2, 6.0, 8), (0.1, 0.65, 0.4))))
         moment += 0.41 * chance.uniform(0.97, 1.03)
-    hall = in_room(dry, chance, 2.2, 0.75, 0.55)
+    hall = in_room(dry, chance, 2.2, 0.5, 0.55)
     voices = in_room(murmur(length, chance, 5), chance, 2.2, 1.5, 0.4)
     return softened(hall, 2.2) + 0.05 * levelled(voices)
 
@@ -131,8 +131,8 @@ def church_bells(chance):
         for place in row:
             clapper = band_noise(0.02, chance, 900, 5000) * decay(0.02, 0.004)
             add(dry, clapper, moment, 0.14)
-            add(dry, bell(scale[place] / 2, 3.4 + 0.35 * place, chance), moment, 0.5 * chance.uniform(0.85, 1.0))
-            add(dry, bell(scale[place], 1.8, chance), moment, 0.10)
+            add(dry, bell(scale[place] * 0.75, 3.4 + 0.35 * place, chance), moment, 0.5 * chance.uniform(0.85, 1.0))
+            add(dry, bell(scale[place] * 1.5, 1.6, chance), moment, 0.08)
             moment += 0.43 * chance.uniform(0.97, 1.03)
         moment += 0.30
     far = in_room(filtered(dry, None, 6500), chance, 2.6, 0.32, 0.4)

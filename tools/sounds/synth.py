@@ -223,6 +223,11 @@ def echoed(sound, echoes):
 # ---- finishing --------------------------------------------------------------------------------
 
 def finished(sound, drive=1.2, fade_in=0.04, fade_out=0.45):
-    """A track ready to write: no rumble or offset, peaks rounded, faded ends, loudest sample -2 dB."""
+    """A track ready to write: no rumble or offset, peaks rounded, faded ends.
+
+    The loudest sample is at -2 dB, or lower where the whole would be louder than -16 dB root mean square: clips
+    follow one another in a list, and a siren must not jump out of it.
+    """
     clean = filtered(sound - np.mean(sound), 28, None, 4)
-    return peaked(faded(softened(clean, drive), fade_in, fade_out), 10 ** (-2 / 20))
+    track = peaked(faded(softened(clean, drive), fade_in, fade_out), 10 ** (-2 / 20))
+    return track * min(1.0, 10 ** (-16 / 20) / loudness(track))
