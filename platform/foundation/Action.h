@@ -9,30 +9,33 @@
 #include <array>
 #include <cstring>
 #include <functional>
+#include <typeinfo>
 
 class Action {
 public:
     Action() = default;
 
-    // A method without arguments.
-    template <typename Target>
-    Action(const std::shared_ptr<Target>& target, void (Target::*method)())
+    // A method without arguments, the target's own or an inherited one.
+    template <typename Target, typename Class>
+    Action(const std::shared_ptr<Target>& target, void (Class::*method)())
         : m_target(target)
         , m_targetIdentity(target.get())
+        , m_methodType(&typeid(method))
         , m_method(bytesOf(method))
-        , m_call([method](NSObject& object, NSObject*) { (dynamic_cast<Target&>(object).*method)(); })
+        , m_call([method](NSObject& object, NSObject*) { (dynamic_cast<Class&>(object).*method)(); })
     {
     }
 
     // A method that takes the sender; a sender of another kind is not delivered.
-    template <typename Target, typename Sender>
-    Action(const std::shared_ptr<Target>& target, void (Target::*method)(Sender&))
+    template <typename Target, typename Class, typename Sender>
+    Action(const std::shared_ptr<Target>& target, void (Class::*method)(Sender&))
         : m_target(target)
         , m_targetIdentity(target.get())
+        , m_methodType(&typeid(method))
         , m_method(bytesOf(method))
         , m_call([method](NSObject& object, NSObject* sender) {
             if (auto* typed = dynamic_cast<Sender*>(sender))
-                (dynamic_cast<Target&>(object).*method)(*typed);
+                (dynamic_cast<Class&>(object).*method)(*typed);
         })
     {
     }
@@ -49,7 +52,8 @@ public:
 
     bool operator==(const Action& other) const
     {
-        return m_targetIdentity == other.m_targetIdentity && m_method == other.m_method;
+        return m_targetIdentity == other.m_targetIdentity && *m_methodType == *other.m_methodType
+            && m_method == other.m_method;
     }
 
 private:
@@ -65,6 +69,7 @@ private:
 
     std::weak_ptr<NSObject> m_target;
     const NSObject* m_targetIdentity = nullptr;
+    const std::type_info* m_methodType = &typeid(void); // methods of two bases may look alike
     MethodBytes m_method {};
     std::function<void(NSObject&, NSObject*)> m_call;
 };

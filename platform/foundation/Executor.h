@@ -34,5 +34,5 @@ private:
     DispatchQueue& m_globalQueue;
 };
 
-// dispatch_after on the main queue: the current scheduler keeps the time.
+// dispatch_after on the main queue: the current scheduler keeps the time. Main thread only.
 void dispatchAfterOnMainQueue(double delay, std::function<void()> work);

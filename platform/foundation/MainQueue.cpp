@@ -26,8 +26,10 @@ void MainQueue::drain()
         const std::lock_guard lock(m_mutex);
         work.swap(m_work);
     }
-    for (const auto& item : work)
+    for (auto& item : work) {
         item();
+        item = nullptr; // what it holds ends with it, not with the whole batch
+    }
 }
 
 bool MainQueue::isEmpty() const

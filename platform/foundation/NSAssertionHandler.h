@@ -1,8 +1,8 @@
 // Where programming errors end: a fixed message with the source file and the line of the check.
 //
-// Assertions are part of the product's behaviour and are active in every build. The default handler
-// prints the failure and ends the process. A handler that returns lets the code after the failing
-// check run, which every check must be prepared for.
+// Assertions are part of the product's behaviour and are active in our builds; one that defines
+// NS_BLOCK_ASSERTIONS goes without them. The default handler prints the failure and ends the process. A
+// handler that returns lets the code after the failing check run, which every check must be prepared for.
 #pragma once
 
 #include "platform/foundation/FoundationTypes.h"
@@ -35,10 +35,16 @@ public:
     };
 };
 
+#ifdef NS_BLOCK_ASSERTIONS
+#define NS_ASSERTION_FAILS(condition) (false && !(condition))
+#else
+#define NS_ASSERTION_FAILS(condition) (!(condition))
+#endif
+
 // Reports when the condition does not hold; execution goes on when the handler returns.
 #define NSCAssert(condition, source, message)                                                                \
     do {                                                                                                     \
-        if (!(condition))                                                                                    \
+        if (NS_ASSERTION_FAILS(condition))                                                                   \
             NSAssertionHandler::handleFailure({ message, QStringLiteral(source), __LINE__ });                \
     } while (false)
 

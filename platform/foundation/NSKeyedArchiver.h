@@ -16,10 +16,9 @@ public:
     // unarchivedObjectOfClass:fromData:
     template <typename Class> static auto unarchivedObjectOfClass(const NSData& data)
     {
-        return coderFor(data)->decodeObjectOfClass<Class>(rootKey());
+        return coderFor(data)->decodeObjectOfClass<Class>(QStringLiteral("root"));
     }
 
 private:
     static std::unique_ptr<const NSCoder> coderFor(const NSData&);
-    static NSString rootKey();
 };

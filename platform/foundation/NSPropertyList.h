@@ -60,14 +60,13 @@ public:
     // As NSNumber converts: a negative number gives 0, one too large the largest.
     std::uint64_t unsignedIntegerValue() const;
     std::int64_t integerValue() const;
-    bool boolValue() const;
 
 private:
     using SharedArray = std::shared_ptr<const Array>;
     using SharedDictionary = std::shared_ptr<const Dictionary>;
 
     static NSPropertyList withContentsOfFile(const NSString& path);
-    NSNumber leadingNumber() const;
+    NSNumber numberValue() const;
 
     std::variant<std::monostate, NSNumber, NSString, NSDate, NSData, SharedArray, SharedDictionary> m_value;
 };

@@ -3,50 +3,49 @@
 #include "platform/foundation/NSAssertionHandler.h"
 
 #include <algorithm>
+#include <atomic>
+#include <cmath>
 #include <cstdlib>
 #include <limits>
 
 namespace {
 
-Scheduler* schedulerInForce = nullptr;
+std::atomic<Scheduler*> schedulerInForce = nullptr; // background work asks it for the date
 
 } // namespace
 
-// Fixes now() while timers or a frame run; turns nest when a test advances the clock inside one.
+// Fixes now() while timers or a frame run. Turns nest when a test advances the clock inside one; the outer
+// turn then goes on at the later time, for the clock never runs backwards.
 class Scheduler::Turn {
 public:
     Turn(Scheduler& scheduler, double time)
         : m_scheduler(scheduler)
-        , m_previousTime(scheduler.m_turnTime)
     {
         m_scheduler.m_turnTime = time;
         ++m_scheduler.m_turnDepth;
     }
-    ~Turn()
-    {
-        --m_scheduler.m_turnDepth;
-        m_scheduler.m_turnTime = m_previousTime;
-    }
+    ~Turn() { --m_scheduler.m_turnDepth; }
     Turn(const Turn&) = delete;
     Turn& operator=(const Turn&) = delete;
 
 private:
     Scheduler& m_scheduler;
-    double m_previousTime;
 };
 
 Scheduler::~Scheduler()
 {
-    if (schedulerInForce == this)
-        schedulerInForce = nullptr;
+    cancelAll();
+    Scheduler* self = this;
+    schedulerInForce.compare_exchange_strong(self, nullptr);
 }
 
 Scheduler& Scheduler::current()
 {
-    NSCAssert(schedulerInForce, "Scheduler", QStringLiteral("No scheduler is in force."));
-    if (!schedulerInForce)
+    Scheduler* scheduler = schedulerInForce;
+    NSCAssert(scheduler, "Scheduler", QStringLiteral("No scheduler is in force."));
+    if (!scheduler)
         std::abort(); // a reference cannot be null, whatever the assertion handler does
-    return *schedulerInForce;
+    return *scheduler;
 }
 
 bool Scheduler::hasCurrent() { return schedulerInForce != nullptr; }
@@ -57,7 +56,7 @@ double Scheduler::now() const { return m_turnDepth > 0 ? m_turnTime : clockNow()
 
 Scheduler::TimerID Scheduler::schedule(double delay, std::function<void()> work)
 {
-    return add(now() + std::max(delay, 0.0), 0, std::move(work));
+    return add(now() + (delay > 0 ? delay : 0), 0, std::move(work)); // no number counts as 0 too
 }
 
 Scheduler::TimerID Scheduler::scheduleRepeating(double interval, std::function<void()> work)
@@ -82,9 +81,17 @@ void Scheduler::cancel(TimerID timer)
     const auto found = m_dueTimes.find(timer);
     if (found == m_dueTimes.end())
         return;
-    m_timers.erase(Key { found->second, timer });
+    // What the work holds may ask the scheduler again when it ends: it ends last.
+    const auto cancelled = m_timers.extract(Key { found->second, timer });
     m_dueTimes.erase(found);
     wakeAt(nextDueTime());
+}
+
+void Scheduler::cancelAll()
+{
+    const auto cancelled = std::exchange(m_timers, {});
+    m_dueTimes.clear();
+    m_performs.clear();
 }
 
 void Scheduler::performAfterDelay(const Action& action, double delay)
@@ -116,8 +123,13 @@ void Scheduler::requestFrame()
 
 void Scheduler::runDueTimers()
 {
-    const double time = clockNow();
-    const Turn turn(*this, time);
+    const Turn turn(*this, clockNow());
+    runTimersOfTurn();
+}
+
+void Scheduler::runTimersOfTurn()
+{
+    const double time = m_turnTime;
     // Timers that the work adds wait for the next turn, so that a delay of 0 cannot hold the loop.
     const TimerID newest { m_lastID };
     std::vector<Key> due;
@@ -154,10 +166,10 @@ void Scheduler::fire(TimerID timer)
 void Scheduler::runFrame()
 {
     const Turn turn(*this, clockNow());
-    runDueTimers();
+    runTimersOfTurn(); // at the time of the frame: the clock may have moved on since
     m_frameRequested = false;
-    if (m_frameHandler)
-        m_frameHandler();
+    if (const auto handler = m_frameHandler) // a copy: the handler may set another one
+        handler();
 }
 
 double Scheduler::nextDueTime() const

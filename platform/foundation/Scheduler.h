@@ -30,7 +30,7 @@ public:
 
     // Media time: starts anywhere, never runs backwards, fixed for the length of a turn.
     double now() const;
-    // The date on the wall.
+    // The date on the wall. Safe from any thread.
     virtual NSDate currentDate() const = 0;
 
     // Runs the work once, after the delay (a negative one counts as 0), in order of due times; equal due
@@ -66,6 +66,8 @@ protected:
     void runFrame();
     // The due time of the earliest timer, or infinity.
     double nextDueTime() const;
+    // Drops all timers and performs: what a subclass does before it goes, while it is still in force.
+    void cancelAll();
 
 private:
     struct Timer {
@@ -78,6 +80,7 @@ private:
     class Turn;
     TimerID add(double dueTime, double interval, std::function<void()> work);
     void fire(TimerID);
+    void runTimersOfTurn();
 
     std::map<Key, Timer> m_timers;
     std::unordered_map<TimerID, double> m_dueTimes;

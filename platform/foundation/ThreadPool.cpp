@@ -10,10 +10,11 @@ ThreadPool::ThreadPool(unsigned threadCount)
 
 ThreadPool::~ThreadPool()
 {
+    std::deque<std::function<void()>> dropped; // what it holds may submit work when it ends
     {
         const std::lock_guard lock(m_mutex);
         m_stopping = true;
-        m_work.clear();
+        dropped.swap(m_work);
     }
     m_available.notify_all();
     for (std::thread& thread : m_threads)
@@ -40,10 +41,11 @@ void ThreadPool::runWorker()
         m_available.wait(lock, [this] { return m_stopping || !m_work.empty(); });
         if (m_stopping)
             return;
-        const auto work = std::move(m_work.front());
+        auto work = std::move(m_work.front());
         m_work.pop_front();
         lock.unlock();
         work();
+        work = nullptr; // what it holds may submit work when it ends
         lock.lock();
     }
 }

@@ -1,6 +1,7 @@
 #include "tests/support/ManualScheduler.h"
 
 #include <algorithm>
+#include <limits>
 
 ManualScheduler::ManualScheduler()
     : m_startDate(QDate(2024, 5, 17), QTime(12, 0), Qt::UTC)
@@ -9,7 +10,11 @@ ManualScheduler::ManualScheduler()
     setCurrent(this);
 }
 
-ManualScheduler::~ManualScheduler() { setCurrent(m_previous); }
+ManualScheduler::~ManualScheduler()
+{
+    cancelAll(); // the work's owners may still ask for the scheduler when they end
+    setCurrent(m_previous);
+}
 
 void ManualScheduler::advance(double seconds)
 {
