@@ -1,0 +1,111 @@
+#include "platform/controllers/UIViewController.h"
+
+#include "platform/controllers/UINavigationController.h"
+#include "platform/controls/UINavigationItem.h"
+#include "platform/foundation/NSAssertionHandler.h"
+#include "platform/views/UIWindow.h"
+
+#include <algorithm>
+
+UIViewController::~UIViewController()
+{
+    if (m_view)
+        m_view->setOwner(nullptr);
+    for (const auto& child : m_children)
+        child->m_parent = nullptr;
+}
+
+std::shared_ptr<UIView> UIViewController::view()
+{
+    if (m_view)
+        return m_view;
+    loadView();
+    NSCAssert(m_view, "UIViewController", QStringLiteral("loadView set no view."));
+    if (!m_view)
+        UIViewController::loadView();
+    viewDidLoad();
+    return m_view;
+}
+
+void UIViewController::setView(std::shared_ptr<UIView> view)
+{
+    if (m_view)
+        m_view->setOwner(nullptr);
+    m_view = std::move(view);
+    if (m_view)
+        m_view->setOwner(this);
+}
+
+void UIViewController::loadView() { setView(make<UIView>()); }
+
+void UIViewController::setTitle(const NSString& title)
+{
+    m_title = title;
+    navigationItem()->setTitle(title);
+}
+
+const std::shared_ptr<UINavigationItem>& UIViewController::navigationItem()
+{
+    if (!m_navigationItem) {
+        m_navigationItem = make<UINavigationItem>();
+        m_navigationItem->setTitle(m_title);
+    }
+    return m_navigationItem;
+}
+
+UINavigationController* UIViewController::navigationController() const
+{
+    for (UIViewController* ancestor = m_parent; ancestor; ancestor = ancestor->m_parent)
+        if (auto* controller = dynamic_cast<UINavigationController*>(ancestor))
+            return controller;
+    return nullptr;
+}
+
+// --- Containment -------------------------------------------------------------------------------------
+
+void UIViewController::addChildViewController(const std::shared_ptr<UIViewController>& child)
+{
+    NSParameterAssert(
+        child && child.get() != this, "UIViewController", "childController is another controller");
+    if (!child || child.get() == this || child->m_parent == this)
+        return;
+    child->willMoveToParentViewController(this);
+    if (child->m_parent)
+        child->removeFromParentViewController();
+    m_children.push_back(child);
+    child->m_parent = this;
+}
+
+void UIViewController::removeFromParentViewController()
+{
+    if (!m_parent)
+        return;
+    const auto keepAlive = shared_from_this();
+    std::erase_if(m_parent->m_children, [this](const auto& child) { return child.get() == this; });
+    m_parent = nullptr;
+    didMoveToParentViewController(nullptr);
+}
+
+UIResponder* UIViewController::nextResponder() const { return m_view ? m_view->superview() : nullptr; }
+
+// --- Appearance --------------------------------------------------------------------------------------
+
+void UIViewController::viewDidMoveToWindow()
+{
+    const bool inWindow = m_view && m_view->window();
+    if (std::exchange(m_inWindow, inWindow) == inWindow)
+        return;
+    if (inWindow) {
+        m_appearancePending = true;
+        m_view->setNeedsLayout();
+        viewWillAppear(Animated::No);
+    } else if (!std::exchange(m_appearancePending, false)) {
+        viewDidDisappear(Animated::No);
+    }
+}
+
+void UIViewController::viewDidLayoutSubviews()
+{
+    if (std::exchange(m_appearancePending, false))
+        viewDidAppear(Animated::No);
+}
