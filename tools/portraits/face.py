@@ -89,7 +89,9 @@ def eyes(recipe):
 
 
 def brows(recipe):
-    """Both eyebrows, a little thicker towards the nose."""
+    """Both eyebrows, a little thicker towards the nose; a straight fringe covers them."""
+    if recipe["style"] == "bob":
+        return ""
     grey = recipe["style"] in ("sides", "beanie")
     colour = darker(recipe["hair"], 0.28 if grey else 0.22)
     width, parts = recipe.get("brow", 6), []
@@ -189,5 +191,5 @@ def glasses(recipe):
         parts.append(line(f"M{x - 18} 194 C{x - 16} 186 {x - 11} 181 {x - 4} 179", "#ffffff", 4, opacity=0.6))
     parts.append(line("M193 194 C196 189 204 189 207 194", frame, 5))
     for side in (-1, 1):
-        parts.append(line(f"M{200 + side * 66} 190 L{200 + side * (recipe['cheek'] + 4)} 186", frame, 5))
+        parts.append(line(f"M{200 + side * 66} 190 L{200 + side * (recipe['cheek'] - 3)} 187", frame, 5))
     return group(parts)

@@ -1,6 +1,6 @@
 """Shoulders, collars and what is worn on the head."""
 
-from drawing import circle, darker, ellipse, group, lighter, line, mixed, path
+from drawing import circle, clip, darker, ellipse, group, lighter, line, mixed, path
 
 SHOULDERS = ("M36 412 C40 346 74 318 130 304 C152 298 164 290 170 280 H230 "
              "C236 290 248 298 270 304 C326 318 360 346 364 412 Z")
@@ -180,10 +180,12 @@ def beanie(recipe):
     parts.append(circle(200, 42, 16, fill="#f7ecd9"))
     dome = "M110 146 C104 86 146 52 200 52 C254 52 296 86 290 146 Z"
     parts.append(path(dome, fill="url(#cap)"))
+    stitches = []
     for row, y in enumerate((84, 108)):
-        for step in range(9):
-            x = 128 + 18 * step + (9 if row else 0)
-            parts.append(path(f"M{x} {y} l8 9 l8 -9 l0 7 l-8 9 l-8 -9 Z", fill="#f7ecd9", opacity=0.85))
+        for step in range(12):
+            x = 98 + 18 * step + (9 if row else 0)
+            stitches.append(path(f"M{x} {y} l8 9 l8 -9 l0 7 l-8 9 l-8 -9 Z", fill="#f7ecd9", opacity=0.85))
+    parts.append(clip("hat", dome) + group(stitches, clip_path="url(#hat)"))
     parts.append(path("M102 136 C138 120 262 120 298 136 C303 146 303 158 298 168 C262 152 138 152 102 168 "
                       "C97 158 97 146 102 136 Z",
                       fill=darker(colour, 0.12)))
