@@ -14,6 +14,7 @@
 #include <vector>
 
 class AudioOutput;
+class PeriodicTimeObserver;
 
 enum AVPlayerActionAtItemEnd {
     AVPlayerActionAtItemEndPause = 1,
@@ -27,6 +28,10 @@ public:
 
     explicit AVPlayer(std::shared_ptr<AVPlayerItem>); // for playerWithPlayerItem()
     ~AVPlayer() override; // falls silent; a seek under way is called back as unfinished
+
+    // Loads in the background what the first player would otherwise load: the decoders (30 ms, 18 MiB) and
+    // the connection to the sound system. Worth calling once the application is on the screen.
+    static void warmUp();
 
     const std::shared_ptr<AVPlayerItem>& currentItem() const { return m_item; }
     // What is wanted: 1 after play(), 0 after pause() and at first.
@@ -52,8 +57,8 @@ public:
     // addPeriodicTimeObserverForInterval:queue:usingBlock: — the block is called on the queue with the
     // current time: every interval while the sound plays, once when its end has been heard, and after each
     // seek. An interval that is no positive number leaves the last two. Dropping the token stops nothing.
-    std::shared_ptr<NSObject> addPeriodicTimeObserverForInterval(CMTime interval, DispatchQueue& queue,
-        TimeObserver block);
+    std::shared_ptr<NSObject> addPeriodicTimeObserverForInterval(
+        CMTime interval, DispatchQueue& queue, TimeObserver block);
     // The block is not called again once this returns; from another queue a call under way may still end.
     // Nil and foreign tokens are ignored.
     void removeTimeObserver(const std::shared_ptr<NSObject>& token);
@@ -62,30 +67,25 @@ protected:
     void init() override;
 
 private:
-    class PeriodicObserver;
-    struct Seek {
-        std::uint64_t serial = 0; // of the newest seek
-        bool underWay = false;
-        SeekCompletion completion;
-    };
-
-    bool isMoving() const; // heard time is running
+    bool isReady() const { return m_item && m_item->sound(); }
     std::int64_t position() const; // frames heard
-    void itemDidLoad();
     void startOutput();
     void stopOutput();
+    void startTicking(PeriodicTimeObserver&);
+    void tick(PeriodicTimeObserver&);
+    void checkEnd();
+    void tellObservers();
     void finishSeek(std::uint64_t serial);
     void cancelSeek();
-    void checkEnd();
-    void startTicking(PeriodicObserver&);
-    void tellObservers();
 
     const std::shared_ptr<AVPlayerItem> m_item;
     const std::unique_ptr<AudioOutput> m_output;
-    float m_rate = 0;
-    AVPlayerActionAtItemEnd m_actionAtItemEnd = AVPlayerActionAtItemEndPause;
-    std::int64_t m_restingFrame = 0; // where the time stands while nothing moves
-    Seek m_seek;
-    std::vector<std::shared_ptr<PeriodicObserver>> m_observers;
+    std::vector<std::shared_ptr<PeriodicTimeObserver>> m_observers;
+    SeekCompletion m_seekCompletion;
+    std::int64_t m_restingFrame = 0; // where the time stands while nothing plays
+    std::uint64_t m_seekSerial = 0; // of the newest seek
     Scheduler::TimerID m_endTimer = Scheduler::TimerID::None;
+    AVPlayerActionAtItemEnd m_actionAtItemEnd = AVPlayerActionAtItemEndPause;
+    float m_rate = 0;
+    bool m_isSeeking = false;
 };
