@@ -4,10 +4,14 @@ namespace {
 
 constexpr bool combineWithCurrent = true;
 
+// The rasteriser counts in integers: what lies far outside of every picture must not reach it.
+constexpr CGFloat farthest = 1'000'000;
+
 bool isDrawable(const CGRect& rect)
 {
-    return std::isfinite(rect.x()) && std::isfinite(rect.y()) && std::isfinite(rect.width())
-        && std::isfinite(rect.height()) && !rect.isEmpty();
+    const auto isNear = [](CGFloat edge) { return std::abs(edge) <= farthest; }; // false for not a number
+    return isNear(rect.left()) && isNear(rect.top()) && isNear(rect.right()) && isNear(rect.bottom())
+        && !rect.isEmpty();
 }
 
 QImage tintedPixels(const QImage& pixels, const QColor& tint)
@@ -49,7 +53,10 @@ void CGContext::concatenate(const CGAffineTransform& transform)
         m_painter.setTransform(transform, combineWithCurrent);
 }
 
-void CGContext::clipToRect(const CGRect& rect) { m_painter.setClipRect(rect, Qt::IntersectClip); }
+void CGContext::clipToRect(const CGRect& rect)
+{
+    m_painter.setClipRect(isDrawable(rect) ? rect : CGRect(0, 0, 0, 0), Qt::IntersectClip);
+}
 
 void CGContext::clipToPath(const QPainterPath& path) { m_painter.setClipPath(path, Qt::IntersectClip); }
 
@@ -66,12 +73,14 @@ void CGContext::fillRect(const CGRect& rect, const UIColor& color)
 
 void CGContext::fillPath(const QPainterPath& path, const UIColor& color)
 {
-    m_painter.fillPath(path, color.qBrush());
+    if (isDrawable(path.controlPointRect()))
+        m_painter.fillPath(path, color.qBrush());
 }
 
 void CGContext::strokePath(const QPainterPath& path, const UIColor& color, CGFloat lineWidth)
 {
-    if (!std::isfinite(lineWidth) || lineWidth <= 0)
+    const CGRect outline = path.controlPointRect().adjusted(-lineWidth, -lineWidth, lineWidth, lineWidth);
+    if (!(lineWidth > 0) || !isDrawable(outline))
         return;
     m_painter.strokePath(path, QPen(color.qBrush(), lineWidth, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
 }

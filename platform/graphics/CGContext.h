@@ -1,7 +1,8 @@
 // Where something is drawn: a thin layer over a painter that speaks in points and colours.
 //
 // The painter's transform leads from points to device pixels, so everything is drawn at its final size.
-// Dynamic colours are those of the appearance in force. Numbers that are not finite draw nothing.
+// Dynamic colours are those of the appearance in force. Shapes that are
+// not finite, or reach farther out than a million points, draw nothing.
 #pragma once
 
 #include "platform/graphics/UIBezierPath.h"

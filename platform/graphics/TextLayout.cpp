@@ -31,10 +31,11 @@ NSString visibleStart(const NSString& text, const TextStyle& style, CGFloat widt
     if (static_cast<double>(text.size()) <= limit)
         return text;
     const auto length = static_cast<qsizetype>(limit);
-    QTextBoundaryFinder boundaries(QTextBoundaryFinder::Grapheme, text.constData(), length + 2);
+    QTextBoundaryFinder boundaries(
+        QTextBoundaryFinder::Grapheme, text.constData(), std::min(length + 2, text.size()));
     boundaries.setPosition(length);
-    return text.left(
-        boundaries.isAtBoundary() ? length : std::max<qsizetype>(0, boundaries.toPreviousBoundary()));
+    const qsizetype cut = boundaries.isAtBoundary() ? length : boundaries.toPreviousBoundary();
+    return text.left(cut > 0 ? cut : length);
 }
 
 std::shared_ptr<QTextLayout> makeLayout(
@@ -59,7 +60,9 @@ TextLayout::TextLayout(const NSString& text, const TextStyle& style, CGFloat wid
 {
     if (text.isEmpty())
         return;
-    const QStringList paragraphs = paragraphsOf(visibleStart(text, style, m_width));
+    QStringList paragraphs = paragraphsOf(visibleStart(text, style, m_width));
+    while (style.maximumLines > 0 && paragraphs.size() > 1 && paragraphs.last().isEmpty())
+        paragraphs.removeLast(); // an empty line at the end is nothing that an ellipsis would stand for
     for (qsizetype index = 0; index < paragraphs.size(); ++index) {
         const int linesLeft = style.maximumLines > 0 ? style.maximumLines - lineCount() : 0;
         if (style.maximumLines > 0 && linesLeft == 0)

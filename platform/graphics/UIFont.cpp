@@ -26,7 +26,10 @@ const std::array<NamedFace, 2>& namedFaces()
     return faces;
 }
 
-bool isUsableSize(CGFloat size) { return std::isfinite(size) && size > 0; }
+bool isUsableSize(CGFloat size) { return size > 0 && size <= UIFont::largestSize; }
+
+// Measures are kept in 64ths of a pixel, which is too coarse for the smallest sizes.
+int pixelSizeFor(CGFloat pointSize) { return std::max(8, qRound(pointSize)); }
 
 } // namespace
 
@@ -68,14 +71,14 @@ std::shared_ptr<UIFont> UIFont::fontWithSize(CGFloat size) const
 
 NSString UIFont::familyName() const { return QFontInfo(qFont()).family(); }
 
-CGFloat UIFont::qFontScale() const { return m_pointSize / std::max(1, qRound(m_pointSize)); }
+CGFloat UIFont::qFontScale() const { return m_pointSize / pixelSizeFor(m_pointSize); }
 
 QFont UIFont::qFont() const
 {
     QFont font;
     font.setFamilies({ m_face.family, systemFamily });
     font.setWeight(static_cast<QFont::Weight>(m_face.weight));
-    font.setPixelSize(std::max(1, qRound(m_pointSize)));
+    font.setPixelSize(pixelSizeFor(m_pointSize));
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setStyleStrategy(QFont::StyleStrategy(QFont::PreferAntialias | QFont::NoSubpixelAntialias));
     if (isStandIn())

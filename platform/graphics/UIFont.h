@@ -16,10 +16,12 @@ enum class UIFontWeight { Light = 300, Regular = 400, Medium = 500, Semibold = 6
 
 class UIFont final : public NSObject {
 public:
-    // fontWithName:size: — null for a name that is unknown, and for a size that is no positive number.
+    static constexpr CGFloat largestSize = 1000;
+
+    // fontWithName:size: — null for a name that is unknown, and for a size that is not above 0 or too large.
     // Where a known name's typeface is not installed, the system's stands in with its weight and width.
     static std::shared_ptr<UIFont> fontWithName(const NSString& name, CGFloat size);
-    // systemFontOfSize:weight: — null for a size that is no positive number.
+    // systemFontOfSize:weight: — null for a size that is not above 0 or too large.
     static std::shared_ptr<UIFont> systemFontOfSize(
         CGFloat size, UIFontWeight weight = UIFontWeight::Regular);
     static std::shared_ptr<UIFont> boldSystemFontOfSize(CGFloat size);

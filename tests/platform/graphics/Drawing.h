@@ -1,0 +1,37 @@
+// Pictures that tests draw and look at.
+#pragma once
+
+#include "platform/graphics/UIGraphics.h"
+
+#include <functional>
+
+// What the drawing leaves on a transparent ground.
+inline QImage drawn(const CGSize& size, CGFloat scale, const std::function<void(CGContext&)>& drawing)
+{
+    UIGraphicsBeginImageContextWithOptions(size, /* opaque */ false, scale);
+    drawing(*UIGraphicsGetCurrentContext());
+    const QImage pixels = UIGraphicsGetImageFromCurrentImageContext()->qImage();
+    UIGraphicsEndImageContext();
+    return pixels;
+}
+
+// The smallest rectangle with everything that is at least half opaque.
+inline QRect inkBounds(const QImage& pixels)
+{
+    QRect bounds;
+    for (int y = 0; y < pixels.height(); ++y) {
+        for (int x = 0; x < pixels.width(); ++x) {
+            if (qAlpha(pixels.pixel(x, y)) > 127)
+                bounds = bounds.united(QRect(x, y, 1, 1));
+        }
+    }
+    return bounds;
+}
+
+// A picture of one colour.
+inline std::shared_ptr<UIImage> plainImage(const QSize& pixels, const QColor& color, CGFloat scale = 1)
+{
+    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
+    image.fill(color);
+    return UIImage::imageWithQImage(image, scale);
+}
