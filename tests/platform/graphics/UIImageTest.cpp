@@ -123,9 +123,9 @@ TEST(UIImageTest, RefusesAPictureTwentyThousandPixelsWide)
 
 TEST(UIImageTest, RefusesMorePixelsThanItsLimit)
 {
-    // A file of a few kilobytes that would take 256 MiB.
-    const QImage sides = blank(UIImage::maximumSide, UIImage::maximumSide, QImage::Format_Mono);
-    EXPECT_EQ(UIImage::imageWithData(fileOf(sides, "png")), nullptr);
+    // Files of a few kilobytes whose pixels would take 144 and 112 MiB.
+    EXPECT_EQ(UIImage::imageWithData(fileOf(blank(6000, 6000, QImage::Format_Mono), "png")), nullptr);
+    EXPECT_NE(UIImage::imageWithData(fileOf(blank(7000, 4000, QImage::Format_Mono), "png")), nullptr);
 }
 
 TEST(UIImageTest, SharesItsPixelsWithItsCopies)
