@@ -1,0 +1,226 @@
+#include "list/ORVRecordsListViewController.h"
+
+#include "list/ORVRecordTableViewCell.h"
+#include "platform/controls/UINavigationItem.h"
+#include "platform/foundation/NSAssertionHandler.h"
+#include "platform/foundation/NSBundle.h"
+
+#include <algorithm>
+
+namespace {
+
+// The line that a report of a foreign cell names; tools that collect reports know the failure by it.
+constexpr int foreignCellLine = 193;
+
+} // namespace
+
+void ORVRecordsListViewController::init()
+{
+    UIViewController::init();
+    setTitle(NSBundle::mainBundle()->localizedStringForKey(QStringLiteral("Records List"), {}, {}));
+    navigationItem()->setTitle({});
+}
+
+// --- The view ----------------------------------------------------------------------------------------
+
+void ORVRecordsListViewController::loadView()
+{
+    m_tableView = make<UITableView>();
+    setView(m_tableView);
+}
+
+void ORVRecordsListViewController::viewDidLoad()
+{
+    UIViewController::viewDidLoad();
+    m_cellConfigurator = make<ORVRecordTableViewCellConfigurator>();
+    m_tableView->registerCell(
+        ORVRecordTableViewCell::identifier, [] { return make<ORVRecordTableViewCell>(); });
+    m_tableView->setRowHeight(ORVRecordTableViewCell::preferredHeight);
+    m_tableView->setBackgroundColor(UIColor::systemBackgroundColor());
+    m_tableView->setDataSource(weakSelf(this));
+    m_tableView->setDelegate(weakSelf(this));
+}
+
+void ORVRecordsListViewController::viewDidAppear(Animated animated)
+{
+    UIViewController::viewDidAppear(animated);
+    updateRecordsIfNecessary();
+}
+
+void ORVRecordsListViewController::viewDidLayoutSubviews()
+{
+    UIViewController::viewDidLayoutSubviews();
+    // The last row can be scrolled clear of what covers the bottom of the screen.
+    UIEdgeInsets inset = m_tableView->contentInset();
+    inset.bottom = view()->safeAreaInsets().bottom;
+    if (inset == m_tableView->contentInset())
+        return;
+    m_tableView->setContentInset(inset);
+    UIEdgeInsets indicatorInsets = m_tableView->scrollIndicatorInsets();
+    indicatorInsets.bottom = inset.bottom;
+    m_tableView->setScrollIndicatorInsets(indicatorInsets);
+}
+
+// --- Fetching ----------------------------------------------------------------------------------------
+
+void ORVRecordsListViewController::setUserLocation(std::shared_ptr<CLLocation> location)
+{
+    m_userLocation = std::move(location);
+    m_needsUpdateRecords = true;
+    if (isViewLoaded() && view()->window())
+        updateRecordsIfNecessary();
+}
+
+void ORVRecordsListViewController::updateRecordsIfNecessary()
+{
+    if (!m_needsUpdateRecords || !m_userLocation)
+        return;
+    const bool onScreen = isViewLoaded() && view()->window();
+    updateRecordsForCenterCoordinate(
+        m_userLocation->coordinate(), onScreen, onScreen ? Animated::Yes : Animated::No);
+    m_needsUpdateRecords = false;
+}
+
+void ORVRecordsListViewController::updateRecordsForCenterCoordinate(
+    const CLLocationCoordinate2D& coordinate, bool asynchronously, Animated animated)
+{
+    if (!m_recordsStorage)
+        return;
+    const auto completion = [weak = weakSelf(this), animated](const ORVRecordsStorage::Records& records) {
+        if (const auto self = weak.lock())
+            self->showRecords(records, animated);
+    };
+    if (asynchronously)
+        m_recordsStorage->queryRecordsAroundCoordinate(coordinate, maximumRecords, completion);
+    else
+        completion(m_recordsStorage->recordsAroundCoordinate(coordinate, maximumRecords));
+}
+
+void ORVRecordsListViewController::showRecords(const ORVRecordsStorage::Records& records, Animated animated)
+{
+    m_fetchedRecords = records;
+    if (!m_tableView)
+        return; // the table asks when it is loaded
+    if (animated == Animated::Yes)
+        m_tableView->reloadSection(0, UITableViewRowAnimation::Fade);
+    else
+        m_tableView->reloadData();
+}
+
+std::optional<NSIndexPath> ORVRecordsListViewController::indexPathForRecord(const ORVRecord& record) const
+{
+    const auto found = std::find_if(m_fetchedRecords.begin(), m_fetchedRecords.end(),
+        [&](const auto& fetched) { return fetched->isEqual(&record); });
+    if (found == m_fetchedRecords.end())
+        return {};
+    return NSIndexPath { 0, static_cast<int>(found - m_fetchedRecords.begin()) };
+}
+
+std::shared_ptr<ORVRecordTableViewCell> ORVRecordsListViewController::cellForRecord(
+    const ORVRecord& record) const
+{
+    const auto indexPath = indexPathForRecord(record);
+    const auto cell = indexPath && m_tableView ? m_tableView->cellForRow(*indexPath) : nullptr;
+    const auto recordCell = std::dynamic_pointer_cast<ORVRecordTableViewCell>(cell);
+    if (cell && !recordCell)
+        NSAssertionHandler::handleFailure(
+            { QStringLiteral("Expected all cells to be ORVRecordTableViewCell's!"),
+                QStringLiteral("ORVRecordsListViewController"), foreignCellLine });
+    return recordCell;
+}
+
+// --- Rows --------------------------------------------------------------------------------------------
+
+int ORVRecordsListViewController::tableViewNumberOfRowsInSection(UITableView&, int)
+{
+    return static_cast<int>(m_fetchedRecords.size());
+}
+
+std::shared_ptr<UITableViewCell> ORVRecordsListViewController::tableViewCellForRowAtIndexPath(
+    UITableView& tableView, NSIndexPath indexPath)
+{
+    const auto cell = std::dynamic_pointer_cast<ORVRecordTableViewCell>(
+        tableView.dequeueReusableCell(ORVRecordTableViewCell::identifier, indexPath));
+    const auto& record = m_fetchedRecords[static_cast<std::size_t>(indexPath.row)];
+    m_cellConfigurator->configureCell(cell.get(), *record);
+    m_cellConfigurator->configurePlaybackControlsInCell(
+        cell.get(), isCurrent(*record) ? m_currentPlayer.get() : nullptr);
+    return cell;
+}
+
+std::optional<NSIndexPath> ORVRecordsListViewController::tableViewWillSelectRowAtIndexPath(
+    UITableView& tableView, NSIndexPath indexPath)
+{
+    if (tableView.indexPathForSelectedRow() != indexPath)
+        return indexPath;
+    togglePlayback(m_fetchedRecords[static_cast<std::size_t>(indexPath.row)]);
+    return {};
+}
+
+void ORVRecordsListViewController::tableViewDidSelectRowAtIndexPath(
+    UITableView& tableView, NSIndexPath indexPath)
+{
+    tableView.scrollToRow(indexPath, UITableViewScrollPosition::None, Animated::Yes);
+    togglePlayback(m_fetchedRecords[static_cast<std::size_t>(indexPath.row)]);
+}
+
+// --- Playback ----------------------------------------------------------------------------------------
+
+bool ORVRecordsListViewController::isCurrent(const ORVRecord& record) const
+{
+    return m_currentPlayer && m_currentPlayer->record()->isEqual(&record);
+}
+
+void ORVRecordsListViewController::togglePlayback(const std::shared_ptr<ORVRecord>& record)
+{
+    if (!isCurrent(*record)) {
+        playRecord(record);
+        return;
+    }
+    m_currentPlayer->setPaused(!m_currentPlayer->isPaused());
+    configureCellOfPlayer(*m_currentPlayer);
+}
+
+void ORVRecordsListViewController::playRecord(const std::shared_ptr<ORVRecord>& record)
+{
+    stopCurrentRecordPlayer();
+    m_currentPlayer = make<ORVRecordPlayer>(record);
+    m_currentPlayer->setDelegate(weakSelf(this));
+    m_currentPlayer->setPaused(false); // it starts once it is ready
+    configureCellOfPlayer(*m_currentPlayer);
+}
+
+void ORVRecordsListViewController::stopCurrentRecordPlayer()
+{
+    if (!m_currentPlayer)
+        return;
+    m_cellConfigurator->configurePlaybackControlsInCell(
+        cellForRecord(*m_currentPlayer->record()).get(), nullptr);
+    m_currentPlayer->setPaused(true);
+    m_currentPlayer.reset();
+}
+
+void ORVRecordsListViewController::configureCellOfPlayer(const ORVRecordPlayer& player)
+{
+    m_cellConfigurator->configurePlaybackControlsInCell(cellForRecord(*player.record()).get(), &player);
+}
+
+// What a player says counts only while it is the current one.
+
+void ORVRecordsListViewController::recordPlayerDidBecomeReadyForPlayback(ORVRecordPlayer& player)
+{
+    if (&player == m_currentPlayer.get())
+        configureCellOfPlayer(player);
+}
+
+void ORVRecordsListViewController::recordPlayerDidUpdatePlayingPosition(ORVRecordPlayer& player, double)
+{
+    if (&player == m_currentPlayer.get())
+        configureCellOfPlayer(player);
+}
+
+void ORVRecordsListViewController::recordPlayerDidEndPlayback(ORVRecordPlayer& player)
+{
+    if (&player == m_currentPlayer.get())
+        stopCurrentRecordPlayer();
+}

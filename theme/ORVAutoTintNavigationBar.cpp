@@ -1,0 +1,7 @@
+#include "theme/ORVAutoTintNavigationBar.h"
+
+void ORVAutoTintNavigationBar::tintColorDidChange()
+{
+    UINavigationBar::tintColorDidChange();
+    setBarTintColor(superview() ? superview()->tintColor() : nullptr);
+}
