@@ -73,12 +73,12 @@ public:
     virtual bool animates(CAProperty) const = 0;
     // Gives what was left open, here and below, its value.
     virtual void resolve(double duration);
+    bool hasListener() const;
     void tellEnd(bool finished) const;
 
 protected:
     // The progress is that of the run, before any pacing.
-    virtual void applyProgress(
-        CALayerValues& shown, const CALayerValues& model, double progress, const CAMoment& local) const = 0;
+    virtual void applyProgress(CALayerValues& shown, const CALayerValues& model, double progress) const = 0;
     // The timing function's value.
     double paced(double progress) const;
 

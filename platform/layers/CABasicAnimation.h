@@ -39,8 +39,7 @@ public:
     bool animates(CAProperty property) const override { return m_path.property() == property; }
 
 protected:
-    void applyProgress(CALayerValues& shown, const CALayerValues& model, double progress,
-        const CAMoment& local) const override;
+    void applyProgress(CALayerValues& shown, const CALayerValues& model, double progress) const override;
     // The fraction of the way at a fraction of the run.
     virtual double fractionAt(double progress) const { return paced(progress); }
 

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "platform/layers/CAAnimation.h"
+#include "platform/layers/CALayerContents.h"
 #include "platform/layers/CALayerDelegate.h"
 #include "platform/layers/CALayerValues.h"
 #include "platform/layers/FrameList.h"
@@ -15,8 +16,6 @@
 class CALayerAnimations;
 class CALayerTree;
 class UIImage;
-
-enum class CAContentsGravity { Resize, ResizeAspect, ResizeAspectFill, Center };
 
 class CALayer : public NSObject {
 public:
@@ -77,28 +76,35 @@ public:
     // --- Contents ------------------------------------------------------------------------------------
 
     // A picture put in from outside. An image that repeats is repeated over the bounds, whatever the gravity.
-    const std::shared_ptr<UIImage>& contents() const { return m_contents; }
+    const std::shared_ptr<UIImage>& contents() const { return m_contents.image(); }
     void setContents(std::shared_ptr<UIImage>);
-    CAContentsGravity contentsGravity() const { return m_contentsGravity; }
+    CAContentsGravity contentsGravity() const { return m_contents.gravity(); }
     void setContentsGravity(CAContentsGravity);
     // Not nil: only the alpha of the contents counts, drawn or put in, and is filled with this colour.
     const std::shared_ptr<UIColor>& contentsTintColor() const { return m_values.contentsTintColor; }
     void setContentsTintColor(std::shared_ptr<UIColor>);
     // Device pixels in a point of drawn contents.
-    double contentsScale() const { return m_contentsScale; }
+    double contentsScale() const { return m_contents.scale(); }
     void setContentsScale(double);
 
     // Drawn contents are made once, and again after this call or with another size or scale.
     void setNeedsDisplay();
     bool needsDisplay() const { return m_needsDisplay; }
     void displayIfNeeded();
+    // The same for the whole subtree. Hidden layers are filled when they are shown.
+    void displaySubtreeIfNeeded();
+    // Marks the layer as changed: a frame comes if it can be seen.
+    void setNeedsFrame();
 
     // --- Layout --------------------------------------------------------------------------------------
 
     void setNeedsLayout();
     bool needsLayout() const { return m_needsLayout; }
-    // Lays out from the highest ancestor that waits for it without a gap, downwards.
+    // Lays out from the highest ancestor that waits for it without a gap, downwards, until nothing waits.
+    // Layouts that for ever ask for one another are left waiting.
     void layoutIfNeeded();
+    // Whether this layer or one below waits for a layout.
+    bool hasPendingLayout() const { return m_needsLayout || m_sublayersNeedLayout; }
 
     // --- Tree ----------------------------------------------------------------------------------------
 
@@ -160,50 +166,44 @@ public:
     // What the layer draws above its background, with the shown values.
     virtual FrameContent frameContent(const CALayerValues& shown) const;
 
+    // Called by the tree for its root, and from there downwards.
+    class TreeKey {
+        friend class CALayer;
+        friend class CALayerTree;
+        TreeKey() = default;
+    };
+    void setTree(CALayerTree*, TreeKey);
+
 protected:
     // Draws in the layer's coordinates; by default the delegate draws.
     virtual void drawInContext(CGContext&);
     virtual bool drawsContent() const;
     virtual void layoutSublayers();
-    // Marks the layer as changed, so that a frame comes if it can be seen.
-    void setNeedsFrame();
 
     // Sets an animatable property with its action.
     template <typename Value> void change(CAProperty, Value CALayerValues::*member, const Value& value);
 
 private:
-    friend class CALayerTree;
-    enum class Phase { Layout, Display };
-
-    void setTree(CALayerTree*);
     void timingDidChange();
     bool isShown() const;
-    bool isDescendantOf(const CALayer&) const;
-    void detach(CALayer& sublayer);
-
-    bool waits(Phase) const;
-    void setAncestorsWait(Phase);
-    void runWaiting(Phase);
-    void layoutSubtree();
+    bool isWithin(const CALayer& ancestor) const;
+    CGAffineTransform transformToRoot() const;
+    void ancestorsNeedLayout();
+    void ancestorsNeedDisplay();
+    void layoutSubtreeOnce();
     void display();
-    std::shared_ptr<UIImage> drawnContents();
-    bool needsRepeatedContents() const;
-    CGRect contentsRect(const CALayerValues& shown) const;
+    void contentsDidChange();
 
     const LayerID m_layerID;
     NSString m_name;
     std::weak_ptr<CALayerDelegate> m_delegate;
     CALayerValues m_values;
     CAMediaTiming m_timing;
+    CALayerContents m_contents;
     CALayer* m_superlayer = nullptr; // set and cleared by the superlayer
     CALayerTree* m_tree = nullptr;
     std::vector<std::shared_ptr<CALayer>> m_sublayers;
     std::unique_ptr<CALayerAnimations> m_animations; // made with the first animation
-    std::shared_ptr<UIImage> m_contents;
-    std::shared_ptr<UIImage> m_drawnContents; // null unless the layer draws, or repeats its contents
-    CGRect m_drawnBounds;
-    CAContentsGravity m_contentsGravity = CAContentsGravity::Resize;
-    double m_contentsScale = 1;
     double m_rasterizationScale = 1;
     bool m_hidden = false;
     bool m_masksToBounds = false;

@@ -1,7 +1,9 @@
 // Computes a frame from a layer tree, in one pass.
 //
-// Hidden and fully transparent subtrees are left out, so is what lies outside a clip around it, what has
-// no area or a number that is not finite in its geometry, and layers that draw nothing for nobody.
+// Hidden and fully transparent subtrees are left out; so are subtrees that lie wholly outside their
+// superlayer when that one clips, those that a transform leaves no area or that have a number in their
+// geometry that is not finite, and layers in which nothing is drawn. A subtree half in sight keeps all its
+// items, so that while it is scrolled they stay equal.
 // A layer of zero size draws nothing itself, but its sublayers are drawn unless it clips them. The root's
 // item is always the first.
 #pragma once

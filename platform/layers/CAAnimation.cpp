@@ -1,0 +1,39 @@
+#include "platform/layers/CAAnimation.h"
+
+CAAnimation::CAAnimation(const CAAnimation& other)
+    : NSObject()
+    , m_timing(other.m_timing)
+    , m_timingFunction(other.m_timingFunction)
+    , m_removedOnCompletion(other.m_removedOnCompletion)
+    , m_delegate(other.m_delegate)
+    , m_completion(other.m_completion)
+{
+}
+
+void CAAnimation::apply(CALayerValues& shown, const CALayerValues& model, const CAMoment& parent) const
+{
+    if (const auto progress = m_timing.progress(m_timing.local(parent)))
+        applyProgress(shown, model, *progress);
+}
+
+void CAAnimation::resolve(double duration)
+{
+    if (!(m_timing.duration > 0))
+        m_timing.duration = duration;
+}
+
+bool CAAnimation::hasListener() const { return m_completion || !m_delegate.expired(); }
+
+void CAAnimation::tellEnd(bool finished) const
+{
+    const auto self = shared_from_this(); // a listener may drop the last other reference
+    if (const auto delegate = m_delegate.lock())
+        delegate->animationDidStop(*this, finished);
+    if (m_completion)
+        m_completion(finished);
+}
+
+double CAAnimation::paced(double progress) const
+{
+    return m_timingFunction ? m_timingFunction->valueAt(progress) : progress;
+}

@@ -1,0 +1,405 @@
+#include "platform/layers/CALayer.h"
+
+#include "platform/foundation/NSAssertionHandler.h"
+#include "platform/foundation/Scheduler.h"
+#include "platform/graphics/UIColor.h"
+#include "platform/layers/CABasicAnimation.h"
+#include "platform/layers/CALayerAnimations.h"
+#include "platform/layers/CALayerTree.h"
+#include "platform/layers/CATransaction.h"
+
+#include <algorithm>
+
+namespace {
+
+LayerID nextLayerID()
+{
+    static std::uint64_t last = 0;
+    return LayerID { ++last };
+}
+
+// Exact, where the value types' own comparison takes what is nearly equal for equal.
+template <typename Value> bool isSame(const Value& first, const Value& second) { return first == second; }
+bool isSame(const CGPoint& first, const CGPoint& second)
+{
+    return first.x() == second.x() && first.y() == second.y();
+}
+bool isSame(const CGRect& first, const CGRect& second)
+{
+    return first.x() == second.x() && first.y() == second.y() && first.width() == second.width()
+        && first.height() == second.height();
+}
+
+} // namespace
+
+std::shared_ptr<CALayer> CALayer::layer() { return make<CALayer>(); }
+
+CALayer::CALayer()
+    : m_layerID(nextLayerID())
+{
+}
+
+CALayer::~CALayer()
+{
+    for (const auto& sublayer : m_sublayers) {
+        sublayer->m_superlayer = nullptr;
+        sublayer->setTree(nullptr, {});
+    }
+}
+
+NSString CALayer::description() const
+{
+    return m_name.isEmpty() ? NSObject::description() : NSObject::description() + u' ' + m_name;
+}
+
+// --- Properties ------------------------------------------------------------------------------------------
+
+template <typename Value>
+void CALayer::change(CAProperty property, Value CALayerValues::*member, const Value& value)
+{
+    if (isSame(m_values.*member, value))
+        return;
+    const NSString& key = CAKeyPath::key(property);
+    const auto action = CATransaction::disableActions() ? nullptr : actionForKey(key);
+    m_values.*member = value;
+    if (action)
+        addAnimation(action, key);
+    setNeedsFrame();
+}
+
+template void CALayer::change(CAProperty, double CALayerValues::*, const double&);
+template void CALayer::change(
+    CAProperty, std::shared_ptr<UIColor> CALayerValues::*, const std::shared_ptr<UIColor>&);
+
+void CALayer::setBounds(const CGRect& bounds)
+{
+    const CGSize old = m_values.bounds.size();
+    change(CAProperty::Bounds, &CALayerValues::bounds, bounds);
+    if (old.width() == bounds.width() && old.height() == bounds.height())
+        return;
+    setNeedsLayout();
+    contentsDidChange();
+}
+
+void CALayer::setPosition(const CGPoint& position)
+{
+    change(CAProperty::Position, &CALayerValues::position, position);
+}
+
+void CALayer::setAnchorPoint(const CGPoint& anchorPoint)
+{
+    change(CAProperty::AnchorPoint, &CALayerValues::anchorPoint, anchorPoint);
+}
+
+void CALayer::setTransform(const CGAffineTransform& transform)
+{
+    change(CAProperty::Transform, &CALayerValues::transform, transform);
+}
+
+void CALayer::setFrame(const CGRect& frame)
+{
+    CALayerValues placed = m_values;
+    const CGAffineTransform& transform = m_values.transform;
+    if (transform.isIdentity())
+        placed.bounds.setSize(frame.size());
+    else if (transform.isInvertible())
+        placed.bounds.setSize(transform.inverted().mapRect(frame).size());
+    placed.position = {};
+    placed.position = frame.topLeft() - placed.frame().topLeft();
+    setBounds(placed.bounds);
+    setPosition(placed.position);
+}
+
+void CALayer::setOpacity(double opacity) { change(CAProperty::Opacity, &CALayerValues::opacity, opacity); }
+
+void CALayer::setCornerRadius(double radius)
+{
+    change(CAProperty::CornerRadius, &CALayerValues::cornerRadius, radius);
+}
+
+void CALayer::setBackgroundColor(std::shared_ptr<UIColor> color)
+{
+    change(CAProperty::BackgroundColor, &CALayerValues::backgroundColor, color);
+}
+
+void CALayer::setContentsTintColor(std::shared_ptr<UIColor> color)
+{
+    change(CAProperty::ContentsTintColor, &CALayerValues::contentsTintColor, color);
+}
+
+void CALayer::setHidden(bool hidden)
+{
+    if (m_hidden == hidden)
+        return;
+    setNeedsFrame(); // before, where hiding is what is to be seen
+    m_hidden = hidden;
+    setNeedsFrame();
+    if (!hidden && (m_needsDisplay || m_sublayersNeedDisplay))
+        ancestorsNeedDisplay(); // the passes did not see it while it was hidden
+}
+
+void CALayer::setMasksToBounds(bool masks)
+{
+    if (std::exchange(m_masksToBounds, masks) != masks)
+        setNeedsFrame();
+}
+
+CAValue CALayer::valueForKeyPath(const NSString& keyPath) const { return CAKeyPath(keyPath).value(m_values); }
+
+void CALayer::setValueForKeyPath(const CAValue& value, const NSString& keyPath)
+{
+    CALayerValues changed = m_values;
+    const CAKeyPath path(keyPath);
+    path.setValue(changed, value);
+    switch (path.property()) {
+    case CAProperty::None:
+        return;
+    case CAProperty::Bounds:
+        return setBounds(changed.bounds);
+    case CAProperty::Position:
+        return setPosition(changed.position);
+    case CAProperty::AnchorPoint:
+        return setAnchorPoint(changed.anchorPoint);
+    case CAProperty::Transform:
+        return setTransform(changed.transform);
+    case CAProperty::Opacity:
+        return setOpacity(changed.opacity);
+    case CAProperty::CornerRadius:
+        return setCornerRadius(changed.cornerRadius);
+    case CAProperty::BackgroundColor:
+        return setBackgroundColor(changed.backgroundColor);
+    case CAProperty::ContentsTintColor:
+        return setContentsTintColor(changed.contentsTintColor);
+    case CAProperty::StrokeStart:
+        return change(path.property(), &CALayerValues::strokeStart, changed.strokeStart);
+    case CAProperty::StrokeEnd:
+        return change(path.property(), &CALayerValues::strokeEnd, changed.strokeEnd);
+    case CAProperty::LineWidth:
+        return change(path.property(), &CALayerValues::lineWidth, changed.lineWidth);
+    case CAProperty::StrokeColor:
+        return change(path.property(), &CALayerValues::strokeColor, changed.strokeColor);
+    case CAProperty::FillColor:
+        return change(path.property(), &CALayerValues::fillColor, changed.fillColor);
+    }
+}
+
+// --- Coordinates -----------------------------------------------------------------------------------------
+
+CGAffineTransform CALayer::transformToRoot() const
+{
+    const CGAffineTransform own = m_values.transformToSuperlayer();
+    return m_superlayer ? own * m_superlayer->transformToRoot() : own;
+}
+
+CGPoint CALayer::convertPointToLayer(const CGPoint& point, const CALayer* other) const
+{
+    if (other == this)
+        return point;
+    const CGPoint inRoot = transformToRoot().map(point);
+    return other ? other->transformToRoot().inverted().map(inRoot) : inRoot;
+}
+
+CGPoint CALayer::convertPointFromLayer(const CGPoint& point, const CALayer* other) const
+{
+    if (other)
+        return other->convertPointToLayer(point, this);
+    return transformToRoot().inverted().map(point);
+}
+
+CGRect CALayer::convertRectToLayer(const CGRect& rect, const CALayer* other) const
+{
+    if (other == this)
+        return rect;
+    const CGRect inRoot = transformToRoot().mapRect(rect);
+    return other ? other->transformToRoot().inverted().mapRect(inRoot) : inRoot;
+}
+
+CGRect CALayer::convertRectFromLayer(const CGRect& rect, const CALayer* other) const
+{
+    if (other)
+        return other->convertRectToLayer(rect, this);
+    return transformToRoot().inverted().mapRect(rect);
+}
+
+// --- Tree ------------------------------------------------------------------------------------------------
+
+bool CALayer::isWithin(const CALayer& ancestor) const
+{
+    for (const CALayer* layer = this; layer; layer = layer->m_superlayer)
+        if (layer == &ancestor)
+            return true;
+    return false;
+}
+
+bool CALayer::isShown() const
+{
+    for (const CALayer* layer = this; layer; layer = layer->m_superlayer)
+        if (layer->m_hidden)
+            return false;
+    return true;
+}
+
+void CALayer::setNeedsFrame()
+{
+    if (m_tree && !m_tree->needsFrame() && isShown())
+        m_tree->setNeedsFrame();
+}
+
+void CALayer::addSublayer(const std::shared_ptr<CALayer>& sublayer)
+{
+    insertSublayer(sublayer, m_sublayers.size());
+}
+
+void CALayer::insertSublayer(const std::shared_ptr<CALayer>& sublayer, std::size_t index)
+{
+    NSParameterAssert(sublayer != nullptr, "CALayer", "sublayer != nil");
+    if (!sublayer)
+        return;
+    const bool isFree = !isWithin(*sublayer) && !(sublayer->m_tree && !sublayer->m_superlayer);
+    NSCAssert(isFree, "CALayer",
+        QStringLiteral("A layer cannot be put into itself, nor the root of a tree into a layer."));
+    if (!isFree)
+        return;
+    const std::shared_ptr<CALayer> held = sublayer; // the caller's may be the one that is taken out here
+    held->removeFromSuperlayer();
+    const auto position = static_cast<std::ptrdiff_t>(std::min(index, m_sublayers.size()));
+    m_sublayers.insert(m_sublayers.begin() + position, held);
+    held->m_superlayer = this;
+    held->setTree(m_tree, {});
+    if (held->hasPendingLayout())
+        held->ancestorsNeedLayout();
+    if (held->m_needsDisplay || held->m_sublayersNeedDisplay)
+        held->ancestorsNeedDisplay();
+    held->setNeedsFrame();
+}
+
+void CALayer::removeFromSuperlayer()
+{
+    if (!m_superlayer)
+        return;
+    setNeedsFrame();
+    auto& siblings = m_superlayer->m_sublayers;
+    const auto found = std::find_if(
+        siblings.begin(), siblings.end(), [this](const auto& sibling) { return sibling.get() == this; });
+    const std::shared_ptr<CALayer> self = *found; // the superlayer may hold the last reference
+    siblings.erase(found);
+    m_superlayer = nullptr;
+    setTree(nullptr, {});
+}
+
+void CALayer::setTree(CALayerTree* tree, TreeKey key)
+{
+    m_tree = tree;
+    if (m_animations)
+        m_animations->timingDidChange(); // the layers above have a time of their own
+    for (const auto& sublayer : m_sublayers)
+        sublayer->setTree(tree, key);
+}
+
+// --- Animations ------------------------------------------------------------------------------------------
+
+void CALayer::addAnimation(const std::shared_ptr<CAAnimation>& animation, const NSString& key)
+{
+    NSParameterAssert(animation != nullptr, "CALayer", "animation != nil");
+    if (!animation)
+        return;
+    if (!m_animations)
+        m_animations = std::make_unique<CALayerAnimations>(*this);
+    m_animations->add(*animation, key);
+    setNeedsFrame();
+}
+
+std::shared_ptr<const CAAnimation> CALayer::animationForKey(const NSString& key) const
+{
+    return m_animations ? m_animations->animationForKey(key) : nullptr;
+}
+
+std::vector<NSString> CALayer::animationKeys() const
+{
+    return m_animations ? m_animations->keys() : std::vector<NSString>();
+}
+
+bool CALayer::hasAnimations() const { return m_animations && !m_animations->isEmpty(); }
+
+void CALayer::removeAnimationForKey(const NSString& key)
+{
+    if (!hasAnimations())
+        return;
+    m_animations->remove(key);
+    setNeedsFrame();
+}
+
+void CALayer::removeAllAnimations()
+{
+    if (!hasAnimations())
+        return;
+    m_animations->removeAll();
+    setNeedsFrame();
+}
+
+std::shared_ptr<CAAnimation> CALayer::actionForKey(const NSString& key)
+{
+    if (const auto delegate = m_delegate.lock())
+        if (const CAActionAnswer answer = delegate->actionForLayerForKey(*this, key))
+            return *answer;
+    const CAKeyPath path(key);
+    if (!m_tree || !path.isValid() || CATransaction::disableActions())
+        return nullptr;
+    const auto animation = CABasicAnimation::animationWithKeyPath(key);
+    animation->setFromValue(path.value(presentationValues()));
+    const auto pace = CATransaction::animationTimingFunction();
+    animation->setTimingFunction(
+        pace ? pace : CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionDefault));
+    return animation;
+}
+
+CALayerValues CALayer::presentationValues() const
+{
+    return hasAnimations() ? presentationValuesAt(Scheduler::current().now()) : m_values;
+}
+
+CALayerValues CALayer::presentationValuesAt(double mediaTime) const
+{
+    CALayerValues shown = m_values;
+    if (m_animations)
+        m_animations->apply(shown, m_values, momentAt(mediaTime));
+    return shown;
+}
+
+// --- Time ------------------------------------------------------------------------------------------------
+
+CAMoment CALayer::momentAt(double mediaTime) const
+{
+    const CAMoment media { mediaTime, 1 };
+    return m_timing.local(m_superlayer ? m_superlayer->momentAt(mediaTime) : media);
+}
+
+double CALayer::convertTimeToMedia(double localTime) const
+{
+    const double superTime = (localTime - m_timing.timeOffset) / m_timing.speed + m_timing.beginTime;
+    return m_superlayer ? m_superlayer->convertTimeToMedia(superTime) : superTime;
+}
+
+void CALayer::setBeginTime(double time)
+{
+    m_timing.beginTime = time;
+    timingDidChange();
+}
+
+void CALayer::setTimeOffset(double offset)
+{
+    m_timing.timeOffset = offset;
+    timingDidChange();
+}
+
+void CALayer::setSpeed(double speed)
+{
+    m_timing.speed = speed;
+    timingDidChange();
+}
+
+void CALayer::timingDidChange()
+{
+    setTree(m_tree, {}); // tells the animations of the whole subtree
+    setNeedsFrame();
+}
