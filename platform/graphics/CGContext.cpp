@@ -14,7 +14,7 @@ bool isDrawable(const CGRect& rect)
         && !rect.isEmpty();
 }
 
-QImage tintedPixels(const QImage& pixels, const QColor& tint)
+QImage tintedPixels(const QImage& pixels, const QBrush& tint)
 {
     QImage result = pixels.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     QPainter painter(&result);
@@ -98,7 +98,7 @@ void CGContext::drawImage(const UIImage& image, const CGRect& rect, const UIColo
 {
     if (!isDrawable(rect))
         return;
-    const QImage pixels = tint ? tintedPixels(image.qImage(), tint->qColor()) : image.qImage();
+    const QImage pixels = tint ? tintedPixels(image.qImage(), tint->qBrush()) : image.qImage();
     if (image.resizingMode() == UIImageResizingMode::Tile) {
         QBrush tiles(pixels);
         tiles.setTransform(
