@@ -66,11 +66,9 @@ void HostScheduler::wakeForFrame()
     const double spacing = m_refreshInterval * (m_pacedByDisplay ? displayTolerance : 1);
     const double time = clockNow();
     m_frameDueTime = std::max(time, m_lastFrameTime + m_refreshInterval);
-    const double wakeTime = m_lastFrameTime + spacing;
-    if (wakeTime <= time)
-        askForFrame();
-    else
-        startTimer(m_frameTimer, wakeTime);
+    m_earliestFrameTime = m_lastFrameTime + spacing;
+    // Never at once: whoever asks is in the middle of a change.
+    startTimer(m_frameTimer, std::max(time, m_earliestFrameTime));
 }
 
 void HostScheduler::askForFrame()
@@ -81,7 +79,7 @@ void HostScheduler::askForFrame()
 
 bool HostScheduler::displayFrame()
 {
-    if (!isFrameRequested())
+    if (!isFrameRequested() || clockNow() < m_earliestFrameTime)
         return false;
     m_frameTimer.stop();
     m_lastFrameDueTime = m_frameDueTime;

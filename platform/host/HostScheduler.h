@@ -27,10 +27,13 @@ public:
     // A display that waits for its refresh by itself keeps the pace; then only a runaway is held back.
     void setPacedByDisplay(bool paced) { m_pacedByDisplay = paced; }
 
-    // Runs the frame that was asked for, and nothing when none was. Answers whether one ran.
+    // Runs the frame that was asked for; nothing when none was, or when it is too early for it. Answers
+    // whether one ran.
     bool displayFrame();
     // When the frame that displayFrame() last ran was due, in media time.
     double lastFrameDueTime() const { return m_lastFrameDueTime; }
+    // Media time as it runs, also inside a turn. Safe from any thread.
+    double runningTime() const { return clockNow(); }
 
 protected:
     double clockNow() const override;
@@ -51,6 +54,7 @@ private:
     double m_refreshInterval = 1.0 / 60;
     double m_lastFrameTime = 0;
     double m_frameDueTime = 0;
+    double m_earliestFrameTime = 0;
     double m_lastFrameDueTime = 0;
     bool m_pacedByDisplay = false;
 };

@@ -15,12 +15,13 @@ SceneItem::SceneItem(QQuickItem* parent, FlatteningPlan::FlattensMoving flattens
 
 SceneItem::~SceneItem() = default;
 
-void SceneItem::setFrameList(FrameList list)
+bool SceneItem::setFrameList(FrameList list)
 {
     if (list == m_list)
-        return;
+        return false;
     m_list = std::move(list);
     update();
+    return true;
 }
 
 QSGNode* SceneItem::updatePaintNode(QSGNode* node, UpdatePaintNodeData*)

@@ -11,8 +11,9 @@ public:
         FlatteningPlan::FlattensMoving flattensMoving = FlatteningPlan::FlattensMoving::Yes);
     ~SceneItem() override;
 
-    // Shows the list from the next drawn frame on. One that is equal to the shown one draws nothing.
-    void setFrameList(FrameList list);
+    // Shows the list from the next drawn frame on. One that is equal to the shown one draws nothing;
+    // answers whether there is something to draw.
+    bool setFrameList(FrameList list);
     const FrameList& frameList() const { return m_list; }
 
     // As of the frame drawn last.
