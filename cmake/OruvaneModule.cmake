@@ -68,6 +68,7 @@ endfunction()
 # nobody, and a plain static link would drop it.
 function(oruvane_link_whole target)
     foreach(library ${ARGN})
-        target_link_libraries(${target} PRIVATE "$<LINK_LIBRARY:WHOLE_ARCHIVE,${library}>")
+        target_link_libraries(${target} PRIVATE ${library})
+        set_property(TARGET ${target} PROPERTY LINK_LIBRARY_OVERRIDE_${library} WHOLE_ARCHIVE)
     endforeach()
 endfunction()
