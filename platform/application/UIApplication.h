@@ -13,7 +13,7 @@ inline const NSString UIApplicationDidEnterBackgroundNotification
 inline const NSString UIApplicationWillEnterForegroundNotification
     = QStringLiteral("UIApplicationWillEnterForegroundNotification");
 
-enum class UIApplicationState { Active = 0, Inactive = 1, Background = 2 };
+enum class UIApplicationState { Active = 0, Background = 2 };
 
 class UIApplication : public UIResponder {
 public:

@@ -61,19 +61,27 @@ public:
     CGFloat firstBaseline() const override;
     void layoutSubviews() override;
     void tintColorDidChange() override;
-
-protected:
-    // Shows the pictures and the title of the present state.
-    void updateForState();
+    // A press is the button's own: no single tap of a view around it begins.
+    bool gestureRecognizerShouldBegin(UIGestureRecognizer&) override;
 
 private:
     template <typename Value> using PerState = std::map<UIControlState, Value>;
 
-    std::shared_ptr<UIImage> shownImage() const;
-    double imageAlpha() const;
+    // Where picture and title stand.
+    struct Places {
+        CGRect image;
+        CGRect title;
+    };
+    Places places() const;
+    CGSize imageSize() const;
+    CGSize titleSize() const;
+    UIImageView& ensureImageView();
+    void updateForState();
     void updateImage();
     void updateBackground();
     void updateTitle();
+    double systemAlpha() const;
+    double imageAlpha() const;
     void contentDidChange();
 
     UIButtonType m_type = UIButtonType::Custom;

@@ -64,17 +64,13 @@ public:
     void touchesMoved(const UITouches&, UIEvent&) override;
     void touchesEnded(const UITouches&, UIEvent&) override;
     void touchesCancelled(const UITouches&, UIEvent&) override;
-    UIView* hitTest(const CGPoint& point) override;
-    // A press is the control's own: no single tap of a view around it begins.
-    bool gestureRecognizerShouldBegin(UIGestureRecognizer&) override;
 
 private:
     struct Registration {
         Action action;
         UIControlEvents events;
     };
-    bool contains(const UITouch& touch) const;
-    void stopTracking();
+    void setTouchInside(bool inside);
 
     std::vector<Registration> m_registrations;
     bool m_enabled = true;

@@ -21,7 +21,6 @@ public:
     // The picture's size; none without one.
     CGSize intrinsicContentSize() const override;
     CGSize sizeThatFits(const CGSize& size) const override;
-    void setContentMode(UIViewContentMode mode) override;
     void tintColorDidChange() override;
 
 protected:

@@ -40,12 +40,14 @@ protected:
 
 private:
     void textDidChange();
-    const TextLayout& layoutForWidth(CGFloat width) const;
-    CGPoint textOrigin(const TextLayout& layout) const;
+    const TextLayout& layoutFor(CGFloat width, int maximumLines) const;
+    const TextLayout& drawnLayout() const;
+    CGFloat textTop() const;
 
     NSString m_text;
     std::shared_ptr<UIColor> m_textColor;
     TextStyle m_style;
-    mutable std::optional<TextLayout> m_layout; // for m_layoutWidth; none after a change
+    mutable std::optional<TextLayout> m_layout; // the last one asked for; none after a change
     mutable CGFloat m_layoutWidth = 0;
+    mutable int m_layoutLines = 0;
 };

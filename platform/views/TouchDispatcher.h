@@ -51,15 +51,17 @@ private:
     using TrackedPointer = std::shared_ptr<Tracked>;
 
     TrackedPointer find(TouchID) const;
-    std::vector<std::shared_ptr<UIGestureRecognizer>> recognizersFor(UITouch&) const;
-    void finish(const TrackedPointer&, UITouchPhase);
-    void tellRecognizers(const Tracked&, UIEvent&);
-    void tellView(const Tracked&, UITouchPhase, UIEvent&);
+    TrackedPointer find(const UITouch&) const;
+    bool isTracked(const TrackedPointer&) const;
+    static UIGestureRecognizers recognizersFor(UITouch&);
+    std::shared_ptr<UIEvent> makeEvent() const;
+    void finish(const TrackedPointer&, UITouchPhase, const CGPoint& location);
+    void tellRecognizers(const TrackedPointer&);
+    void tellView(const Tracked&, UITouchPhase);
     void holdOrDeliver(const TrackedPointer&);
     void deliverWhenFree(Tracked&);
     void withhold(Tracked&);
-    bool isTakenByEarlierTouch(const Tracked&) const;
-    std::shared_ptr<UIEvent> currentEvent() const;
+    bool isTakenByAnotherTouch(const Tracked&) const;
 
     UIWindow& m_window;
     std::vector<TrackedPointer> m_tracked;

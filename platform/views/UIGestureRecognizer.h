@@ -22,6 +22,7 @@ enum class UIGestureRecognizerState {
     Failed = 5
 };
 
+class TouchDispatcher;
 class UIView;
 
 class UIGestureRecognizer : public NSObject {
@@ -90,15 +91,17 @@ protected:
 
     // What the subclass has found out. A gesture that may not begin fails instead.
     void setState(UIGestureRecognizerState);
-    // How many of its touches are still on the screen.
-    int touchesOnScreen() const;
-    // The touches' middle in the window.
+    // The middle of the touches in the window: of all of them, and of those that stay.
     CGPoint centroid() const;
+    CGPoint centroidOnScreen() const;
 
 private:
     bool isOver() const;
     bool isGoingOn() const;
+    bool watches(const UITouch&) const;
     bool mayBegin();
+    bool viewsLetBegin();
+    TouchDispatcher* dispatcher() const;
     void sendActions();
     void becomePossibleWhenFree();
 

@@ -12,6 +12,8 @@ class TouchDispatcher;
 class UIGestureRecognizer;
 class UIView;
 
+using UIGestureRecognizers = std::vector<std::shared_ptr<UIGestureRecognizer>>;
+
 enum class UITouchPhase { Began = 0, Moved = 1, Stationary = 2, Ended = 3, Cancelled = 4 };
 
 class UITouch final : public NSObject {
@@ -35,11 +37,11 @@ public:
     CGPoint previousLocationInView(const UIView* view) const;
 
     // The recognisers that take part, the deepest view's first.
-    std::vector<std::shared_ptr<UIGestureRecognizer>> gestureRecognizers() const;
+    UIGestureRecognizers gestureRecognizers() const;
 
     void change(Key, UITouchPhase, const CGPoint& location, double timestamp);
     void setPhase(Key, UITouchPhase phase) { m_phase = phase; }
-    void setGestureRecognizers(Key, const std::vector<std::shared_ptr<UIGestureRecognizer>>& recognizers);
+    void setGestureRecognizers(Key, const UIGestureRecognizers& recognizers);
 
 private:
     std::weak_ptr<UIView> m_view;

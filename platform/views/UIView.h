@@ -72,7 +72,7 @@ public:
     // Promises that the view's content covers all of its bounds; the background alone answers for itself.
     bool isOpaque() const;
     void setOpaque(bool opaque);
-    std::shared_ptr<UIColor> backgroundColor() const { return m_backgroundColor; }
+    std::shared_ptr<UIColor> backgroundColor() const;
     virtual void setBackgroundColor(std::shared_ptr<UIColor> color);
     bool clipsToBounds() const;
     void setClipsToBounds(bool clips);
@@ -189,6 +189,7 @@ public:
     // Whether changes made now are animated.
     static bool isInAnimation();
 
+    NSString description() const override;
     // recursiveDescription — the tree as text, a line a view.
     NSString treeDescription() const;
 
@@ -204,28 +205,36 @@ protected:
     bool layerDrawsContent(const CALayer&) const override { return drawsContent(); }
     void drawLayerInContext(CALayer&, CGContext&) override;
 
-    // Takes the whole subtree into a window, or out of it; a window is in itself.
+    // Puts the whole subtree into a window, or into none, without a word; a window is in itself.
     void setWindow(UIWindow* window);
-    // Tells the whole subtree, superviews first.
+    // Sends the message to the whole subtree, superviews first.
     void tellSubtree(void (UIView::*message)());
 
 private:
-    // What a subtree inherits in tint, to find out whether it is another one after a change.
+    // What a view inherits in tint, to find out whether it is another one after a change.
     struct InheritedTint {
         std::shared_ptr<UIColor> color;
         UIViewTintAdjustmentMode mode;
     };
-    enum class TintChange { Color, Mode, Both };
+    // Which part of the tint has changed.
+    struct TintChange {
+        bool color = false;
+        bool mode = false;
+    };
 
-    void attach(const std::shared_ptr<UIView>& view, std::size_t index);
-    void detachFromSuperview();
-    void moveSubview(UIView& view, std::size_t index);
-    std::size_t indexOfSubview(const UIView& view) const;
-    std::size_t layerIndex(std::size_t subviewIndex) const;
-    void resizeSubviews(const CGSize& oldSize);
+    void insert(const std::shared_ptr<UIView>& view, std::size_t index);
+    void moveSubview(const std::shared_ptr<UIView>& view, std::size_t index);
+    void takeOut(UIView& view);
+    std::size_t indexOfSubview(const UIView& view) const; // beyond the last for another view
+    std::size_t layerIndex(const UIView& view, std::size_t index) const;
+    void tellWillMoveToWindow(UIWindow* window);
+    void tellDidMoveToWindow(UIWindow* window);
+    void leaveWindow();
     void resizeWithSuperview(const CGSize& oldSize, const CGSize& newSize);
+    const UIView& rootView() const;
     InheritedTint inheritedTint() const;
-    std::shared_ptr<UIColor> ownOrInheritedTintColor() const;
+    std::shared_ptr<UIColor> undimmedTintColor() const;
+    void tellTintChangeSince(const InheritedTint& before);
     void tellTintChange(TintChange change);
     bool takesTouches() const;
 
@@ -236,7 +245,6 @@ private:
     UIViewOwner* m_owner = nullptr;
     std::vector<std::shared_ptr<UIView>> m_subviews;
     std::vector<std::shared_ptr<UIGestureRecognizer>> m_recognizers;
-    std::shared_ptr<UIColor> m_backgroundColor;
     std::shared_ptr<UIColor> m_tintColor; // null inherits
     UIViewTintAdjustmentMode m_tintAdjustmentMode = UIViewTintAdjustmentMode::Automatic;
     UIViewContentMode m_contentMode = UIViewContentMode::ScaleToFill;

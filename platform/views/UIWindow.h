@@ -42,6 +42,7 @@ public:
     // Children of a window follow its size through their autoresizing masks; the root view always fills it.
     void layoutSubviews() override;
     void screenDidChange() override;
+    using UIView::userInterfaceStyleDidChange;
     void userInterfaceStyleDidChange(UIUserInterfaceStyle style) override;
 
 protected:

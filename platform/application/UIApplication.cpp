@@ -1,0 +1,80 @@
+#include "platform/application/UIApplication.h"
+
+#include "platform/foundation/ClassRegistry.h"
+#include "platform/foundation/NSAssertionHandler.h"
+#include "platform/foundation/NSNotificationCenter.h"
+
+namespace {
+
+std::weak_ptr<UIApplication> runningApplication;
+
+template <typename Class> std::shared_ptr<Class> makeByName(const NSString& className)
+{
+    auto object = std::dynamic_pointer_cast<Class>(ClassRegistry::makeObject(className));
+    NSCAssert(
+        object, "UIApplication", QStringLiteral("There is no suitable class named \"%1\".").arg(className));
+    return object;
+}
+
+} // namespace
+
+UIApplication::~UIApplication() = default;
+
+std::shared_ptr<UIApplication> UIApplication::sharedApplication() { return runningApplication.lock(); }
+
+std::shared_ptr<UIApplication> UIApplication::launch(const NSString& principalClassName,
+    const NSString& delegateClassName, const UIApplicationLaunchOptions& options)
+{
+    ClassRegistry::runLoadHooks();
+    const auto application
+        = principalClassName.isNull() ? make<UIApplication>() : makeByName<UIApplication>(principalClassName);
+    const auto delegate = makeByName<UIApplicationDelegate>(delegateClassName);
+    if (!application || !delegate)
+        return nullptr;
+    application->m_delegate = delegate;
+    runningApplication = application;
+    if (!delegate->applicationDidFinishLaunchingWithOptions(*application, options))
+        return nullptr;
+    return application;
+}
+
+FrameList UIApplication::performFrame()
+{
+    if (const auto window = keyWindow())
+        return window->performFrame();
+    const auto& screen = UIScreen::mainScreen();
+    return { .size = screen->bounds().size(), .scale = screen->scale(), .items = {} };
+}
+
+TouchDispatcher* UIApplication::touches() const
+{
+    const auto window = keyWindow();
+    return window && m_state == UIApplicationState::Active ? &window->touches() : nullptr;
+}
+
+void UIApplication::setUserInterfaceStyle(UIUserInterfaceStyle style)
+{
+    CurrentUserInterfaceStyle::set(style);
+}
+
+void UIApplication::enterBackground()
+{
+    if (std::exchange(m_state, UIApplicationState::Background) == UIApplicationState::Background)
+        return;
+    const auto keepAlive = strongSelf(this);
+    if (const auto window = keyWindow())
+        window->touches().cancelAllTouches();
+    if (const auto told = m_delegate)
+        told->applicationDidEnterBackground(*this);
+    NSNotificationCenter::defaultCenter().post(UIApplicationDidEnterBackgroundNotification, keepAlive);
+}
+
+void UIApplication::enterForeground()
+{
+    if (std::exchange(m_state, UIApplicationState::Active) != UIApplicationState::Background)
+        return;
+    const auto keepAlive = strongSelf(this);
+    if (const auto told = m_delegate)
+        told->applicationWillEnterForeground(*this);
+    NSNotificationCenter::defaultCenter().post(UIApplicationWillEnterForegroundNotification, keepAlive);
+}

@@ -1,0 +1,137 @@
+#include "platform/controls/UIControl.h"
+
+#include "platform/views/UITouch.h"
+
+// --- Targets -----------------------------------------------------------------------------------------
+
+void UIControl::addTarget(const Action& action, UIControlEvents events)
+{
+    const auto known = std::find_if(m_registrations.begin(), m_registrations.end(),
+        [&](const Registration& registration) { return registration.action == action; });
+    if (known == m_registrations.end())
+        m_registrations.push_back({ action, events });
+    else
+        known->events = known->events | events;
+}
+
+void UIControl::removeTarget(const Action& action, UIControlEvents events)
+{
+    for (Registration& registration : m_registrations)
+        if (registration.action == action)
+            registration.events = registration.events & ~events;
+    std::erase_if(m_registrations,
+        [](const Registration& registration) { return registration.events == UIControlEvents {}; });
+}
+
+void UIControl::sendActionsForControlEvents(UIControlEvents events)
+{
+    const auto keepAlive = shared_from_this();
+    const auto hears = [events](const Registration& registration) {
+        return (registration.events & events) != UIControlEvents {};
+    };
+    const auto told = m_registrations;
+    for (const Registration& registration : told) {
+        const bool stillHears
+            = std::any_of(m_registrations.begin(), m_registrations.end(), [&](const Registration& current) {
+                  return current.action == registration.action && hears(current);
+              });
+        if (hears(registration) && stillHears)
+            registration.action.perform(this);
+    }
+}
+
+// --- State -------------------------------------------------------------------------------------------
+
+UIControlState UIControl::state() const
+{
+    UIControlState state = UIControlState::Normal;
+    if (m_highlighted)
+        state = state | UIControlState::Highlighted;
+    if (!m_enabled)
+        state = state | UIControlState::Disabled;
+    if (m_selected)
+        state = state | UIControlState::Selected;
+    return state;
+}
+
+void UIControl::setEnabled(bool enabled)
+{
+    m_enabled = enabled;
+    if (enabled || !m_tracking)
+        return;
+    const auto keepAlive = shared_from_this();
+    m_tracking = false;
+    cancelTracking();
+    setHighlighted(false);
+    sendActionsForControlEvents(UIControlEvents::TouchCancel);
+}
+
+void UIControl::setHighlighted(bool highlighted) { m_highlighted = highlighted; }
+
+void UIControl::setSelected(bool selected) { m_selected = selected; }
+
+// --- Tracking ----------------------------------------------------------------------------------------
+
+void UIControl::touchesBegan(const UITouches& touches, UIEvent& event)
+{
+    if (!m_enabled || m_tracking)
+        return;
+    const auto keepAlive = shared_from_this();
+    m_tracking = true;
+    m_touchInside = true;
+    if (!beginTrackingWithTouch(*touches.front(), event)) {
+        m_tracking = false;
+        return;
+    }
+    setHighlighted(true);
+    sendActionsForControlEvents(UIControlEvents::TouchDown);
+}
+
+void UIControl::touchesMoved(const UITouches& touches, UIEvent& event)
+{
+    if (!m_tracking)
+        return;
+    const auto keepAlive = shared_from_this();
+    UITouch& touch = *touches.front();
+    if (!continueTrackingWithTouch(touch, event)) {
+        m_tracking = false;
+        setHighlighted(false);
+        return;
+    }
+    setTouchInside(pointInside(touch.locationInView(this)));
+    sendActionsForControlEvents(
+        m_touchInside ? UIControlEvents::TouchDragInside : UIControlEvents::TouchDragOutside);
+}
+
+void UIControl::setTouchInside(bool inside)
+{
+    if (std::exchange(m_touchInside, inside) == inside)
+        return;
+    setHighlighted(inside);
+    sendActionsForControlEvents(inside ? UIControlEvents::TouchDragEnter : UIControlEvents::TouchDragExit);
+}
+
+void UIControl::touchesEnded(const UITouches& touches, UIEvent& event)
+{
+    if (!m_tracking)
+        return;
+    const auto keepAlive = shared_from_this();
+    UITouch& touch = *touches.front();
+    m_touchInside = pointInside(touch.locationInView(this));
+    m_tracking = false;
+    endTrackingWithTouch(touch, event);
+    setHighlighted(false);
+    sendActionsForControlEvents(
+        m_touchInside ? UIControlEvents::TouchUpInside : UIControlEvents::TouchUpOutside);
+}
+
+void UIControl::touchesCancelled(const UITouches&, UIEvent&)
+{
+    if (!m_tracking)
+        return;
+    const auto keepAlive = shared_from_this();
+    m_tracking = false;
+    cancelTracking();
+    setHighlighted(false);
+    sendActionsForControlEvents(UIControlEvents::TouchCancel);
+}

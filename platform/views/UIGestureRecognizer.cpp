@@ -1,0 +1,217 @@
+#include "platform/views/UIGestureRecognizer.h"
+
+#include "platform/views/TouchDispatcher.h"
+#include "platform/views/UIWindow.h"
+
+UIGestureRecognizer::~UIGestureRecognizer() = default;
+
+void UIGestureRecognizer::addTarget(const Action& action)
+{
+    if (std::find(m_actions.begin(), m_actions.end(), action) == m_actions.end())
+        m_actions.push_back(action);
+}
+
+void UIGestureRecognizer::removeTarget(const Action& action) { std::erase(m_actions, action); }
+
+void UIGestureRecognizer::setEnabled(bool enabled)
+{
+    if (std::exchange(m_enabled, enabled) && !enabled)
+        abandon({});
+}
+
+void UIGestureRecognizer::setView(Key, UIView* view) { m_view = view; }
+
+CGPoint UIGestureRecognizer::locationInView(const UIView* view) const
+{
+    return view ? view->convertPointFromView(m_lastCentroid, nullptr) : m_lastCentroid;
+}
+
+CGPoint UIGestureRecognizer::centroid() const
+{
+    CGPoint sum;
+    for (const auto& touch : m_touches)
+        sum += touch->locationInView(nullptr);
+    return m_touches.empty() ? m_lastCentroid : sum / static_cast<double>(m_touches.size());
+}
+
+CGPoint UIGestureRecognizer::centroidOnScreen() const
+{
+    CGPoint sum;
+    int count = 0;
+    for (const auto& touch : m_touches) {
+        if (touch->phase() == UITouchPhase::Ended || touch->phase() == UITouchPhase::Cancelled)
+            continue;
+        sum += touch->locationInView(nullptr);
+        ++count;
+    }
+    return count == 0 ? m_lastCentroid : sum / count;
+}
+
+// --- Touches -----------------------------------------------------------------------------------------
+
+bool UIGestureRecognizer::shouldReceive(Key, UITouch& touch)
+{
+    if (!m_enabled)
+        return false;
+    const auto keepAlive = shared_from_this();
+    const auto asked = delegate();
+    return !asked || asked->gestureRecognizerShouldReceiveTouch(*this, touch);
+}
+
+bool UIGestureRecognizer::watches(const UITouch& touch) const
+{
+    return std::any_of(
+        m_touches.begin(), m_touches.end(), [&](const auto& watched) { return watched.get() == &touch; });
+}
+
+void UIGestureRecognizer::deliver(Key, const std::shared_ptr<UITouch>& touch, UIEvent& event)
+{
+    const auto keepAlive = shared_from_this();
+    const bool begins = touch->phase() == UITouchPhase::Began;
+    if (begins) {
+        if (!m_view || !m_enabled || isOver())
+            return;
+        m_touches.push_back(touch);
+    }
+    if (!watches(*touch))
+        return;
+    m_lastCentroid = centroid();
+    if (isOver())
+        return;
+    switch (touch->phase()) {
+    case UITouchPhase::Began:
+        return touchesBegan({ touch }, event);
+    case UITouchPhase::Moved:
+    case UITouchPhase::Stationary:
+        return touchesMoved({ touch }, event);
+    case UITouchPhase::Ended:
+        return touchesEnded({ touch }, event);
+    case UITouchPhase::Cancelled:
+        return touchesCancelled({ touch }, event);
+    }
+}
+
+void UIGestureRecognizer::forgetTouch(Key, const UITouch& touch)
+{
+    std::erase_if(m_touches, [&](const auto& watched) { return watched.get() == &touch; });
+    becomePossibleWhenFree();
+}
+
+void UIGestureRecognizer::touchesCancelled(const UITouches&, UIEvent&)
+{
+    setState(UIGestureRecognizerState::Cancelled);
+}
+
+void UIGestureRecognizer::abandon(Key)
+{
+    const auto keepAlive = shared_from_this();
+    setState(UIGestureRecognizerState::Cancelled);
+    m_touches.clear();
+    becomePossibleWhenFree();
+}
+
+// --- States ------------------------------------------------------------------------------------------
+
+bool UIGestureRecognizer::isOver() const
+{
+    using enum UIGestureRecognizerState;
+    return m_state == Ended || m_state == Cancelled || m_state == Failed;
+}
+
+bool UIGestureRecognizer::isGoingOn() const
+{
+    using enum UIGestureRecognizerState;
+    return m_state == Began || m_state == Changed;
+}
+
+void UIGestureRecognizer::setState(UIGestureRecognizerState state)
+{
+    using enum UIGestureRecognizerState;
+    if (isOver() || state == Possible)
+        return;
+    const auto keepAlive = shared_from_this();
+    const bool begins = m_state == Possible && (state == Began || state == Changed || state == Ended);
+    if (begins) {
+        const bool allowed = mayBegin();
+        if (m_state != Possible || !m_view)
+            return; // one of those who were asked has stopped it
+        if (!allowed)
+            state = Failed;
+        else if (state == Changed)
+            state = Began;
+    } else if (m_state == Possible) {
+        state = Failed; // cancelled before it began
+    } else if (state == Failed) {
+        state = Cancelled;
+    } else if (state == Began) {
+        state = Changed;
+    }
+    m_state = state;
+    TouchDispatcher* const road = dispatcher();
+    if (state == Failed) {
+        if (road)
+            road->didFail(*this);
+    } else {
+        if (begins && road)
+            road->didRecognize(*this);
+        if (m_state == state)
+            sendActions();
+    }
+    becomePossibleWhenFree();
+}
+
+bool UIGestureRecognizer::mayBegin()
+{
+    if (!m_enabled || !m_view)
+        return false;
+    for (const UIView* view = m_view; view; view = view->superview())
+        if (view->isHidden())
+            return false;
+    const auto asked = delegate();
+    if (asked && !asked->gestureRecognizerShouldBegin(*this))
+        return false;
+    if (!viewsLetBegin())
+        return false;
+    const TouchDispatcher* const road = dispatcher();
+    return road && road->mayRecognize(*this);
+}
+
+bool UIGestureRecognizer::viewsLetBegin()
+{
+    const auto touches = m_touches;
+    for (const auto& touch : touches) {
+        auto view = touch->view();
+        while (view) {
+            if (!view->gestureRecognizerShouldBegin(*this))
+                return false;
+            UIView* const outer = view.get() == m_view ? nullptr : view->superview();
+            view = outer ? std::static_pointer_cast<UIView>(outer->shared_from_this()) : nullptr;
+        }
+    }
+    return true;
+}
+
+TouchDispatcher* UIGestureRecognizer::dispatcher() const
+{
+    UIWindow* const window = m_view ? m_view->window() : nullptr;
+    return window ? &window->touches() : nullptr;
+}
+
+void UIGestureRecognizer::sendActions()
+{
+    const UIGestureRecognizerState sent = m_state;
+    const auto actions = m_actions;
+    for (const Action& action : actions) {
+        const bool stillTarget = std::find(m_actions.begin(), m_actions.end(), action) != m_actions.end();
+        if (stillTarget && m_state == sent)
+            action.perform(this);
+    }
+}
+
+void UIGestureRecognizer::becomePossibleWhenFree()
+{
+    if (!isOver() || !m_touches.empty())
+        return;
+    m_state = UIGestureRecognizerState::Possible;
+    reset();
+}

@@ -1,0 +1,97 @@
+// The part of UIView that hands the tint down the tree.
+
+#include "platform/graphics/UIColor.h"
+#include "platform/views/UIView.h"
+
+namespace {
+
+// The grey of the same luminance at 80 % of the opacity; a colour without one value stays as it is.
+std::shared_ptr<UIColor> dimmed(const std::shared_ptr<UIColor>& color)
+{
+    constexpr double redWeight = 0.2125999927520752; // single precision, as the two that follow from it
+    constexpr double greenWeight = 0.7152000069618225;
+    constexpr double blueWeight = 0.0722;
+    constexpr double opacity = 0.800000011920929;
+    if (const auto parts = color->getRed())
+        return UIColor::colorWithWhite(
+            parts->red * redWeight + parts->green * greenWeight + parts->blue * blueWeight,
+            parts->alpha * opacity);
+    if (const auto parts = color->getWhite())
+        return UIColor::colorWithWhite(parts->white, parts->alpha * opacity);
+    return color;
+}
+
+} // namespace
+
+std::shared_ptr<UIColor> UIView::undimmedTintColor() const
+{
+    for (const UIView* view = this; view; view = view->m_superview)
+        if (view->m_tintColor)
+            return view->m_tintColor;
+    return UIColor::systemBlueColor();
+}
+
+std::shared_ptr<UIColor> UIView::tintColor() const
+{
+    const auto color = undimmedTintColor();
+    return tintAdjustmentMode() == UIViewTintAdjustmentMode::Dimmed ? dimmed(color) : color;
+}
+
+UIViewTintAdjustmentMode UIView::tintAdjustmentMode() const
+{
+    for (const UIView* view = this; view; view = view->m_superview)
+        if (view->m_tintAdjustmentMode != UIViewTintAdjustmentMode::Automatic)
+            return view->m_tintAdjustmentMode;
+    return UIViewTintAdjustmentMode::Normal;
+}
+
+void UIView::setTintColor(std::shared_ptr<UIColor> color)
+{
+    const auto before = undimmedTintColor();
+    m_tintColor = std::move(color);
+    if (!undimmedTintColor()->isEqual(before.get()))
+        tellTintChange({ .color = true });
+}
+
+void UIView::setTintAdjustmentMode(UIViewTintAdjustmentMode mode)
+{
+    const auto before = tintAdjustmentMode();
+    m_tintAdjustmentMode = mode;
+    if (tintAdjustmentMode() != before)
+        tellTintChange({ .mode = true });
+}
+
+UIView::InheritedTint UIView::inheritedTint() const
+{
+    if (m_superview)
+        return { m_superview->undimmedTintColor(), m_superview->tintAdjustmentMode() };
+    return { UIColor::systemBlueColor(), UIViewTintAdjustmentMode::Normal };
+}
+
+void UIView::tellTintChangeSince(const InheritedTint& before)
+{
+    const InheritedTint now = inheritedTint();
+    const TintChange change {
+        .color = !m_tintColor && !now.color->isEqual(before.color.get()),
+        .mode = m_tintAdjustmentMode == UIViewTintAdjustmentMode::Automatic && now.mode != before.mode,
+    };
+    if (change.color || change.mode)
+        tellTintChange(change);
+}
+
+void UIView::tellTintChange(TintChange change)
+{
+    const auto keepAlive = shared_from_this();
+    tintColorDidChange();
+    const auto subviews = m_subviews;
+    for (const auto& view : subviews) {
+        if (view->m_superview != this)
+            continue;
+        const TintChange below {
+            .color = change.color && !view->m_tintColor,
+            .mode = change.mode && view->m_tintAdjustmentMode == UIViewTintAdjustmentMode::Automatic,
+        };
+        if (below.color || below.mode)
+            view->tellTintChange(below);
+    }
+}

@@ -1,0 +1,278 @@
+#include "platform/views/UIView.h"
+
+#include "platform/graphics/UIColor.h"
+#include "platform/views/Autoresizing.h"
+#include "platform/views/UIGestureRecognizer.h"
+#include "platform/views/UIViewAnimationBlock.h"
+#include "platform/views/UIViewOwner.h"
+#include "platform/views/UIWindow.h"
+
+namespace {
+
+CAContentsGravity gravityOf(UIViewContentMode mode)
+{
+    switch (mode) {
+    case UIViewContentMode::ScaleAspectFit:
+        return CAContentsGravity::ResizeAspect;
+    case UIViewContentMode::ScaleAspectFill:
+        return CAContentsGravity::ResizeAspectFill;
+    case UIViewContentMode::Center:
+        return CAContentsGravity::Center;
+    case UIViewContentMode::ScaleToFill:
+        break;
+    }
+    return CAContentsGravity::Resize;
+}
+
+} // namespace
+
+UIView::UIView(const CGRect& frame)
+    : m_initialFrame(frame)
+{
+}
+
+UIView::~UIView()
+{
+    for (const auto& view : m_subviews)
+        view->m_superview = nullptr;
+    for (const auto& recognizer : m_recognizers)
+        recognizer->setView({}, nullptr);
+}
+
+void UIView::init()
+{
+    UIResponder::init();
+    m_layer = makeLayer();
+    m_layer->setDelegate(weakSelf(this));
+    m_layer->setContentsScale(UIScreen::mainScreen()->scale());
+    UIView::setBounds({ CGPoint(), m_initialFrame.size() });
+    UIView::setCenter(m_initialFrame.center());
+    setNeedsLayout();
+}
+
+std::shared_ptr<CALayer> UIView::makeLayer() const { return CALayer::layer(); }
+
+// --- Geometry ----------------------------------------------------------------------------------------
+
+CGRect UIView::frame() const { return m_layer->frame(); }
+
+void UIView::setFrame(const CGRect& frame)
+{
+    setBounds({ bounds().topLeft(), frame.size() });
+    const CGPoint anchor = m_layer->anchorPoint();
+    setCenter({ frame.x() + anchor.x() * frame.width(), frame.y() + anchor.y() * frame.height() });
+}
+
+CGRect UIView::bounds() const { return m_layer->bounds(); }
+
+void UIView::setBounds(const CGRect& bounds)
+{
+    const CGSize oldSize = m_layer->bounds().size();
+    m_layer->setBounds(bounds);
+    if (bounds.size() == oldSize)
+        return;
+    const auto subviews = m_subviews;
+    for (const auto& view : subviews)
+        if (view->m_superview == this)
+            view->resizeWithSuperview(oldSize, bounds.size());
+    setNeedsLayout();
+}
+
+CGPoint UIView::center() const { return m_layer->position(); }
+
+void UIView::setCenter(const CGPoint& center) { m_layer->setPosition(center); }
+
+CGAffineTransform UIView::transform() const { return m_layer->transform(); }
+
+void UIView::setTransform(const CGAffineTransform& transform) { m_layer->setTransform(transform); }
+
+void UIView::resizeWithSuperview(const CGSize& oldSize, const CGSize& newSize)
+{
+    if (m_autoresizingMask != UIViewAutoresizing::None)
+        setFrame(autoresizedFrame(frame(), m_autoresizingMask, oldSize, newSize));
+}
+
+const UIView& UIView::rootView() const
+{
+    const UIView* view = this;
+    while (view->m_superview)
+        view = view->m_superview;
+    return *view;
+}
+
+CGPoint UIView::convertPointToView(const CGPoint& point, const UIView* view) const
+{
+    return m_layer->convertPointToLayer(point, (view ? *view : rootView()).m_layer.get());
+}
+
+CGPoint UIView::convertPointFromView(const CGPoint& point, const UIView* view) const
+{
+    return m_layer->convertPointFromLayer(point, (view ? *view : rootView()).m_layer.get());
+}
+
+CGRect UIView::convertRectToView(const CGRect& rect, const UIView* view) const
+{
+    return m_layer->convertRectToLayer(rect, (view ? *view : rootView()).m_layer.get());
+}
+
+CGRect UIView::convertRectFromView(const CGRect& rect, const UIView* view) const
+{
+    return m_layer->convertRectFromLayer(rect, (view ? *view : rootView()).m_layer.get());
+}
+
+CGSize UIView::sizeThatFits(const CGSize&) const { return bounds().size(); }
+
+void UIView::sizeToFit() { setFrame({ frame().topLeft(), sizeThatFits(bounds().size()) }); }
+
+CGSize UIView::intrinsicContentSize() const { return { UIViewNoIntrinsicMetric, UIViewNoIntrinsicMetric }; }
+
+void UIView::invalidateIntrinsicContentSize()
+{
+    if (m_superview)
+        m_superview->setNeedsLayout();
+}
+
+UIEdgeInsets UIView::safeAreaInsets() const
+{
+    if (!m_window)
+        return {};
+    if (m_window == this)
+        return UIScreen::mainScreen()->safeAreaInsets();
+    const UIEdgeInsets outer = m_superview->safeAreaInsets();
+    const CGRect around = m_superview->bounds();
+    const CGRect own = frame();
+    return { std::max(outer.top - (own.top() - around.top()), 0.0),
+        std::max(outer.left - (own.left() - around.left()), 0.0),
+        std::max(outer.bottom - (around.bottom() - own.bottom()), 0.0),
+        std::max(outer.right - (around.right() - own.right()), 0.0) };
+}
+
+// --- Looks -------------------------------------------------------------------------------------------
+
+double UIView::alpha() const { return m_layer->opacity(); }
+
+void UIView::setAlpha(double alpha) { m_layer->setOpacity(alpha); }
+
+bool UIView::isHidden() const { return m_layer->isHidden(); }
+
+void UIView::setHidden(bool hidden) { m_layer->setHidden(hidden); }
+
+bool UIView::isOpaque() const { return m_opaque; }
+
+void UIView::setOpaque(bool opaque) { m_opaque = opaque; }
+
+std::shared_ptr<UIColor> UIView::backgroundColor() const { return m_layer->backgroundColor(); }
+
+void UIView::setBackgroundColor(std::shared_ptr<UIColor> color)
+{
+    m_layer->setBackgroundColor(std::move(color));
+}
+
+bool UIView::clipsToBounds() const { return m_layer->masksToBounds(); }
+
+void UIView::setClipsToBounds(bool clips) { m_layer->setMasksToBounds(clips); }
+
+void UIView::setContentMode(UIViewContentMode mode)
+{
+    m_contentMode = mode;
+    m_layer->setContentsGravity(gravityOf(mode));
+}
+
+// --- Layout and display ------------------------------------------------------------------------------
+
+void UIView::setNeedsLayout() { m_layer->setNeedsLayout(); }
+
+void UIView::layoutIfNeeded() { m_layer->layoutIfNeeded(); }
+
+void UIView::layoutSublayersOfLayer(CALayer&)
+{
+    const auto keepAlive = shared_from_this();
+    const auto owner = m_owner ? m_owner->shared_from_this() : nullptr;
+    if (m_owner)
+        m_owner->viewWillLayoutSubviews();
+    layoutSubviews();
+    if (m_owner)
+        m_owner->viewDidLayoutSubviews();
+}
+
+void UIView::setNeedsFrameUpdate()
+{
+    if (m_window)
+        m_window->updateInNextFrame(strongSelf(this));
+}
+
+void UIView::setNeedsDisplay() { m_layer->setNeedsDisplay(); }
+
+void UIView::drawLayerInContext(CALayer&, CGContext& context) { drawRect(bounds(), context); }
+
+// --- Animation ---------------------------------------------------------------------------------------
+
+CAActionAnswer UIView::actionForLayerForKey(CALayer& layer, const NSString& key)
+{
+    const std::shared_ptr<CAAnimation> atOnce;
+    const auto block = UIViewAnimationBlock::current();
+    if (!block || !m_window || block->isAnimating(layer, key))
+        return atOnce;
+    if (block->allowsUserInteraction())
+        return block->makeAnimation(layer, key, nullptr);
+    ++m_interactionBlocks;
+    return block->makeAnimation(layer, key, [weakView = weakSelf(this)] {
+        if (const auto view = weakView.lock())
+            --view->m_interactionBlocks;
+    });
+}
+
+void UIView::animate(double duration, const Animations& animations, Completion completion)
+{
+    UIViewAnimationBlock::run({ .duration = duration }, animations, std::move(completion));
+}
+
+void UIView::animate(double duration, double delay, UIViewAnimationOptions options,
+    const Animations& animations, Completion completion)
+{
+    UIViewAnimationBlock::run(
+        { .duration = duration, .delay = delay, .options = options }, animations, std::move(completion));
+}
+
+void UIView::animate(double duration, double delay, double springDamping, double initialVelocity,
+    UIViewAnimationOptions options, const Animations& animations, Completion completion)
+{
+    UIViewAnimationBlock::run({ .duration = duration,
+                                  .delay = delay,
+                                  .options = options,
+                                  .spring = UIViewAnimationBlock::Spring { springDamping, initialVelocity } },
+        animations, std::move(completion));
+}
+
+void UIView::performWithoutAnimation(const Animations& changes) { UIViewAnimationBlock::runWithout(changes); }
+
+bool UIView::isInAnimation() { return UIViewAnimationBlock::current() != nullptr; }
+
+// --- Text --------------------------------------------------------------------------------------------
+
+NSString UIView::description() const
+{
+    const CGRect place = frame();
+    NSString text = QStringLiteral("<%1; frame = (%2 %3; %4 %5)")
+                        .arg(className())
+                        .arg(place.x())
+                        .arg(place.y())
+                        .arg(place.width())
+                        .arg(place.height());
+    if (isHidden())
+        text += QStringLiteral("; hidden");
+    if (alpha() != 1)
+        text += QStringLiteral("; alpha = %1").arg(alpha());
+    if (m_tag != 0)
+        text += QStringLiteral("; tag = %1").arg(m_tag);
+    return text + QLatin1Char('>');
+}
+
+NSString UIView::treeDescription() const
+{
+    NSString text = description() + QLatin1Char('\n');
+    for (const auto& view : m_subviews)
+        for (const NSString& line : view->treeDescription().split(QLatin1Char('\n'), Qt::SkipEmptyParts))
+            text += QStringLiteral("   | ") + line + QLatin1Char('\n');
+    return text;
+}

@@ -1,0 +1,139 @@
+#include "platform/views/UIViewAnimationBlock.h"
+
+#include "platform/foundation/Scheduler.h"
+#include "platform/layers/CALayer.h"
+#include "platform/layers/CASpringAnimation.h"
+
+namespace {
+
+// The blocks being run, the innermost last; null entries switch animation off.
+std::vector<std::shared_ptr<UIViewAnimationBlock>> blocksInForce;
+
+std::shared_ptr<CAMediaTimingFunction> timingFunctionOf(UIViewAnimationCurve curve)
+{
+    switch (curve) {
+    case UIViewAnimationCurve::EaseIn:
+        return CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseIn);
+    case UIViewAnimationCurve::EaseOut:
+        return CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseOut);
+    case UIViewAnimationCurve::Linear:
+        return CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionLinear);
+    case UIViewAnimationCurve::EaseInOut:
+        break;
+    }
+    return CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseInEaseOut);
+}
+
+} // namespace
+
+class UIViewAnimationBlock::InForce {
+public:
+    explicit InForce(std::shared_ptr<UIViewAnimationBlock> block)
+    {
+        blocksInForce.push_back(std::move(block));
+    }
+    ~InForce() { blocksInForce.pop_back(); }
+    InForce(const InForce&) = delete;
+    InForce& operator=(const InForce&) = delete;
+};
+
+UIViewAnimationBlock::UIViewAnimationBlock(const Parameters& parameters, Completion completion)
+    : m_parameters(parameters)
+    , m_completion(std::move(completion))
+{
+}
+
+std::shared_ptr<UIViewAnimationBlock> UIViewAnimationBlock::current()
+{
+    return blocksInForce.empty() ? nullptr : blocksInForce.back();
+}
+
+void UIViewAnimationBlock::run(const Parameters& parameters, const Changes& changes, Completion completion)
+{
+    if (!(parameters.duration > 0)) {
+        runWithout(changes);
+        if (completion)
+            Scheduler::current().schedule(parameters.delay, [completion] { completion(true); });
+        return;
+    }
+    const auto block = make<UIViewAnimationBlock>(parameters, std::move(completion));
+    {
+        const InForce inForce(block);
+        if (changes)
+            changes();
+    }
+    block->close();
+}
+
+void UIViewAnimationBlock::runWithout(const Changes& changes)
+{
+    const InForce inForce(nullptr);
+    if (changes)
+        changes();
+}
+
+bool UIViewAnimationBlock::allowsUserInteraction() const
+{
+    return hasBits(m_parameters.options, UIViewAnimationOptions::AllowUserInteraction);
+}
+
+bool UIViewAnimationBlock::isAnimating(const CALayer& layer, const NSString& key) const
+{
+    return m_animated.contains({ layer.layerID(), key }) && layer.animationForKey(key);
+}
+
+std::shared_ptr<CABasicAnimation> UIViewAnimationBlock::makeTimedAnimation(const NSString& key) const
+{
+    if (!m_parameters.spring) {
+        auto animation = CABasicAnimation::animationWithKeyPath(key);
+        animation->setTimingFunction(timingFunctionOf(curveOfOptions(m_parameters.options)));
+        return animation;
+    }
+    auto animation = CASpringAnimation::animationWithKeyPath(key);
+    animation->setDampingRatio(m_parameters.spring->damping);
+    animation->setInitialVelocity(m_parameters.spring->initialVelocity);
+    return animation;
+}
+
+std::shared_ptr<CAAnimation> UIViewAnimationBlock::makeAnimation(
+    const CALayer& layer, const NSString& key, std::function<void()> atEnd)
+{
+    const auto animation = makeTimedAnimation(key);
+    const bool fromCurrentState
+        = hasBits(m_parameters.options, UIViewAnimationOptions::BeginFromCurrentState);
+    animation->setFromValue(
+        CAKeyPath(key).value(fromCurrentState ? layer.presentationValues() : layer.modelValues()));
+    animation->setDuration(m_parameters.duration);
+    if (m_parameters.delay > 0) {
+        const double start = Scheduler::current().now() + m_parameters.delay;
+        animation->setBeginTime(layer.convertTimeFromMedia(start));
+        animation->setFillMode(kCAFillModeBackwards);
+    }
+    m_animated.emplace(layer.layerID(), key);
+    ++m_running;
+    animation->setCompletion([self = strongSelf(this), atEnd = std::move(atEnd)](bool finished) {
+        if (atEnd)
+            atEnd();
+        self->animationDidEnd(finished);
+    });
+    return animation;
+}
+
+void UIViewAnimationBlock::animationDidEnd(bool finished)
+{
+    m_allFinished = m_allFinished && finished;
+    if (--m_running > 0 || !m_completion)
+        return;
+    const Completion completion = std::exchange(m_completion, nullptr);
+    completion(m_allFinished);
+}
+
+void UIViewAnimationBlock::close()
+{
+    if (m_running > 0)
+        return;
+    // Nothing moves, so nothing will report an end.
+    if (m_completion)
+        Scheduler::current().schedule(
+            0, [self = strongSelf(this)] { std::exchange(self->m_completion, nullptr)(true); });
+}

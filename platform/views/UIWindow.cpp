@@ -1,0 +1,104 @@
+#include "platform/views/UIWindow.h"
+
+#include "platform/layers/CATransaction.h"
+#include "platform/views/UIViewOwner.h"
+
+namespace {
+
+std::weak_ptr<UIWindow> windowInFront;
+
+} // namespace
+
+void UIWindow::init()
+{
+    UIView::init();
+    setHidden(true);
+    m_tree = std::make_unique<CALayerTree>(layer());
+    setWindow(this);
+    UIScreen::mainScreen()->addObserver(weakSelf(this));
+    CurrentUserInterfaceStyle::addObserver(weakSelf(this));
+}
+
+UIWindow::~UIWindow()
+{
+    m_rootViewController = nullptr;
+    while (!subviews().empty())
+        subviews().back()->removeFromSuperview();
+}
+
+std::shared_ptr<UIWindow> UIWindow::keyWindow() { return windowInFront.lock(); }
+
+void UIWindow::makeKeyAndVisible()
+{
+    windowInFront = weakSelf(this);
+    setHidden(false);
+}
+
+bool UIWindow::isKeyWindow() const { return keyWindow().get() == this; }
+
+void UIWindow::setRootViewController(std::shared_ptr<UIViewOwner> controller)
+{
+    if (controller == m_rootViewController)
+        return;
+    const auto previous = std::exchange(m_rootViewController, std::move(controller));
+    if (previous)
+        previous->view()->removeFromSuperview();
+    if (!m_rootViewController)
+        return;
+    const auto view = m_rootViewController->view();
+    view->setFrame(bounds());
+    insertSubview(view, 0);
+}
+
+void UIWindow::layoutSubviews()
+{
+    if (m_rootViewController)
+        m_rootViewController->view()->setFrame(bounds());
+}
+
+FrameList UIWindow::performFrame()
+{
+    const auto keepAlive = shared_from_this();
+    runFrameUpdates();
+    m_tree->layoutIfNeeded();
+    m_tree->displayIfNeeded();
+    FrameList frame = m_tree->makeFrame(screen()->bounds().size(), screen()->scale());
+    CATransaction::flush();
+    return frame;
+}
+
+void UIWindow::updateInNextFrame(const std::shared_ptr<UIView>& view)
+{
+    const bool waits = std::any_of(m_frameUpdates.begin(), m_frameUpdates.end(),
+        [&](const auto& waiting) { return waiting.lock() == view; });
+    if (!waits)
+        m_frameUpdates.push_back(view);
+    m_tree->setNeedsFrame();
+}
+
+void UIWindow::runFrameUpdates()
+{
+    const double now = Scheduler::current().now();
+    const auto views = std::exchange(m_frameUpdates, {});
+    for (const auto& waiting : views) {
+        const auto view = waiting.lock();
+        if (view && view->window() == this)
+            view->updateForFrame(now);
+    }
+}
+
+void UIWindow::screenDidChange()
+{
+    setFrame(screen()->bounds());
+    setWindow(this); // hands the scale down
+    tellSubtree(&UIView::safeAreaInsetsDidChange);
+    tellSubtree(&UIView::setNeedsLayout);
+    m_tree->setNeedsFrame();
+}
+
+void UIWindow::userInterfaceStyleDidChange(UIUserInterfaceStyle)
+{
+    tellSubtree(&UIView::setNeedsDisplay);
+    tellSubtree(&UIView::userInterfaceStyleDidChange);
+    m_tree->setNeedsFrame();
+}
