@@ -1,10 +1,13 @@
+#include "platform/foundation/MainQueue.h"
 #include "platform/foundation/RandomSource.h"
+#include "platform/foundation/ThreadPool.h"
 #include "tests/model/RecordsStorageFixture.h"
 
 #include <cmath>
 #include <deque>
 #include <limits>
 #include <map>
+#include <semaphore>
 
 namespace {
 
@@ -117,6 +120,31 @@ TEST_F(ORVRecordsStorageTest, ACompletionMayAskAgain)
     });
     executor.runAll();
     EXPECT_EQ(answers, 2);
+}
+
+TEST_F(ORVRecordsStorageTest, QueriesRunOnWorkerThreadsAndAnswerOnTheMainOne)
+{
+    store().records();
+    std::counting_semaphore<> submitted(0);
+    MainQueue mainQueue([&] { submitted.release(); });
+    ThreadPool workers(4);
+    Executor threaded(mainQueue, workers);
+    Executor::setCurrent(&threaded);
+
+    const ORVRecordsStorage::Records expected = storage->recordsAroundCoordinate({ 0, 0 }, 2);
+    constexpr int queries = 200;
+    int answers = 0;
+    for (int i = 0; i < queries; ++i)
+        storage->queryRecordsAroundCoordinate({ 0, 0 }, 2, [&](const auto& records) {
+            EXPECT_TRUE(mainQueue.isMainThread());
+            EXPECT_EQ(records, expected);
+            ++answers;
+        });
+    EXPECT_EQ(answers, 0);
+    while (answers < queries) {
+        submitted.acquire();
+        mainQueue.drain();
+    }
 }
 
 // --- Generated records -----------------------------------------------------------------------------------
