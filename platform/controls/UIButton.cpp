@@ -33,6 +33,7 @@ void setValueForState(Values& values, const Value& value, bool isNull, UIControl
 
 void UIButton::setImage(std::shared_ptr<UIImage> image, UIControlState state)
 {
+    appearanceNotes().noteSetting(&UIButton::setImage, state);
     setValueForState(m_images, image, !image, state);
     updateImage();
     contentDidChange();
@@ -278,8 +279,5 @@ CGFloat UIButton::firstBaseline() const
 {
     if (!m_titleLabel)
         return UIControl::firstBaseline();
-    const CGRect place = places().title;
-    UILabel& label = *m_titleLabel;
-    return place.top()
-        + (label.bounds().size() == place.size() ? label.firstBaseline() : label.font()->ascender());
+    return places().title.top() + m_titleLabel->font()->ascender();
 }

@@ -47,6 +47,7 @@ UIViewTintAdjustmentMode UIView::tintAdjustmentMode() const
 
 void UIView::setTintColor(std::shared_ptr<UIColor> color)
 {
+    m_appearanceNotes.noteSetting(&UIView::setTintColor);
     const auto before = undimmedTintColor();
     m_tintColor = std::move(color);
     if (!undimmedTintColor()->isEqual(before.get()))

@@ -1,6 +1,7 @@
 // The part of UIView that keeps the tree: adding, moving and removing subviews, and entering windows.
 
 #include "platform/foundation/NSAssertionHandler.h"
+#include "platform/views/UIAppearance.h"
 #include "platform/views/UIView.h"
 #include "platform/views/UIViewOwner.h"
 #include "platform/views/UIWindow.h"
@@ -189,6 +190,8 @@ void UIView::tellDidMoveToWindow(UIWindow* window)
 {
     const auto keepAlive = shared_from_this();
     const auto owner = m_owner ? m_owner->shared_from_this() : nullptr;
+    if (window)
+        UIAppearance::applyTo(*this);
     didMoveToWindow();
     if (m_owner && m_window == window)
         m_owner->viewDidMoveToWindow();

@@ -9,6 +9,7 @@
 #include "platform/graphics/Geometry.h"
 #include "platform/graphics/UIUserInterfaceStyle.h"
 #include "platform/layers/CALayer.h"
+#include "platform/views/UIAppearanceNotes.h"
 #include "platform/views/UIEvent.h"
 #include "platform/views/UIResponder.h"
 #include "platform/views/UIViewAnimationOptions.h"
@@ -87,6 +88,8 @@ public:
     void setTintAdjustmentMode(UIViewTintAdjustmentMode mode);
     // Sent to every view whose tint is another one now, hidden ones included.
     virtual void tintColorDidChange() { }
+    // What setters that may be recorded for the class tell; see UIAppearance.
+    UIAppearanceNotes& appearanceNotes() { return m_appearanceNotes; }
 
     // --- The tree ------------------------------------------------------------------------------------
 
@@ -245,6 +248,7 @@ private:
     UIViewOwner* m_owner = nullptr;
     std::vector<std::shared_ptr<UIView>> m_subviews;
     std::vector<std::shared_ptr<UIGestureRecognizer>> m_recognizers;
+    UIAppearanceNotes m_appearanceNotes;
     std::shared_ptr<UIColor> m_tintColor; // null inherits
     UIViewTintAdjustmentMode m_tintAdjustmentMode = UIViewTintAdjustmentMode::Automatic;
     UIViewContentMode m_contentMode = UIViewContentMode::ScaleToFill;
