@@ -1,0 +1,61 @@
+// A window on the offscreen platform that shows frame lists, and what it really shows.
+#pragma once
+
+#include "platform/host/FramePainter.h"
+#include "platform/host/SceneItem.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QQuickWindow>
+#include <QScreen>
+#include <QTimer>
+
+class SceneStage {
+public:
+    // In device pixels.
+    explicit SceneStage(const QSize& size)
+        : m_scene(m_window.contentItem())
+    {
+        QObject::connect(&m_window, &QQuickWindow::frameSwapped, [this] { ++m_framesDrawn; });
+        m_window.setColor(Qt::black);
+        m_window.resize(size);
+        m_scene.setSize(size);
+        m_window.show();
+        waitForFrame(0);
+    }
+
+    // Shows the list and waits until it is drawn; answers false when there was nothing to draw.
+    bool show(const FrameList& list)
+    {
+        const int before = m_framesDrawn;
+        if (!m_scene.setFrameList(list))
+            return false;
+        waitForFrame(before);
+        return true;
+    }
+
+    // What has been flushed to the screen, damage by damage.
+    QImage shown() { return m_window.screen()->grabWindow(m_window.winId()).toImage(); }
+    // What a plain painter makes of the list.
+    QImage painted() const { return FramePainter(m_scene.frameList()).paintScreen(); }
+
+    SceneItem& scene() { return m_scene; }
+    QQuickWindow& window() { return m_window; }
+    int framesDrawn() const { return m_framesDrawn; }
+
+private:
+    void waitForFrame(int framesBefore)
+    {
+        if (m_framesDrawn == framesBefore) {
+            QEventLoop loop;
+            QObject::connect(&m_window, &QQuickWindow::frameSwapped, &loop, &QEventLoop::quit);
+            QTimer::singleShot(5000, &loop, &QEventLoop::quit);
+            loop.exec();
+        }
+        EXPECT_GT(m_framesDrawn, framesBefore) << "nothing was drawn";
+    }
+
+    QQuickWindow m_window;
+    SceneItem m_scene;
+    int m_framesDrawn = 0;
+};
