@@ -1,4 +1,4 @@
-// The looks of a navigation bar, as one object that several bars may share.
+// The looks of a navigation bar, as one object. Bars take a copy: changing it afterwards changes no bar.
 #pragma once
 
 #include "platform/graphics/TextAttributes.h"
@@ -15,6 +15,14 @@ public:
     void setTitleTextAttributes(NSTextAttributes attributes)
     {
         m_titleTextAttributes = std::move(attributes);
+    }
+
+    std::shared_ptr<UINavigationBarAppearance> copy() const
+    {
+        auto copied = make<UINavigationBarAppearance>();
+        copied->m_backgroundColor = m_backgroundColor;
+        copied->m_titleTextAttributes = m_titleTextAttributes;
+        return copied;
     }
 
 private:

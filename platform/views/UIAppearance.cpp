@@ -41,17 +41,17 @@ std::unique_ptr<UIAppearance::Book>& UIAppearance::book()
 
 bool UIAppearance::Record::replaces(const Record& other) const
 {
-    return view.type == other.view.type && container.type == other.container.type && setting == other.setting;
+    return view == other.view && container == other.container && setting == other.setting;
 }
 
 bool UIAppearance::Record::reaches(const UIView& inside) const
 {
-    if (isForAnywhere())
+    if (!container)
         return true;
     for (const UIView* ancestor = &inside; ancestor; ancestor = ancestor->superview()) {
-        if (ancestor != &inside && container.includes(*ancestor))
+        if (ancestor != &inside && container->includes(*ancestor))
             return true;
-        if (ancestor->owner() && container.includes(*ancestor->owner()))
+        if (ancestor->owner() && container->includes(*ancestor->owner()))
             return true;
     }
     return false;
@@ -63,9 +63,10 @@ void UIAppearance::record(Record record)
     record.id = ++lastID;
     Records& records = book()->records;
     std::erase_if(records, [&](const auto& earlier) { return record.replaces(*earlier); });
-    const auto place = record.isForAnywhere() ? std::find_if_not(records.begin(), records.end(),
-                           [](const auto& earlier) { return earlier->isForAnywhere(); })
-                                              : records.end();
+    const auto place = record.container
+        ? records.end()
+        : std::find_if(records.begin(), records.end(),
+            [](const auto& earlier) { return earlier->container.has_value(); });
     records.insert(place, std::make_shared<const Record>(std::move(record)));
     book()->recordsOfClass.clear();
 }

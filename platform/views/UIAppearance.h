@@ -15,7 +15,9 @@
 #include "platform/views/UIAppearanceNotes.h"
 
 #include <functional>
+#include <optional>
 #include <typeindex>
+#include <vector>
 
 class UIView;
 
@@ -38,15 +40,16 @@ private:
     struct Kind {
         std::type_index type;
         KindTest includes;
+
+        bool operator==(const Kind& other) const { return type == other.type; }
     };
     struct Record {
         Kind view;
-        Kind container; // what the view is in: any object stands for anywhere
+        std::optional<Kind> container; // what the view is in; none stands for anywhere
         UIAppearanceSetting setting;
         std::function<void(UIView&)> apply;
         UIAppearanceNotes::RecordID id = UIAppearanceNotes::byCode;
 
-        bool isForAnywhere() const { return container.type == typeid(NSObject); }
         bool replaces(const Record& other) const;
         bool reaches(const UIView& view) const;
     };
@@ -87,12 +90,12 @@ public:
 
 private:
     friend class UIAppearance;
-    explicit Proxy(Kind container = kindOf<NSObject>())
+    explicit Proxy(std::optional<Kind> container = std::nullopt)
         : m_container(container)
     {
     }
 
-    Kind m_container;
+    std::optional<Kind> m_container;
 };
 
 class UIAppearance::Replacement {
