@@ -23,7 +23,8 @@ void ManualScheduler::advance(double seconds)
     while (true) {
         const double frame = isFrameRequested() ? std::max(m_time, m_lastFrame + m_frameInterval)
                                                 : std::numeric_limits<double>::infinity();
-        const double stop = std::min({ std::max(nextDueTime(), m_time), frame, end });
+        const double lastStop = nextDueTime() <= end + rounding ? std::max(nextDueTime(), end) : end;
+        const double stop = std::min({ std::max(nextDueTime(), m_time), frame, lastStop });
         m_time = stop;
         if (frame <= stop) {
             m_lastFrame = stop;
