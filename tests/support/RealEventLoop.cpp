@@ -1,0 +1,48 @@
+#include "tests/support/RealEventLoop.h"
+
+#include <QEventLoop>
+
+#include <algorithm>
+#include <cmath>
+
+RealScheduler::RealScheduler()
+{
+    m_clock.start();
+    m_timer.setSingleShot(true);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { runDueTimers(); });
+}
+
+void RealScheduler::wakeAt(double time)
+{
+    if (!std::isfinite(time))
+        return m_timer.stop();
+    const double milliseconds = std::ceil((time - clockNow()) * 1000);
+    m_timer.start(static_cast<int>(std::clamp(milliseconds, 0.0, 1e6)));
+}
+
+RealEventLoop::RealEventLoop()
+{
+    Scheduler::setCurrent(&m_scheduler);
+    Executor::setCurrent(&m_executor);
+}
+
+RealEventLoop::~RealEventLoop()
+{
+    Executor::setCurrent(nullptr);
+    Scheduler::setCurrent(nullptr);
+}
+
+bool RealEventLoop::runUntil(const std::function<bool()>& condition, double longestSeconds)
+{
+    const double deadline = seconds() + longestSeconds;
+    QEventLoop loop;
+    QTimer check;
+    QObject::connect(&check, &QTimer::timeout, &loop, [&] {
+        if (condition() || seconds() > deadline)
+            loop.quit();
+    });
+    check.start(1);
+    loop.exec();
+    return condition();
+}

@@ -1,0 +1,24 @@
+// A temporary WAV file for tests: a known tone, sample by sample.
+#pragma once
+
+#include "platform/foundation/FoundationTypes.h"
+
+#include <QTemporaryDir>
+
+#include <cstdint>
+
+class ToneFile {
+public:
+    // A 440 Hz tone of that many frames, at half of full level.
+    explicit ToneFile(int frames, int sampleRate = 44100, int channels = 1);
+
+    NSURL url() const { return QUrl::fromLocalFile(path()); }
+    NSString path() const { return m_folder.filePath(QStringLiteral("tone.wav")); }
+
+    // What is written at a frame, in every channel.
+    std::int16_t sampleAt(std::int64_t frame) const;
+
+private:
+    const QTemporaryDir m_folder;
+    const int m_sampleRate;
+};
