@@ -20,6 +20,10 @@ LayerID nextLayerID()
 
 // Exact, where the value types' own comparison takes what is nearly equal for equal.
 template <typename Value> bool isSame(const Value& first, const Value& second) { return first == second; }
+bool isSame(const std::shared_ptr<UIColor>& first, const std::shared_ptr<UIColor>& second)
+{
+    return isEqual(first.get(), second.get());
+}
 bool isSame(const CGPoint& first, const CGPoint& second)
 {
     return first.x() == second.x() && first.y() == second.y();
@@ -57,8 +61,10 @@ NSString CALayer::description() const
 template <typename Value>
 void CALayer::change(CAProperty property, Value CALayerValues::*member, const Value& value)
 {
-    if (isSame(m_values.*member, value))
+    if (isSame(m_values.*member, value)) {
+        m_values.*member = value; // an equal colour may be another object
         return;
+    }
     const NSString& key = CAKeyPath::key(property);
     const auto action = CATransaction::disableActions() ? nullptr : actionForKey(key);
     m_values.*member = value;
