@@ -252,7 +252,8 @@ const Change changes[] = {
     { "Scaling",
         [](LayerSketch& root) {
             secondRow(root).transform({ 0.5, 0, 0, 0.5, 10, 50 });
-        } },
+        },
+        resampledRow },
     { "Appearance",
         [](LayerSketch& root) {
             for (LayerSketch& each : list(root).sublayers())

@@ -1,0 +1,45 @@
+#include "platform/host/Screenshot.h"
+
+#include <QImage>
+#include <QImageReader>
+#include <QTemporaryDir>
+
+namespace {
+
+class ScreenshotTest : public testing::Test {
+protected:
+    ScreenshotTest() { picture.fill(Qt::red); }
+
+    NSString path(const char* name) const { return folder.filePath(name); }
+
+    QTemporaryDir folder;
+    QImage picture { 8, 6, QImage::Format_RGB32 };
+};
+
+TEST_F(ScreenshotTest, SavesTheKindThatTheNameAsksFor)
+{
+    EXPECT_TRUE(Screenshot::save(picture, path("a.png")).isNull());
+    EXPECT_TRUE(Screenshot::save(picture, path("b.bmp")).isNull());
+    EXPECT_TRUE(Screenshot::save(picture, path("c")).isNull());
+    EXPECT_EQ(QImageReader::imageFormat(path("a.png")), "png");
+    EXPECT_EQ(QImageReader::imageFormat(path("b.bmp")), "bmp");
+    EXPECT_EQ(QImageReader::imageFormat(path("c")), "png");
+    EXPECT_EQ(QImage(path("a.png")).convertToFormat(QImage::Format_RGB32), picture);
+}
+
+TEST_F(ScreenshotTest, SaysWhyAPictureCannotBeSaved)
+{
+    const NSString problem = Screenshot::save(picture, path("no/such/folder/a.png"));
+    EXPECT_TRUE(problem.startsWith("cannot save the picture to \"")) << problem.toStdString();
+    EXPECT_TRUE(problem.contains("no/such/folder/a.png"));
+    EXPECT_FALSE(Screenshot::save(picture, path("a.unknown")).isNull());
+    EXPECT_FALSE(Screenshot::save({}, path("empty.png")).isNull());
+}
+
+TEST_F(ScreenshotTest, NamesAFileAfterItsMoment)
+{
+    const NSString file = Screenshot::fileForDate(NSDate(QDate(2024, 5, 17), QTime(9, 8, 7)));
+    EXPECT_TRUE(file.endsWith(" 2024-05-17 09-08-07.png")) << file.toStdString();
+}
+
+} // namespace
