@@ -64,6 +64,8 @@ FrameList UIWindow::performFrame()
     m_tree->displayIfNeeded();
     FrameList frame = m_tree->makeFrame(screen()->bounds().size(), screen()->scale());
     CATransaction::flush();
+    if (!m_frameUpdates.empty())
+        m_tree->setNeedsFrame();
     return frame;
 }
 

@@ -1,0 +1,127 @@
+#include "platform/views/UITapGestureRecognizer.h"
+
+#include "tests/platform/views/ViewLog.h"
+#include "tests/support/AssertionRecorder.h"
+#include "tests/support/SceneFixture.h"
+
+namespace {
+
+using States = std::vector<int>;
+
+class UITapGestureRecognizerTest : public SceneFixture {
+protected:
+    void SetUp() override { view->addGestureRecognizer(tap); }
+
+    std::shared_ptr<LoggingView> view = addView<LoggingView>({ 100, 100, 200, 200 });
+    std::shared_ptr<GestureTarget> target = make<GestureTarget>();
+    std::shared_ptr<UITapGestureRecognizer> tap = make<UITapGestureRecognizer>(target->action());
+};
+
+TEST_F(UITapGestureRecognizerTest, ATapEndsOnceWhenTheFingerLeaves)
+{
+    touch.down({ 150, 150 });
+    EXPECT_TRUE(target->states.empty());
+    touch.up();
+    EXPECT_EQ(target->states, (States { 3 }));
+    EXPECT_EQ(view->lines, (Lines { "began 50 50", "cancelled 50 50" }));
+}
+
+TEST_F(UITapGestureRecognizerTest, TellsWhereItWas)
+{
+    CGPoint place;
+    target->onAction
+        = [&](UIGestureRecognizer& recognizer) { place = recognizer.locationInView(view.get()); };
+    touch.tap({ 150, 160 });
+    EXPECT_EQ(place, CGPoint(50, 60));
+}
+
+TEST_F(UITapGestureRecognizerTest, AFingerMayMoveTenPoints)
+{
+    touch.down({ 150, 150 });
+    touch.moveTo({ 160, 150 });
+    touch.up();
+    EXPECT_EQ(target->states, (States { 3 }));
+}
+
+TEST_F(UITapGestureRecognizerTest, AFingerThatMovesFartherDoesNotTapEvenIfItComesBack)
+{
+    touch.down({ 150, 150 });
+    touch.moveTo({ 150, 160.5 });
+    EXPECT_EQ(tap->state(), UIGestureRecognizerState::Failed);
+    touch.moveTo({ 150, 150 });
+    touch.up();
+    EXPECT_TRUE(target->states.empty());
+    EXPECT_EQ(tap->state(), UIGestureRecognizerState::Possible);
+}
+
+TEST_F(UITapGestureRecognizerTest, AFingerThatLeavesFarFromWhereItCameDoesNotTap)
+{
+    touch.down({ 150, 150 });
+    window->touches().touchEnded(TouchID { 0 }, { 180, 150 });
+    EXPECT_TRUE(target->states.empty());
+}
+
+TEST_F(UITapGestureRecognizerTest, TwoFingersDoNotTap)
+{
+    touch.down({ 150, 150 }, 1);
+    touch.down({ 170, 150 }, 2);
+    touch.up(1);
+    touch.up(2);
+    EXPECT_TRUE(target->states.empty());
+    touch.tap({ 150, 150 });
+    EXPECT_EQ(target->states, (States { 3 }));
+}
+
+TEST_F(UITapGestureRecognizerTest, ADoubleTapNeedsTwoTaps)
+{
+    tap->setNumberOfTapsRequired(2);
+    touch.tap({ 150, 150 });
+    EXPECT_TRUE(target->states.empty());
+    touch.wait(0.2);
+    touch.tap({ 155, 150 });
+    EXPECT_EQ(target->states, (States { 3 }));
+    touch.tap({ 150, 150 });
+    EXPECT_EQ(target->states.size(), 1u); // the first of another two
+}
+
+TEST_F(UITapGestureRecognizerTest, TheSecondTapMustComeSoon)
+{
+    tap->setNumberOfTapsRequired(2);
+    touch.tap({ 150, 150 });
+    touch.wait(0.35);
+    touch.tap({ 150, 150 });
+    EXPECT_TRUE(target->states.empty());
+    touch.wait(0.1);
+    touch.tap({ 150, 150 });
+    EXPECT_EQ(target->states, (States { 3 }));
+}
+
+TEST_F(UITapGestureRecognizerTest, TheSecondTapMustBeNear)
+{
+    tap->setNumberOfTapsRequired(2);
+    touch.tap({ 110, 110 });
+    touch.wait(0.1);
+    touch.tap({ 200, 200 });
+    EXPECT_TRUE(target->states.empty());
+}
+
+TEST_F(UITapGestureRecognizerTest, MayGoWhileItWaitsForTheSecondTap)
+{
+    tap->setNumberOfTapsRequired(2);
+    touch.tap({ 150, 150 });
+    view->removeGestureRecognizer(*tap);
+    tap = nullptr;
+    touch.wait(1);
+    EXPECT_TRUE(target->states.empty());
+}
+
+TEST_F(UITapGestureRecognizerTest, NoTapAtAllIsAProgrammingError)
+{
+    AssertionRecorder recorder;
+    tap->setNumberOfTapsRequired(0);
+    EXPECT_EQ(recorder.messages(),
+        (std::vector<NSString> { QStringLiteral("Invalid parameter not satisfying: taps >= 1") }));
+    EXPECT_EQ(tap->numberOfTapsRequired(), 1);
+}
+
+} // namespace
