@@ -1,32 +1,52 @@
 #include "platform/controllers/UINavigationController.h"
 
+#include "platform/foundation/NSAssertionHandler.h"
+
 #include <algorithm>
 
 void UINavigationController::init()
 {
     UIViewController::init();
-    m_navigationBar = m_barMaker ? m_barMaker() : make<UINavigationBar>();
+    m_navigationBar = m_barMaker ? m_barMaker() : nullptr;
+    if (!m_navigationBar)
+        m_navigationBar = make<UINavigationBar>();
 }
 
+// Controllers may set another stack while they are told of this one: what is in the stack then counts.
 void UINavigationController::setViewControllers(std::vector<std::shared_ptr<UIViewController>> controllers)
 {
-    for (const auto& controller : m_viewControllers) {
-        if (std::find(controllers.begin(), controllers.end(), controller) != controllers.end())
-            continue;
-        controller->willMoveToParentViewController(nullptr);
-        if (controller->isViewLoaded())
-            controller->view()->removeFromSuperview();
-        controller->removeFromParentViewController();
-    }
-    m_viewControllers = std::move(controllers);
-    for (const auto& controller : m_viewControllers) {
-        if (controller->parentViewController() == this)
+    const bool areControllers
+        = std::find(controllers.begin(), controllers.end(), nullptr) == controllers.end();
+    NSParameterAssert(areControllers, "UINavigationController", "controllers are no nulls");
+    std::erase(controllers, nullptr);
+    const auto keepAlive = shared_from_this();
+    const auto before = std::exchange(m_viewControllers, std::move(controllers));
+    const auto after = m_viewControllers;
+    for (const auto& controller : before)
+        if (controller->parentViewController() == this && !isInStack(controller))
+            takeOut(*controller);
+    for (const auto& controller : after) {
+        if (controller->parentViewController() == this || !isInStack(controller))
             continue;
         addChildViewController(controller);
         controller->didMoveToParentViewController(this);
     }
     if (isViewLoaded())
         showTopViewController();
+}
+
+bool UINavigationController::isInStack(const std::shared_ptr<UIViewController>& controller) const
+{
+    return std::find(m_viewControllers.begin(), m_viewControllers.end(), controller)
+        != m_viewControllers.end();
+}
+
+void UINavigationController::takeOut(UIViewController& controller)
+{
+    controller.willMoveToParentViewController(nullptr);
+    if (const auto view = controller.viewIfLoaded())
+        view->removeFromSuperview();
+    controller.removeFromParentViewController();
 }
 
 std::shared_ptr<UIViewController> UINavigationController::topViewController() const
@@ -44,12 +64,16 @@ void UINavigationController::viewDidLoad()
 void UINavigationController::showTopViewController()
 {
     const auto top = topViewController();
-    for (const auto& controller : m_viewControllers)
+    const auto topView = top ? top->view() : nullptr;
+    const auto stack = m_viewControllers;
+    for (const auto& controller : stack)
         if (controller != top && controller->isViewLoaded())
             controller->view()->removeFromSuperview();
+    if (top != topViewController())
+        return; // loading or leaving has set another stack, which is shown by now
     m_navigationBar->setTopItem(top ? top->navigationItem() : nullptr);
-    if (top)
-        view()->insertSubviewBelow(top->view(), *m_navigationBar);
+    if (topView)
+        view()->insertSubviewBelow(topView, *m_navigationBar);
     view()->setNeedsLayout();
 }
 

@@ -33,6 +33,8 @@ protected:
     void init() override;
 
 private:
+    bool isInStack(const std::shared_ptr<UIViewController>& controller) const;
+    void takeOut(UIViewController& controller);
     void showTopViewController();
 
     BarMaker m_barMaker;

@@ -19,6 +19,7 @@ std::shared_ptr<UIView> UIViewController::view()
 {
     if (m_view)
         return m_view;
+    const auto keepAlive = weak_from_this().lock();
     loadView();
     NSCAssert(m_view, "UIViewController", QStringLiteral("loadView set no view."));
     if (!m_view)
@@ -34,6 +35,7 @@ void UIViewController::setView(std::shared_ptr<UIView> view)
     m_view = std::move(view);
     if (m_view)
         m_view->setOwner(this);
+    viewDidMoveToWindow(); // the new view may be elsewhere
 }
 
 void UIViewController::loadView() { setView(make<UIView>()); }
@@ -63,17 +65,27 @@ UINavigationController* UIViewController::navigationController() const
 
 // --- Containment -------------------------------------------------------------------------------------
 
-void UIViewController::addChildViewController(const std::shared_ptr<UIViewController>& child)
+void UIViewController::addChildViewController(const std::shared_ptr<UIViewController>& added)
 {
-    NSParameterAssert(
-        child && child.get() != this, "UIViewController", "childController is another controller");
-    if (!child || child.get() == this || child->m_parent == this)
+    const std::shared_ptr<UIViewController> child = added; // the argument may be an entry of a changing list
+    const bool isPossible = child && !child->contains(*this);
+    NSParameterAssert(isPossible, "UIViewController", "childController is another controller");
+    if (!isPossible || child->m_parent == this)
         return;
+    const auto keepAlive = shared_from_this();
     child->willMoveToParentViewController(this);
     if (child->m_parent)
         child->removeFromParentViewController();
     m_children.push_back(child);
     child->m_parent = this;
+}
+
+bool UIViewController::contains(const UIViewController& controller) const
+{
+    for (const UIViewController* ancestor = &controller; ancestor; ancestor = ancestor->m_parent)
+        if (ancestor == this)
+            return true;
+    return false;
 }
 
 void UIViewController::removeFromParentViewController()

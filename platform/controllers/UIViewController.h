@@ -33,8 +33,9 @@ public:
 
     UIViewController* parentViewController() const { return m_parent; }
     const std::vector<std::shared_ptr<UIViewController>>& childViewControllers() const { return m_children; }
-    // Takes the child from where it was, after telling it with willMoveToParentViewController(); the
-    // parent tells it didMoveToParentViewController() when its view is in place.
+    // A controller cannot be its own child, however deep. Takes the child from where it was, after telling it
+    // with willMoveToParentViewController(); the parent tells it didMoveToParentViewController() when its
+    // view is in place.
     void addChildViewController(const std::shared_ptr<UIViewController>& child);
     // The counterpart: the parent tells the child willMove (to none) first, didMove is told here.
     void removeFromParentViewController();
@@ -52,6 +53,8 @@ public:
     UIResponder* nextResponder() const override;
 
 private:
+    bool contains(const UIViewController& controller) const; // or is it
+
     std::shared_ptr<UIView> m_view;
     NSString m_title;
     std::shared_ptr<UINavigationItem> m_navigationItem;
