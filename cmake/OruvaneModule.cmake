@@ -64,11 +64,11 @@ function(oruvane_tests name)
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;LC_ALL=C.UTF-8")
 endfunction()
 
-# Links libraries whole into a program: a class registration or load hook in them is referred to by
-# nobody, and a plain static link would drop it.
+# Links libraries whole into a program, object by object: a class registration or load hook in them is
+# referred to by nobody, and a plain static link would drop it.
 function(oruvane_link_whole target)
     foreach(library ${ARGN})
         target_link_libraries(${target} PRIVATE ${library})
-        set_property(TARGET ${target} PROPERTY LINK_LIBRARY_OVERRIDE_${library} WHOLE_ARCHIVE)
+        target_sources(${target} PRIVATE $<TARGET_OBJECTS:${library}>)
     endforeach()
 endfunction()

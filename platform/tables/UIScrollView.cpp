@@ -208,18 +208,11 @@ void UIScrollView::panned(UIPanGestureRecognizer& recognizer)
     switch (recognizer.state()) {
     case UIGestureRecognizerState::Began:
         beginDragging();
+        followFinger(recognizer);
         break;
-    case UIGestureRecognizerState::Changed: {
-        if (!m_dragOrigin)
-            break;
-        const CGPoint wanted = *m_dragOrigin - recognizer.translationInView(nullptr);
-        const CGPoint shown(ScrollPhysics::rubberBandOffset(wanted.x(), horizontalRange(), bounds().width()),
-            ScrollPhysics::rubberBandOffset(wanted.y(), verticalRange(), bounds().height()));
-        const CGPoint free = m_bounces ? shown : clampedOffset(wanted);
-        applyOffset({ scrollsHorizontally() ? free.x() : contentOffset().x(),
-            scrollsVertically() ? free.y() : contentOffset().y() });
+    case UIGestureRecognizerState::Changed:
+        followFinger(recognizer);
         break;
-    }
     case UIGestureRecognizerState::Ended:
         endDragging(recognizer.velocityInView(nullptr));
         break;
@@ -229,6 +222,18 @@ void UIScrollView::panned(UIPanGestureRecognizer& recognizer)
     default:
         break;
     }
+}
+
+void UIScrollView::followFinger(const UIPanGestureRecognizer& recognizer)
+{
+    if (!m_dragOrigin)
+        return;
+    const CGPoint wanted = *m_dragOrigin - recognizer.translationInView(nullptr);
+    const CGPoint stretched(ScrollPhysics::rubberBandOffset(wanted.x(), horizontalRange(), bounds().width()),
+        ScrollPhysics::rubberBandOffset(wanted.y(), verticalRange(), bounds().height()));
+    const CGPoint shown = m_bounces ? stretched : clampedOffset(wanted);
+    applyOffset({ scrollsHorizontally() ? shown.x() : contentOffset().x(),
+        scrollsVertically() ? shown.y() : contentOffset().y() });
 }
 
 void UIScrollView::beginDragging()

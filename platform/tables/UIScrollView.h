@@ -74,6 +74,7 @@ private:
 
     void panned(UIPanGestureRecognizer& recognizer);
     void beginDragging();
+    void followFinger(const UIPanGestureRecognizer& recognizer);
     void endDragging(const CGPoint& velocity);
     // Whether the content was moving and has been stopped by this.
     bool catchContent();

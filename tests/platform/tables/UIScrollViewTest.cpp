@@ -1,0 +1,258 @@
+#include "platform/tables/UIScrollView.h"
+
+#include "tests/platform/tables/TableScene.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+class ScrollLog final : public NSObject, public UIScrollViewDelegate {
+public:
+    void scrollViewDidScroll(UIScrollView&) override { ++scrolls; }
+    void scrollViewWillBeginDragging(UIScrollView&) override { lines.push_back("begin"); }
+    void scrollViewDidEndDragging(UIScrollView&, bool decelerates) override
+    {
+        lines.push_back(decelerates ? "end, decelerates" : "end");
+    }
+    void scrollViewDidEndDecelerating(UIScrollView&) override { lines.push_back("rest"); }
+    void scrollViewDidEndScrollingAnimation(UIScrollView&) override { lines.push_back("arrived"); }
+
+    int scrolls = 0;
+    Lines lines;
+};
+
+class UIScrollViewTest : public testing::Test {
+protected:
+    UIScrollViewTest()
+    {
+        view->setContentSize({ 320, 2000 });
+        view->setDelegate(log);
+        scene.window->addSubview(view);
+        scene.settle();
+        log->scrolls = 0;
+    }
+
+    double offset() const { return view->contentOffset().y(); }
+
+    TableScene scene;
+    std::shared_ptr<UIScrollView> view = make<UIScrollView>(CGRect(0, 0, 320, 480));
+    std::shared_ptr<ScrollLog> log = make<ScrollLog>();
+};
+
+TEST_F(UIScrollViewTest, FollowsTheFingerExactlyOnceItDrags)
+{
+    scene.press({ 100, 400 });
+    scene.move({ 100, 390 });
+    scene.move({ 100, 350 });
+    EXPECT_EQ(offset(), 40);
+    scene.move({ 100, 250.25 });
+    EXPECT_EQ(offset(), 140); // to the device pixel, of which there are two in a point
+    scene.move({ 100, 380 });
+    EXPECT_EQ(offset(), 10);
+}
+
+TEST_F(UIScrollViewTest, DoesNotMoveForATap)
+{
+    scene.press({ 100, 400 });
+    scene.move({ 103, 395 });
+    scene.lift({ 103, 395 });
+    EXPECT_EQ(offset(), 0);
+    EXPECT_EQ(log->scrolls, 0);
+}
+
+TEST_F(UIScrollViewTest, ResistsPastItsTopAndSpringsBack)
+{
+    scene.press({ 100, 100 });
+    scene.move({ 100, 110 });
+    scene.move({ 100, 210 });
+    EXPECT_LT(offset(), -40);
+    EXPECT_GT(offset(), -60);
+    scene.scheduler.advance(0.2); // rests before it lifts
+    scene.lift({ 100, 210 });
+    EXPECT_TRUE(view->isDecelerating());
+    scene.scheduler.advance(1);
+    EXPECT_EQ(offset(), 0);
+    EXPECT_EQ(log->lines, (Lines { "begin", "end, decelerates", "rest" }));
+}
+
+TEST_F(UIScrollViewTest, FliesOnWithTheFingersVelocity)
+{
+    scene.press({ 100, 400 });
+    scene.drag({ 100, 400 }, { 100, 200 }, 0.2); // 1000 points a second
+    const double released = offset();
+    scene.lift({ 100, 200 });
+    scene.scheduler.advance(0.5);
+    const double friction = -1000 * std::log(0.998);
+    EXPECT_NEAR(offset() - released, 1000 / friction * (1 - std::exp(-friction * 0.5)), 8);
+    scene.scheduler.advance(5);
+    EXPECT_NEAR(offset() - released, 1000 / friction, 8);
+    EXPECT_FALSE(view->isDecelerating());
+    EXPECT_FALSE(scene.scheduler.isFrameRequested());
+}
+
+TEST_F(UIScrollViewTest, IsStoppedByATouchWhichIsThenNoTap)
+{
+    scene.press({ 100, 400 });
+    scene.drag({ 100, 400 }, { 100, 200 }, 0.2);
+    scene.lift({ 100, 200 });
+    scene.scheduler.advance(0.1);
+    scene.press({ 100, 300 });
+    const double caught = offset();
+    scene.scheduler.advance(0.3);
+    EXPECT_EQ(offset(), caught);
+    EXPECT_TRUE(view->isDragging());
+    scene.lift({ 100, 300 });
+    scene.scheduler.advance(1);
+    EXPECT_EQ(offset(), caught);
+}
+
+TEST_F(UIScrollViewTest, GoesOnFromWhereAFingerCatchesItPastTheEnd)
+{
+    scene.press({ 100, 100 });
+    scene.move({ 100, 110 });
+    scene.move({ 100, 310 });
+    scene.scheduler.advance(0.2);
+    scene.lift({ 100, 310 });
+    scene.scheduler.advance(0.05);
+    const double caught = offset();
+    ASSERT_LT(caught, -5);
+    scene.press({ 100, 310 });
+    scene.move({ 100, 311 });
+    EXPECT_NEAR(offset(), caught, 1);
+}
+
+TEST_F(UIScrollViewTest, ReachesItsLastRowAndNoFurther)
+{
+    for (int fling = 0; fling < 8; ++fling) {
+        scene.press({ 100, 400 });
+        scene.drag({ 100, 400 }, { 100, 100 }, 0.1);
+        scene.lift({ 100, 100 });
+        scene.scheduler.advance(3);
+    }
+    EXPECT_EQ(offset(), 2000 - 480);
+}
+
+TEST_F(UIScrollViewTest, ScrollsWithTheWheelUpToItsEnds)
+{
+    EXPECT_TRUE(scene.finger().scroll({ { 100, 100 }, { 0, -120 }, UIScrollPhase::Step, 0 }));
+    EXPECT_EQ(offset(), 120);
+    scene.finger().scroll({ { 100, 100 }, { 0, 5000 }, UIScrollPhase::Step, 0 });
+    EXPECT_EQ(offset(), 0);
+    EXPECT_FALSE(scene.finger().scroll({ { 100, 100 }, { 50, 0 }, UIScrollPhase::Step, 0 }));
+}
+
+TEST_F(UIScrollViewTest, MovesToAnOffsetInThreeTenthsOfASecond)
+{
+    view->setContentOffset({ 0, 600 }, Animated::Yes);
+    EXPECT_EQ(offset(), 0);
+    scene.scheduler.advance(0.15);
+    EXPECT_NEAR(offset(), 300, 40);
+    scene.scheduler.advance(0.2);
+    EXPECT_EQ(offset(), 600);
+    EXPECT_EQ(log->lines, (Lines { "arrived" }));
+}
+
+TEST_F(UIScrollViewTest, ScrollsAsLittleAsShowsARectangle)
+{
+    view->setContentInset({ 0, 0, 100, 0 });
+    view->scrollRectToVisible({ 0, 100, 320, 64 }, Animated::No);
+    EXPECT_EQ(offset(), 0); // shows already
+    view->scrollRectToVisible({ 0, 350, 320, 64 }, Animated::No);
+    EXPECT_EQ(offset(), 350 + 64 - 380); // clear of the inset
+    view->scrollRectToVisible({ 0, 10, 320, 64 }, Animated::No);
+    EXPECT_EQ(offset(), 10);
+    view->scrollRectToVisible({ 0, 1990, 320, 64 }, Animated::No);
+    EXPECT_EQ(offset(), 2000 + 100 - 480);
+}
+
+TEST_F(UIScrollViewTest, StaysInRangeWhenItsContentShrinks)
+{
+    view->setContentOffset({ 0, 1500 });
+    view->setContentSize({ 320, 700 });
+    EXPECT_EQ(offset(), 220);
+    view->setContentSize({ 320, 100 });
+    EXPECT_EQ(offset(), 0);
+}
+
+TEST_F(UIScrollViewTest, KeepsRestingAtItsTopWhenTheInsetGrows)
+{
+    view->setContentInset({ 50, 0, 0, 0 });
+    EXPECT_EQ(offset(), -50);
+    view->setContentOffset({ 0, 300 });
+    view->setContentInset({ 80, 0, 0, 0 });
+    EXPECT_EQ(offset(), 300);
+}
+
+TEST_F(UIScrollViewTest, IgnoresOffsetsThatAreNoNumbers)
+{
+    view->setContentOffset({ 0, 200 });
+    view->setContentOffset({ 0, std::numeric_limits<double>::quiet_NaN() });
+    view->setContentOffset({ 0, std::numeric_limits<double>::infinity() });
+    EXPECT_EQ(offset(), 200);
+}
+
+TEST_F(UIScrollViewTest, IsAtItsDestinationWhenItLeavesTheWindow)
+{
+    view->setContentOffset({ 0, 600 }, Animated::Yes);
+    scene.scheduler.advance(0.1);
+    view->removeFromSuperview();
+    EXPECT_EQ(offset(), 600);
+    scene.window->addSubview(view);
+    scene.scheduler.advance(1);
+    EXPECT_EQ(offset(), 600);
+}
+
+TEST_F(UIScrollViewTest, ReleasedWhileTheTouchIsCancelledSettles)
+{
+    scene.press({ 100, 100 });
+    scene.move({ 100, 110 });
+    scene.move({ 100, 250 });
+    scene.finger().cancelAllTouches();
+    EXPECT_FALSE(view->isDragging());
+    scene.scheduler.advance(1);
+    EXPECT_EQ(offset(), 0);
+}
+
+TEST_F(UIScrollViewTest, ShowsAnIndicatorThatFadesAtRest)
+{
+    const auto indicator = view->subviews().back();
+    EXPECT_EQ(indicator->alpha(), 0);
+    view->setContentOffset({ 0, 760 });
+    scene.settle();
+    EXPECT_EQ(indicator->alpha(), 1);
+    const double track = 480 - 6;
+    const double length = track * 480 / 2000;
+    EXPECT_NEAR(indicator->frame().height(), length, 0.01);
+    EXPECT_NEAR(indicator->frame().top() - 760, 3 + (track - length) / 2, 0.01);
+    scene.scheduler.advance(1);
+    EXPECT_EQ(indicator->alpha(), 0);
+    EXPECT_FALSE(scene.scheduler.isFrameRequested());
+}
+
+// Drops the view from inside its own message.
+class DroppingDelegate final : public NSObject, public UIScrollViewDelegate {
+public:
+    void scrollViewDidScroll(UIScrollView&) override
+    {
+        if (view)
+            view->removeFromSuperview();
+        view.reset();
+    }
+    std::shared_ptr<UIScrollView> view;
+};
+
+TEST_F(UIScrollViewTest, MayBeDroppedFromInsideItsMessage)
+{
+    const auto delegate = make<DroppingDelegate>();
+    view->setDelegate(delegate);
+    delegate->view = std::move(view);
+    delegate->view->setContentOffset({ 0, 500 }, Animated::Yes);
+    scene.scheduler.advance(1);
+    EXPECT_EQ(delegate->view, nullptr);
+}
+
+} // namespace

@@ -1,0 +1,370 @@
+#include "platform/tables/UITableView.h"
+
+#include "tests/platform/tables/TableScene.h"
+#include "tests/support/AssertionRecorder.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+const NSString rowCell = QStringLiteral("row");
+
+class NumberedCell final : public UITableViewCell {
+public:
+    int row = -1;
+    int reuses = 0;
+    void prepareForReuse() override { ++reuses; }
+};
+
+// Rows 50 points high, the selected one 90.
+class Rows final : public NSObject, public UITableViewDataSource, public UITableViewDelegate {
+public:
+    int tableViewNumberOfRowsInSection(UITableView&, int) override { return count; }
+    std::shared_ptr<UITableViewCell> tableViewCellForRowAtIndexPath(
+        UITableView& table, NSIndexPath path) override
+    {
+        if (returnsNoCells)
+            return nullptr;
+        auto cell = std::static_pointer_cast<NumberedCell>(table.dequeueReusableCell(rowCell, path));
+        cell->row = path.row;
+        ++cellsAskedFor;
+        return cell;
+    }
+    std::optional<double> tableViewHeightForRowAtIndexPath(UITableView& table, NSIndexPath path) override
+    {
+        return growsSelection && table.indexPathForSelectedRow() == path ? 90 : 50;
+    }
+    void tableViewWillDisplayCell(UITableView&, UITableViewCell& cell, NSIndexPath path) override
+    {
+        if (cell.isSelected())
+            lines.push_back("display selected " + std::to_string(path.row));
+    }
+    std::optional<NSIndexPath> tableViewWillSelectRowAtIndexPath(UITableView&, NSIndexPath path) override
+    {
+        lines.push_back("will select " + std::to_string(path.row));
+        return refusesSelection ? std::nullopt : std::optional(path);
+    }
+    void tableViewDidSelectRowAtIndexPath(UITableView& table, NSIndexPath path) override
+    {
+        const auto cell = table.cellForRow(path);
+        lines.push_back(
+            "did select " + std::to_string(path.row) + (cell && cell->isSelected() ? "" : " late"));
+    }
+    void tableViewDidDeselectRowAtIndexPath(UITableView& table, NSIndexPath path) override
+    {
+        const auto cell = table.cellForRow(path);
+        lines.push_back(
+            "did deselect " + std::to_string(path.row) + (cell && cell->isSelected() ? " late" : ""));
+    }
+
+    int count = 100;
+    int cellsAskedFor = 0;
+    bool growsSelection = false;
+    bool refusesSelection = false;
+    bool returnsNoCells = false;
+    Lines lines;
+};
+
+class UITableViewTest : public testing::Test {
+protected:
+    UITableViewTest()
+    {
+        table->registerCell(rowCell, [this] {
+            ++cellsMade;
+            return make<NumberedCell>();
+        });
+        table->setDataSource(rows);
+        table->setDelegate(rows);
+        scene.window->addSubview(table);
+        scene.settle();
+    }
+
+    std::vector<int> visibleRows() const
+    {
+        std::vector<int> numbers;
+        for (const auto& cell : table->visibleCells())
+            numbers.push_back(std::static_pointer_cast<NumberedCell>(cell)->row);
+        return numbers;
+    }
+    void scrollTo(double offset)
+    {
+        table->setContentOffset({ 0, offset });
+        scene.settle();
+    }
+    void select(int row) { table->selectRow({ 0, row }, Animated::No, UITableViewScrollPosition::None); }
+
+    TableScene scene { { 320, 200 } };
+    std::shared_ptr<Rows> rows = make<Rows>();
+    int cellsMade = 0;
+    std::shared_ptr<UITableView> table = make<UITableView>(CGRect(0, 0, 320, 200));
+};
+
+TEST_F(UITableViewTest, MakesCellsOnlyForRowsOnTheScreen)
+{
+    EXPECT_EQ(visibleRows(), (std::vector { 0, 1, 2, 3 }));
+    EXPECT_EQ(cellsMade, 4);
+    EXPECT_EQ(table->contentSize().height(), 5000);
+    EXPECT_EQ(table->cellForRow({ 0, 2 })->frame(), CGRect(0, 100, 320, 50));
+    EXPECT_EQ(table->cellForRow({ 0, 4 }), nullptr);
+}
+
+TEST_F(UITableViewTest, UsesCellsAgainThatHaveLeftTheScreen)
+{
+    for (double offset = 0; offset <= 4800; offset += 25)
+        scrollTo(offset);
+    EXPECT_EQ(visibleRows(), (std::vector { 96, 97, 98, 99 }));
+    EXPECT_LE(cellsMade, 6);
+    EXPECT_EQ(table->visibleCells().size(), 4u);
+}
+
+TEST_F(UITableViewTest, ShowsTheSameRowsFromTheTenThousandthJumpAsFromTheFirst)
+{
+    for (int jump = 0; jump < 10'000; ++jump)
+        table->setContentOffset({ 0, jump % 2 ? 0.0 : 3000.0 });
+    scrollTo(3000);
+    for (int jump = 0; jump < 200; ++jump)
+        scrollTo(jump % 2 ? 0 : 3000);
+    EXPECT_EQ(visibleRows(), (std::vector { 0, 1, 2, 3 }));
+    EXPECT_LE(cellsMade, 8);
+}
+
+TEST_F(UITableViewTest, SelectsARowWithATap)
+{
+    scene.tap({ 100, 120 });
+    EXPECT_EQ(table->indexPathForSelectedRow(), (NSIndexPath { 0, 2 }));
+    EXPECT_EQ(table->indexPathsForSelectedRows(), (std::vector { NSIndexPath { 0, 2 } }));
+    EXPECT_EQ(rows->lines, (Lines { "will select 2", "did select 2" }));
+}
+
+TEST_F(UITableViewTest, DeselectsTheOldRowBeforeItSelectsTheNewOne)
+{
+    scene.tap({ 100, 120 });
+    rows->lines.clear();
+    scene.tap({ 100, 20 });
+    EXPECT_EQ(rows->lines, (Lines { "will select 0", "did deselect 2", "did select 0" }));
+    EXPECT_FALSE(table->cellForRow({ 0, 2 })->isSelected());
+    EXPECT_TRUE(table->cellForRow({ 0, 0 })->isSelected());
+}
+
+TEST_F(UITableViewTest, SelectsNothingWhenTheDelegateRefuses)
+{
+    rows->refusesSelection = true;
+    scene.tap({ 100, 120 });
+    EXPECT_EQ(table->indexPathForSelectedRow(), std::nullopt);
+    EXPECT_EQ(rows->lines, (Lines { "will select 2" }));
+}
+
+TEST_F(UITableViewTest, TellsNobodyOfASelectionByMessage)
+{
+    select(1);
+    EXPECT_TRUE(table->cellForRow({ 0, 1 })->isSelected());
+    select(2);
+    EXPECT_FALSE(table->cellForRow({ 0, 1 })->isSelected());
+    table->deselectRow({ 0, 2 }, Animated::No);
+    EXPECT_EQ(table->indexPathForSelectedRow(), std::nullopt);
+    EXPECT_EQ(rows->lines, Lines());
+}
+
+TEST_F(UITableViewTest, GivesAReusedCellItsRowsSelectionBeforeItIsDisplayed)
+{
+    select(2);
+    scrollTo(1000);
+    for (const auto& cell : table->visibleCells())
+        EXPECT_FALSE(cell->isSelected());
+    rows->lines.clear();
+    scrollTo(0);
+    EXPECT_EQ(rows->lines, (Lines { "display selected 2" }));
+}
+
+TEST_F(UITableViewTest, HighlightsAPressedRowAfterAMomentAndNotWhileScrolling)
+{
+    scene.press({ 100, 120 });
+    EXPECT_FALSE(table->cellForRow({ 0, 2 })->isHighlighted());
+    scene.scheduler.advance(0.16);
+    EXPECT_TRUE(table->cellForRow({ 0, 2 })->isHighlighted());
+    scene.move({ 100, 100 });
+    scene.move({ 100, 80 });
+    EXPECT_FALSE(table->cellForRow({ 0, 2 })->isHighlighted());
+    scene.lift({ 100, 80 });
+    EXPECT_EQ(rows->lines, Lines());
+}
+
+TEST_F(UITableViewTest, SelectsNothingWithTheTouchThatStopsIt)
+{
+    scene.press({ 100, 180 });
+    scene.drag({ 100, 180 }, { 100, 60 }, 0.1);
+    scene.lift({ 100, 60 });
+    scene.scheduler.advance(0.1);
+    scene.tap({ 100, 100 });
+    EXPECT_EQ(rows->lines, Lines());
+}
+
+TEST_F(UITableViewTest, MovesRowsToTheirNewPlacesAroundAnEmptyPairOfUpdates)
+{
+    rows->growsSelection = true;
+    select(1);
+    const int askedBefore = rows->cellsAskedFor;
+    table->beginUpdates();
+    table->endUpdates();
+    EXPECT_EQ(table->cellForRow({ 0, 1 })->frame(), CGRect(0, 50, 320, 90));
+    EXPECT_EQ(table->cellForRow({ 0, 2 })->frame(), CGRect(0, 140, 320, 50));
+    EXPECT_EQ(table->contentSize().height(), 5040);
+    EXPECT_EQ(rows->cellsAskedFor, askedBefore); // no cell is loaded again
+    scene.settle();
+    const auto shownTop = [&](int row) {
+        const auto& layer = table->cellForRow({ 0, row })->layer();
+        return layer->presentationValues().frame().top();
+    };
+    EXPECT_NEAR(shownTop(2), 100, 0.01);
+    scene.scheduler.advance(0.15);
+    EXPECT_NEAR(shownTop(2), 120, 3);
+    scene.scheduler.advance(0.2);
+    EXPECT_NEAR(shownTop(2), 140, 0.01);
+}
+
+TEST_F(UITableViewTest, BringsRowsInFromBelowWhenRowsAboveThemShrink)
+{
+    rows->growsSelection = true;
+    select(1);
+    table->reloadData();
+    select(1);
+    table->beginUpdates();
+    table->endUpdates();
+    scene.scheduler.advance(1);
+    ASSERT_EQ(visibleRows(), (std::vector { 0, 1, 2, 3 }));
+    table->deselectRow({ 0, 1 }, Animated::No);
+    scrollTo(0);
+    table->beginUpdates();
+    table->endUpdates();
+    EXPECT_EQ(table->cellForRow({ 0, 3 })->frame().top(), 150);
+    scene.scheduler.advance(1);
+    EXPECT_EQ(visibleRows(), (std::vector { 0, 1, 2, 3 }));
+}
+
+TEST_F(UITableViewTest, ReportsAnEndOfUpdatesWithoutABeginning)
+{
+    const AssertionRecorder recorder;
+    table->endUpdates();
+    EXPECT_THAT(
+        recorder.messages(), testing::ElementsAre(QStringLiteral("endUpdates without a beginUpdates.")));
+}
+
+TEST_F(UITableViewTest, DropsTheSelectionWhenItReloads)
+{
+    select(1);
+    rows->count = 2;
+    table->reloadData();
+    scene.settle();
+    EXPECT_EQ(table->indexPathForSelectedRow(), std::nullopt);
+    EXPECT_EQ(visibleRows(), (std::vector { 0, 1 }));
+}
+
+TEST_F(UITableViewTest, FadesOldRowsIntoNewOnesWhenItsSectionReloads)
+{
+    const auto old = table->cellForRow({ 0, 0 });
+    table->reloadSection(0, UITableViewRowAnimation::Fade);
+    const auto fresh = table->cellForRow({ 0, 0 });
+    ASSERT_NE(fresh, nullptr);
+    EXPECT_NE(fresh, old);
+    EXPECT_EQ(old->superview(), table.get());
+    scene.scheduler.advance(0.15);
+    EXPECT_NEAR(fresh->layer()->presentationValues().opacity, 0.5, 0.1);
+    scene.scheduler.advance(0.3);
+    EXPECT_EQ(old->superview(), nullptr);
+    EXPECT_EQ(fresh->alpha(), 1);
+    for (int again = 0; again < 50; ++again) {
+        table->reloadSection(0, UITableViewRowAnimation::Fade);
+        scene.scheduler.advance(0.1);
+    }
+    scene.scheduler.advance(1);
+    EXPECT_EQ(table->visibleCells().size(), 4u);
+    EXPECT_LE(table->subviews().size(), 4u + 2u + 4u); // rows, indicators, spare cells
+}
+
+TEST_F(UITableViewTest, ScrollsARowIntoView)
+{
+    table->scrollToRow({ 0, 2 }, UITableViewScrollPosition::None, Animated::No);
+    EXPECT_EQ(table->contentOffset().y(), 0);
+    table->scrollToRow({ 0, 10 }, UITableViewScrollPosition::None, Animated::No);
+    EXPECT_EQ(table->contentOffset().y(), 350);
+    table->scrollToRow({ 0, 10 }, UITableViewScrollPosition::Top, Animated::No);
+    EXPECT_EQ(table->contentOffset().y(), 500);
+    table->scrollToRow({ 0, 10 }, UITableViewScrollPosition::Middle, Animated::No);
+    EXPECT_EQ(table->contentOffset().y(), 425);
+    table->scrollToRow({ 0, 99 }, UITableViewScrollPosition::Top, Animated::No);
+    EXPECT_EQ(table->contentOffset().y(), 4800);
+}
+
+TEST_F(UITableViewTest, AnswersNothingForRowsThatDoNotExist)
+{
+    for (const NSIndexPath path : { NSIndexPath { 0, -1 }, NSIndexPath { 0, 100 }, NSIndexPath { 1, 0 } }) {
+        table->selectRow(path, Animated::Yes, UITableViewScrollPosition::Top);
+        table->deselectRow(path, Animated::Yes);
+        table->scrollToRow(path, UITableViewScrollPosition::Top, Animated::Yes);
+        EXPECT_EQ(table->cellForRow(path), nullptr);
+        EXPECT_EQ(table->rectForRow(path), CGRect());
+    }
+    scene.scheduler.advance(1);
+    EXPECT_EQ(table->contentOffset(), CGPoint());
+    EXPECT_EQ(table->indexPathForCell(*make<UITableViewCell>()), std::nullopt);
+}
+
+TEST_F(UITableViewTest, ReportsARowWithoutACellAndShowsAnEmptyOne)
+{
+    const AssertionRecorder recorder;
+    rows->returnsNoCells = true;
+    table->reloadData();
+    scene.settle();
+    ASSERT_FALSE(recorder.failures().empty());
+    EXPECT_EQ(
+        recorder.failures().front().message, QStringLiteral("The data source returned no cell for row 0."));
+    EXPECT_EQ(table->visibleCells().size(), 4u);
+}
+
+TEST_F(UITableViewTest, ReportsAnIdentifierThatNobodyRegistered)
+{
+    const AssertionRecorder recorder;
+    EXPECT_NE(table->dequeueReusableCell(QStringLiteral("unknown"), {}), nullptr);
+    EXPECT_EQ(recorder.messages().size(), 1u);
+}
+
+TEST_F(UITableViewTest, IsEmptyWithoutADataSource)
+{
+    rows.reset();
+    table->reloadData();
+    scene.settle();
+    EXPECT_TRUE(table->visibleCells().empty());
+    scene.tap({ 100, 100 });
+    EXPECT_EQ(table->contentSize().height(), 0);
+}
+
+TEST_F(UITableViewTest, AsksForTheRowsThatItsDataHasWhenItIsFirstShown)
+{
+    const auto late = make<UITableView>(CGRect(0, 0, 320, 200));
+    late->registerCell(rowCell, [] { return make<NumberedCell>(); });
+    late->setDataSource(rows);
+    EXPECT_EQ(late->cellForRow({ 0, 0 }), nullptr);
+    scene.window->addSubview(late);
+    scene.settle();
+    EXPECT_EQ(late->visibleCells().size(), 5u); // of its own row height
+}
+
+TEST_F(UITableViewTest, HoldsAHundredThousandRowsInAScreenfulOfCells)
+{
+    rows->count = 100'000;
+    table->reloadData();
+    scrollTo(50.0 * 99'000);
+    EXPECT_EQ(visibleRows(), (std::vector { 99'000, 99'001, 99'002, 99'003 }));
+    EXPECT_LE(cellsMade, 8);
+}
+
+TEST_F(UITableViewTest, FollowsANewWidth)
+{
+    table->setFrame({ 0, 0, 200, 200 });
+    scene.settle();
+    EXPECT_EQ(table->cellForRow({ 0, 1 })->frame(), CGRect(0, 50, 200, 50));
+}
+
+} // namespace
