@@ -32,6 +32,7 @@ void UIWindow::makeKeyAndVisible()
 {
     windowInFront = weakSelf(this);
     setHidden(false);
+    showRootView();
 }
 
 bool UIWindow::isKeyWindow() const { return keyWindow().get() == this; }
@@ -40,20 +41,28 @@ void UIWindow::setRootViewController(std::shared_ptr<UIViewOwner> controller)
 {
     if (controller == m_rootViewController)
         return;
-    const auto previous = std::exchange(m_rootViewController, std::move(controller));
-    if (previous)
-        previous->view()->removeFromSuperview();
-    if (!m_rootViewController)
+    m_rootViewController = std::move(controller);
+    if (m_rootView)
+        m_rootView->removeFromSuperview();
+    m_rootView = nullptr;
+    if (!isHidden())
+        showRootView();
+}
+
+// A window that nobody sees does not load the view yet: a controller may still be filled until then.
+void UIWindow::showRootView()
+{
+    if (!m_rootViewController || m_rootView)
         return;
-    const auto view = m_rootViewController->view();
-    view->setFrame(bounds());
-    insertSubview(view, 0);
+    m_rootView = m_rootViewController->view();
+    m_rootView->setFrame(bounds());
+    insertSubview(m_rootView, 0);
 }
 
 void UIWindow::layoutSubviews()
 {
-    if (m_rootViewController)
-        m_rootViewController->view()->setFrame(bounds());
+    if (m_rootView)
+        m_rootView->setFrame(bounds());
 }
 
 FrameList UIWindow::performFrame()

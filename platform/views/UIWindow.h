@@ -21,7 +21,8 @@ public:
     bool isKeyWindow() const;
     const std::shared_ptr<UIScreen>& screen() const { return UIScreen::mainScreen(); }
 
-    // The controller whose view fills the window, below everything else that is in it. Null shows nothing.
+    // The controller whose view fills the window, below everything else that is in it; the view is asked
+    // for once the window is visible. Null shows nothing.
     const std::shared_ptr<UIViewOwner>& rootViewController() const { return m_rootViewController; }
     void setRootViewController(std::shared_ptr<UIViewOwner> controller);
 
@@ -49,11 +50,13 @@ protected:
     void init() override;
 
 private:
+    void showRootView();
     void runFrameUpdates();
 
     std::unique_ptr<CALayerTree> m_tree;
     TouchDispatcher m_touches { *this };
     std::shared_ptr<UIViewOwner> m_rootViewController;
+    std::shared_ptr<UIView> m_rootView; // in the window
     std::weak_ptr<UIResponder> m_firstResponder;
     std::vector<std::weak_ptr<UIView>> m_frameUpdates;
 };
