@@ -2,6 +2,9 @@
 
 #include <QEventLoop>
 
+#include <sys/eventfd.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -21,8 +24,20 @@ void RealScheduler::wakeAt(double time)
     m_timer.start(static_cast<int>(std::clamp(milliseconds, 0.0, 1e6)));
 }
 
+RealEventLoop::WakeDescriptor::WakeDescriptor()
+    : number(eventfd(0, EFD_NONBLOCK | EFD_CLOEXEC))
+{
+}
+
+RealEventLoop::WakeDescriptor::~WakeDescriptor() { close(number); }
+
 RealEventLoop::RealEventLoop()
 {
+    QObject::connect(&m_wakeNotifier, &QSocketNotifier::activated, &m_wakeNotifier, [this] {
+        eventfd_t count = 0;
+        eventfd_read(m_wakeDescriptor.number, &count);
+        m_mainQueue.drain();
+    });
     Scheduler::setCurrent(&m_scheduler);
     Executor::setCurrent(&m_executor);
 }
@@ -32,6 +47,8 @@ RealEventLoop::~RealEventLoop()
     Executor::setCurrent(nullptr);
     Scheduler::setCurrent(nullptr);
 }
+
+void RealEventLoop::wake() { eventfd_write(m_wakeDescriptor.number, 1); }
 
 bool RealEventLoop::runUntil(const std::function<bool()>& condition, double longestSeconds)
 {

@@ -1,5 +1,5 @@
-#include "MediaTest.h"
 #include "platform/media/Sound.h"
+#include "tests/platform/media/MediaTest.h"
 #include "tests/support/ToneFile.h"
 
 #include <QFile>

@@ -1,4 +1,4 @@
-#include "MediaTest.h"
+#include "tests/platform/media/MediaTest.h"
 #include "tests/support/ToneFile.h"
 
 namespace {

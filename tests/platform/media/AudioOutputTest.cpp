@@ -1,7 +1,7 @@
 #include "platform/media/AudioOutput.h"
 
-#include "MediaTest.h"
 #include "platform/media/DecodedSound.h"
+#include "tests/platform/media/MediaTest.h"
 
 namespace {
 

@@ -2,18 +2,18 @@
 #include "platform/media/AVAsset.h"
 #include "platform/media/AVPlayer.h"
 #include "platform/media/SoundLoader.h"
+#include "tests/support/ChildProcess.h"
 #include "tests/support/RealEventLoop.h"
 #include "tests/support/ToneFile.h"
 
 #include <QFile>
-#include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
-#include <csignal>
-#include <numeric>
+#include <cmath>
+#include <cstring>
 
 namespace {
 
@@ -27,65 +27,53 @@ class PrivateSoundServer {
 public:
     PrivateSoundServer()
     {
-        m_environment.insert(QStringLiteral("HOME"), m_folder.path());
-        m_environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), m_folder.path());
-        m_environment.insert(QStringLiteral("PULSE_SERVER"), address());
-        qputenv("PULSE_SERVER", address().toUtf8());
-        qputenv("PULSE_COOKIE", m_folder.filePath(QStringLiteral("cookie")).toUtf8());
-        m_server.setProcessEnvironment(m_environment);
-        m_recorder.setProcessEnvironment(m_environment);
-    }
-    ~PrivateSoundServer()
-    {
-        kill(m_recorder);
-        kill(m_server);
+        qputenv("PULSE_SERVER", ("unix:" + socket()).c_str());
+        qputenv("PULSE_COOKIE", path("cookie").c_str());
     }
 
     bool start(RealEventLoop& loop)
     {
-        QFile::remove(socket()); // one that was killed leaves it
-        m_server.setStandardErrorFile(QProcess::nullDevice());
-        m_server.start(QStringLiteral("pulseaudio"),
-            { QStringLiteral("-n"), QStringLiteral("--daemonize=no"), QStringLiteral("--exit-idle-time=-1"),
-                QStringLiteral("-L"),
-                QStringLiteral("module-native-protocol-unix auth-anonymous=1 socket=") + socket(),
-                QStringLiteral("-L"),
-                QStringLiteral("module-null-sink sink_name=t norewinds=1 rate=44100 channels=1") });
-        return m_server.waitForStarted() && loop.runUntil([&] { return QFile::exists(socket()); }, 10);
+        QFile::remove(QString::fromStdString(socket())); // one that was killed leaves it
+        return m_server.start({ "pulseaudio", "-n", "--daemonize=no",
+                                  "--exit-idle-time=30", // should a crashed test leave it behind
+                                  "-L", "module-native-protocol-unix auth-anonymous=1 socket=" + socket(),
+                                  "-L", "module-null-sink sink_name=t norewinds=1 rate=44100 channels=1" },
+                   m_environment, path("server.log"))
+            && loop.runUntil([&] { return QFile::exists(QString::fromStdString(socket())); }, 10);
     }
     // Returns once samples flow.
     bool record(RealEventLoop& loop)
     {
-        m_recorder.start(QStringLiteral("parec"),
-            { QStringLiteral("-d"), QStringLiteral("t.monitor"), QStringLiteral("--raw"),
-                QStringLiteral("--format=s16le"), QStringLiteral("--rate=44100"),
-                QStringLiteral("--channels=1"), QStringLiteral("--latency-msec=20") });
-        return loop.runUntil([&] { return m_recorder.bytesAvailable() > 0; }, 10);
+        return m_recorder.start({ "parec", "-d", "t.monitor", "--raw", "--format=s16le", "--rate=44100",
+                                    "--channels=1", "--latency-msec=20" },
+                   m_environment, path("recording"))
+            && loop.runUntil([&] { return !recorded().empty(); }, 10);
     }
-    std::vector<Sample> recorded()
+    std::vector<Sample> recorded() const
     {
-        const QByteArray bytes = m_recorder.readAllStandardOutput();
+        QFile file(QString::fromStdString(path("recording")));
+        if (!file.open(QIODevice::ReadOnly))
+            return {};
+        const QByteArray bytes = file.readAll();
         std::vector<Sample> samples(static_cast<std::size_t>(bytes.size()) / sizeof(Sample));
         std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(Sample));
         return samples;
     }
-    void die() { kill(m_server); }
+    void die() { m_server.kill(); }
     // Answers nobody any more, without hanging up.
-    void freeze() { ::kill(static_cast<pid_t>(m_server.processId()), SIGSTOP); }
+    void freeze() { m_server.freeze(); }
 
 private:
-    NSString socket() const { return m_folder.filePath(QStringLiteral("native")); }
-    NSString address() const { return QStringLiteral("unix:") + socket(); }
-    static void kill(QProcess& process)
+    std::string path(const char* name) const
     {
-        process.kill();
-        process.waitForFinished();
+        return m_folder.filePath(QString::fromUtf8(name)).toStdString();
     }
+    std::string socket() const { return path("native"); }
 
     const QTemporaryDir m_folder;
-    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
-    QProcess m_server;
-    QProcess m_recorder;
+    const ChildProcess::Environment m_environment { { "HOME", path("") }, { "XDG_RUNTIME_DIR", path("") } };
+    ChildProcess m_server;
+    ChildProcess m_recorder;
 };
 
 class RealSoundTest : public testing::Test {
