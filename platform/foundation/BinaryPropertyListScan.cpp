@@ -5,6 +5,17 @@ namespace {
 constexpr std::uint64_t trailerSize = 32;
 constexpr std::uint64_t nodeSize = 64; // about what the library spends on an empty object
 
+// The upper half of the byte that each object begins with.
+enum Kind : std::uint64_t {
+    Integer = 0x1,
+    Data = 0x4, // the first kind with a count in the lower half
+    Text = 0x5,
+    WideText = 0x6,
+    Identifier = 0x8,
+    Array = 0xA, // the first kind of container
+    Dictionary = 0xD,
+};
+
 } // namespace
 
 BinaryPropertyListScan::BinaryPropertyListScan(const NSData& data)
@@ -25,9 +36,11 @@ bool BinaryPropertyListScan::isWithin(int maximumDepth, std::uint64_t maximumSiz
                 return false;
             continue;
         }
-        const std::uint64_t position = step.layout.firstReference + step.nextReference++ * m_referenceWidth;
+        const std::uint64_t reference = step.nextReference++;
+        const bool isKey = step.layout.kind == Dictionary && reference < step.layout.count; // keys come first
         std::uint64_t child = 0;
-        if (!readNumber(position, m_referenceWidth, child) || !enter(child))
+        if (!readNumber(step.layout.content + reference * m_referenceWidth, m_referenceWidth, child)
+            || !enter(child) || (isKey && !isPlainText(child)))
             return false;
     }
     return true;
@@ -72,26 +85,38 @@ bool BinaryPropertyListScan::readLayout(std::uint64_t object, Layout& layout) co
         || !readNumber(m_offsetTable + object * m_offsetWidth, m_offsetWidth, offset)
         || !readNumber(offset, 1, marker))
         return false;
-    const std::uint64_t kind = marker >> 4;
-    std::uint64_t count = marker & 0x0F;
-    std::uint64_t content = offset + 1;
-    const bool hasCount = kind >= 0x4 && kind != 0x8;
-    if (hasCount && count == 0x0F) {
+    layout.kind = marker >> 4;
+    layout.content = offset + 1;
+    layout.count = layout.kind >= Data && layout.kind != Identifier ? marker & 0x0F : 0;
+    if (layout.count == 0x0F) {
         std::uint64_t countMarker = 0;
-        if (!readNumber(content, 1, countMarker) || countMarker >> 4 != 0x1)
+        if (!readNumber(layout.content, 1, countMarker) || countMarker >> 4 != Integer)
             return false;
         const std::uint64_t width = std::uint64_t { 1 } << (countMarker & 0x0F);
-        if (!readNumber(content + 1, width, count))
+        if (!readNumber(layout.content + 1, width, layout.count))
             return false;
-        content += 1 + width;
+        layout.content += 1 + width;
     }
-    if (count > static_cast<std::uint64_t>(m_data.size()))
+    if (layout.count > static_cast<std::uint64_t>(m_data.size()))
         return false;
-    const bool isDictionary = kind == 0xD; // keys, then values
-    const bool isContainer = kind >= 0xA;
-    layout.firstReference = content;
-    layout.referenceCount = isContainer ? (isDictionary ? 2 * count : count) : 0;
-    layout.size = nodeSize + (hasCount && !isContainer ? 2 * count : 0); // a character takes up to two bytes
+    const bool isContainer = layout.kind >= Array;
+    if (isContainer)
+        layout.referenceCount = layout.kind == Dictionary ? 2 * layout.count : layout.count;
+    layout.size = nodeSize + (isContainer ? 0 : 2 * layout.count); // a character takes up to two bytes
+    return true;
+}
+
+bool BinaryPropertyListScan::isPlainText(std::uint64_t object) const
+{
+    Layout layout;
+    if (!readLayout(object, layout) || (layout.kind != Text && layout.kind != WideText))
+        return false;
+    const std::uint64_t width = layout.kind == WideText ? 2 : 1;
+    for (std::uint64_t index = 0; index < layout.count; ++index) {
+        std::uint64_t character = 0;
+        if (!readNumber(layout.content + index * width, width, character) || character == 0)
+            return false;
+    }
     return true;
 }
 
@@ -104,11 +129,10 @@ bool BinaryPropertyListScan::enter(std::uint64_t number)
         return false; // it holds itself
     if (object.visit == Visit::NotYet) {
         Layout layout;
-        if (!readLayout(number, layout) || m_path.size() > static_cast<std::size_t>(m_maximumDepth))
+        if (!readLayout(number, layout) || m_path.size() >= static_cast<std::size_t>(m_maximumDepth))
             return false;
         object.visit = Visit::Running;
         object.size = layout.size;
-        object.depth = layout.referenceCount > 0 ? 1 : 0;
         m_path.push_back({ number, layout });
         return true;
     }

@@ -14,18 +14,21 @@ public:
     explicit BinaryPropertyListScan(const NSData&);
 
     // Whether everything reachable from the top object lies within the data, without circles, nested at
-    // most so deep and at most so many bytes large when every reference is written out.
+    // most so deep and at most so many bytes large when every reference is written out, with keys that are
+    // texts without zero characters (the library ends the process at others).
     bool isWithin(int maximumDepth, std::uint64_t maximumSize);
 
 private:
     enum class Visit : std::uint8_t { NotYet, Running, Done };
     struct Object {
         Visit visit = Visit::NotYet;
-        int depth = 0; // containers on the way down, this one included
+        int depth = 1; // of what it holds, itself included
         std::uint64_t size = 0; // with all that it holds
     };
     struct Layout { // of one object's bytes
-        std::uint64_t firstReference = 0;
+        std::uint64_t kind = 0;
+        std::uint64_t content = 0; // where the characters or the references begin
+        std::uint64_t count = 0; // of characters, items or pairs
         std::uint64_t referenceCount = 0; // 0 for what is no container
         std::uint64_t size = 0;
     };
@@ -38,6 +41,7 @@ private:
     bool readTrailer();
     bool readNumber(std::uint64_t offset, std::uint64_t width, std::uint64_t& number) const;
     bool readLayout(std::uint64_t object, Layout&) const;
+    bool isPlainText(std::uint64_t object) const;
     bool enter(std::uint64_t object);
     bool leave();
 

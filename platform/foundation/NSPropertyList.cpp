@@ -154,5 +154,5 @@ NSNumber NSPropertyList::numberValue() const
         if (const qulonglong value = number.toULongLong(&fits); fits)
             return value;
     }
-    return number.toDouble();
+    return NSString::fromLatin1(number).toDouble();
 }

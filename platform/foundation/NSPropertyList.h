@@ -17,7 +17,7 @@ public:
     using Array = std::vector<NSPropertyList>;
     using Dictionary = std::map<NSString, NSPropertyList>;
 
-    // Larger files, and lists nested deeper, are not read.
+    // Larger files are not read, nor lists with values in values deeper than this.
     static constexpr qint64 maximumFileSize = 64 * 1024 * 1024;
     static constexpr int maximumDepth = 256;
 

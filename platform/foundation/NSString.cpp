@@ -4,6 +4,8 @@
 
 #include <QLocale>
 
+#include <limits>
+
 namespace {
 
 using Arguments = std::initializer_list<NSFormatArgument>;
@@ -66,9 +68,10 @@ private:
             ++end;
         if (end == m_position || at(end) != u'$')
             return 0;
-        const std::size_t number = m_format.mid(m_position, end - m_position).toUInt();
+        bool fits = false;
+        const std::size_t number = m_format.mid(m_position, end - m_position).toUInt(&fits);
         m_position = end + 1;
-        return number;
+        return fits && number > 0 ? number : std::numeric_limits<std::size_t>::max();
     }
 
     const NSString& m_format;

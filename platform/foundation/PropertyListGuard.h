@@ -1,7 +1,8 @@
 // Looks at the bytes of a property list before the library parses them.
 //
-// The library descends by recursion and copies an object each time a binary list refers to it. A few
-// crafted bytes could so exhaust the stack or the memory; such lists are found here, by loops.
+// The library descends by recursion, copies an object each time a binary list refers to it, and ends the
+// process at a key with a zero character. A few crafted bytes could so exhaust the stack or the memory or
+// stop the application; such lists are found here, by loops.
 #pragma once
 
 #include "platform/foundation/FoundationTypes.h"

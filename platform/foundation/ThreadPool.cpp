@@ -10,8 +10,8 @@ ThreadPool::ThreadPool(unsigned threadCount)
 
 ThreadPool::~ThreadPool()
 {
-    std::deque<std::function<void()>> dropped; // what it holds may submit work when it ends
     {
+        std::deque<std::function<void()>> dropped; // ends after the lock: what it holds may submit work
         const std::lock_guard lock(m_mutex);
         m_stopping = true;
         dropped.swap(m_work);

@@ -1,0 +1,36 @@
+#include "platform/foundation/NSData.h"
+
+#include "tests/platform/foundation/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+NSData contentsOf(const NSString& path) { return dataWithContentsOfURL(NSURL::fromLocalFile(path)); }
+
+} // namespace
+
+TEST(NSDataTest, ReadsAWholeFile)
+{
+    const TemporaryFolder folder;
+    const NSData bytes("\0\1\2 any bytes", 13);
+    EXPECT_EQ(contentsOf(folder.write(QStringLiteral("a file.bin"), bytes)), bytes);
+}
+
+TEST(NSDataTest, AnEmptyFileIsEmptyDataAndNotNil)
+{
+    const TemporaryFolder folder;
+    const NSData data = contentsOf(folder.write(QStringLiteral("empty")));
+    EXPECT_TRUE(data.isEmpty());
+    EXPECT_FALSE(data.isNull());
+}
+
+TEST(NSDataTest, WhatIsNoReadableFileIsNil)
+{
+    const TemporaryFolder folder;
+    EXPECT_TRUE(contentsOf(folder.pathOf(QStringLiteral("missing"))).isNull());
+    EXPECT_TRUE(contentsOf(folder.path()).isNull());
+    EXPECT_TRUE(dataWithContentsOfURL(NSURL()).isNull());
+    EXPECT_TRUE(dataWithContentsOfURL(NSURL(QStringLiteral("https://example.org/a"))).isNull());
+    EXPECT_TRUE(contentsOf(QStringLiteral("/dev/zero")).isNull());
+}
