@@ -29,7 +29,10 @@ void UINavigationController::setViewControllers(std::vector<std::shared_ptr<UIVi
         if (controller->parentViewController() == this || !isInStack(controller))
             continue;
         addChildViewController(controller);
-        controller->didMoveToParentViewController(this);
+        if (isInStack(controller))
+            controller->didMoveToParentViewController(this);
+        else
+            takeOut(*controller);
     }
     if (isViewLoaded())
         showTopViewController();
@@ -67,7 +70,7 @@ void UINavigationController::showTopViewController()
     const auto topView = top ? top->view() : nullptr;
     const auto stack = m_viewControllers;
     for (const auto& controller : stack)
-        if (controller != top && controller->isViewLoaded())
+        if (controller != top && top == topViewController() && controller->isViewLoaded())
             controller->view()->removeFromSuperview();
     if (top != topViewController())
         return; // loading or leaving has set another stack, which is shown by now
