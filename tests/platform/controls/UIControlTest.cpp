@@ -1,0 +1,218 @@
+#include "platform/controls/UIControl.h"
+
+#include "platform/views/UITouch.h"
+#include "tests/platform/controls/ControlLog.h"
+#include "tests/support/SceneFixture.h"
+
+namespace {
+
+using enum UIControlEvents;
+
+class TestControl : public UIControl {
+public:
+    using UIControl::UIControl;
+    bool beginTrackingWithTouch(UITouch&, UIEvent&) override
+    {
+        lines.push_back("begin");
+        return begins;
+    }
+    bool continueTrackingWithTouch(UITouch&, UIEvent&) override
+    {
+        lines.push_back("continue");
+        return continues;
+    }
+    void endTrackingWithTouch(UITouch&, UIEvent&) override { lines.push_back("end"); }
+    void cancelTracking() override { lines.push_back("cancel"); }
+    void setHighlighted(bool highlighted) override
+    {
+        UIControl::setHighlighted(highlighted);
+        lines.push_back(std::string(highlighted ? "on" : "off") + (isTracking() ? " tracking" : ""));
+    }
+    Lines lines;
+    bool begins = true;
+    bool continues = true;
+};
+
+class UIControlTest : public SceneFixture {
+protected:
+    void SetUp() override { target->listenTo(*control); }
+
+    std::shared_ptr<TestControl> control = addView<TestControl>({ 100, 100, 100, 50 });
+    std::shared_ptr<ControlTarget> target = make<ControlTarget>();
+};
+
+TEST_F(UIControlTest, APressIsHighlightedTrackedAndTold)
+{
+    touch.down({ 150, 120 });
+    EXPECT_TRUE(control->isTracking());
+    EXPECT_TRUE(control->isHighlighted());
+    touch.up();
+    EXPECT_FALSE(control->isTracking());
+    EXPECT_FALSE(control->isHighlighted());
+    EXPECT_EQ(target->lines, (Lines { "down", "up inside" }));
+    EXPECT_EQ(control->lines, (Lines { "begin", "on tracking", "end", "off" }));
+}
+
+TEST_F(UIControlTest, AFingerThatLeavesAndReturnsSwitchesTheHighlight)
+{
+    touch.down({ 150, 120 });
+    touch.moveTo({ 160, 120 });
+    touch.moveTo({ 160, 160 });
+    EXPECT_FALSE(control->isHighlighted());
+    EXPECT_TRUE(control->isTracking());
+    EXPECT_FALSE(control->isTouchInside());
+    touch.moveTo({ 160, 120 });
+    EXPECT_TRUE(control->isHighlighted());
+    touch.up();
+    EXPECT_EQ(target->lines, (Lines { "down", "exit", "enter", "up inside" }));
+    EXPECT_EQ(control->lines,
+        (Lines { "begin", "on tracking", "continue", "continue", "off tracking", "continue", "on tracking",
+            "end", "off" }));
+}
+
+TEST_F(UIControlTest, AFingerThatLeavesTheScreenOutsideDoesNotPress)
+{
+    touch.down({ 150, 120 });
+    touch.moveTo({ 160, 160 });
+    touch.up();
+    EXPECT_EQ(target->lines, (Lines { "down", "exit", "up outside" }));
+}
+
+TEST_F(UIControlTest, ACancelledTouchIsTold)
+{
+    touch.down({ 150, 120 });
+    touch.cancel();
+    EXPECT_EQ(target->lines, (Lines { "down", "cancel" }));
+    EXPECT_EQ(control->lines, (Lines { "begin", "on tracking", "cancel", "off" }));
+}
+
+TEST_F(UIControlTest, TellsOfEveryMove)
+{
+    const auto moves = make<ControlTarget>();
+    control->addTarget(moves->pressedAction(), TouchDragInside | TouchDragOutside);
+    touch.down({ 150, 120 });
+    touch.moveTo({ 160, 120 });
+    touch.moveTo({ 160, 160 });
+    EXPECT_EQ(moves->lines.size(), 2u);
+}
+
+TEST_F(UIControlTest, ASubclassMayRefuseOrStopTracking)
+{
+    control->begins = false;
+    touch.tap({ 150, 120 });
+    EXPECT_EQ(control->lines, (Lines { "begin" }));
+    control->begins = true;
+    control->continues = false;
+    control->lines.clear();
+    touch.down({ 150, 120 });
+    touch.moveTo({ 151, 120 });
+    touch.up();
+    EXPECT_EQ(control->lines, (Lines { "begin", "on tracking", "continue", "off" }));
+    EXPECT_EQ(target->lines, (Lines { "down" }));
+}
+
+TEST_F(UIControlTest, ADisabledControlIsNotPressedAndKeepsTheTouchFromOthers)
+{
+    const auto outer = addView<TestControl>({ 0, 300, 200, 200 });
+    outer->addSubview(control);
+    control->setFrame({ 0, 0, 50, 50 });
+    control->setEnabled(false);
+    touch.tap({ 20, 320 });
+    EXPECT_TRUE(target->lines.empty());
+    EXPECT_TRUE(outer->lines.empty());
+}
+
+TEST_F(UIControlTest, DisablingLetsGoOfTheFinger)
+{
+    touch.down({ 150, 120 });
+    control->setEnabled(false);
+    EXPECT_FALSE(control->isTracking());
+    EXPECT_FALSE(control->isHighlighted());
+    touch.up();
+    EXPECT_EQ(target->lines, (Lines { "down", "cancel" }));
+}
+
+TEST_F(UIControlTest, TheStateIsWhatHoldsTogether)
+{
+    EXPECT_EQ(control->state(), UIControlState::Normal);
+    control->setHighlighted(true);
+    control->setSelected(true);
+    EXPECT_EQ(static_cast<unsigned>(control->state()), 1u | 4u);
+    control->setHighlighted(false);
+    control->setEnabled(false);
+    EXPECT_EQ(static_cast<unsigned>(control->state()), 2u | 4u);
+    EXPECT_EQ(static_cast<unsigned>(UIControlState::Application), 0xFF0000u);
+    EXPECT_EQ(static_cast<unsigned>(TouchUpInside), 64u);
+}
+
+// --- Targets ---------------------------------------------------------------------------------------------
+
+TEST_F(UIControlTest, TheSenderIsTheControl)
+{
+    control->addTarget(target->pressedAction(), TouchUpInside);
+    control->sendActionsForControlEvents(TouchUpInside);
+    EXPECT_EQ(target->sender, control.get());
+}
+
+TEST_F(UIControlTest, ATargetAddedTwiceIsToldOnce)
+{
+    const auto other = make<ControlTarget>();
+    control->addTarget(other->pressedAction(), ValueChanged);
+    control->addTarget(other->pressedAction(), ValueChanged | TouchUpInside);
+    control->sendActionsForControlEvents(ValueChanged);
+    EXPECT_EQ(other->lines.size(), 1u);
+    control->sendActionsForControlEvents(TouchUpInside);
+    EXPECT_EQ(other->lines.size(), 2u);
+}
+
+TEST_F(UIControlTest, ATargetIsRemovedForTheGivenEventsOnly)
+{
+    const auto other = make<ControlTarget>();
+    control->addTarget(other->pressedAction(), ValueChanged | TouchUpInside);
+    control->removeTarget(other->pressedAction(), ValueChanged);
+    control->sendActionsForControlEvents(ValueChanged);
+    EXPECT_TRUE(other->lines.empty());
+    control->sendActionsForControlEvents(TouchUpInside);
+    EXPECT_EQ(other->lines.size(), 1u);
+}
+
+TEST_F(UIControlTest, TargetsRemovedWhileOthersAreToldHearNothing)
+{
+    const auto other = make<ControlTarget>();
+    target->onEvent = [&] { control->removeTarget(other->pressedAction(), TouchUpInside); };
+    control->addTarget(other->pressedAction(), TouchUpInside);
+    touch.tap({ 150, 120 });
+    EXPECT_TRUE(other->lines.empty());
+}
+
+TEST_F(UIControlTest, TargetsAddedWhileOthersAreToldHearTheNextEvent)
+{
+    const auto other = make<ControlTarget>();
+    target->onEvent = [&] { control->addTarget(other->pressedAction(), TouchUpInside); };
+    control->sendActionsForControlEvents(TouchUpInside);
+    EXPECT_TRUE(other->lines.empty());
+    control->sendActionsForControlEvents(TouchUpInside);
+    EXPECT_EQ(other->lines.size(), 1u);
+}
+
+TEST_F(UIControlTest, TargetsThatAreGoneAreNotTold)
+{
+    target = nullptr;
+    touch.tap({ 150, 120 });
+    EXPECT_FALSE(control->isTracking());
+}
+
+TEST_F(UIControlTest, TheControlMayBeDroppedFromInsideItsAction)
+{
+    const std::weak_ptr<TestControl> watched = control;
+    target->onEvent = [&] {
+        if (control)
+            control->removeFromSuperview();
+        control = nullptr;
+    };
+    touch.tap({ 150, 120 });
+    EXPECT_TRUE(watched.expired());
+    EXPECT_EQ(target->lines, (Lines { "down", "cancel" })); // dropped at the first of its actions
+}
+
+} // namespace
