@@ -127,6 +127,8 @@ double CALayerAnimations::secondsUntilChange(const CAMoment& layerMoment) const
 
 void CALayerAnimations::timingDidChange()
 {
+    if (!Scheduler::hasCurrent())
+        return; // layers may be taken apart after the clock is gone
     const CAMoment moment = m_layer.momentAt(Scheduler::current().now());
     cancelWakeUp();
     for (const Entry& entry : m_entries)

@@ -223,6 +223,22 @@ TEST_F(CALayerAnimationsTest, ALayerThatGoesAwayStopsItsAnimations)
     EXPECT_EQ(log, (Lines { "it stopped" }));
 }
 
+TEST_F(CALayerAnimationsTest, LayersMayBeTakenApartAfterTheClockIsGone)
+{
+    const auto animation = basic("opacity", 0.0, 1.0);
+    logEnd(*animation, "it");
+    const auto child = CALayer::layer();
+    layer->addSublayer(child);
+    layer->addAnimation(animation, key);
+    child->addAnimation(animation, key);
+    Scheduler::setCurrent(nullptr);
+    layer = nullptr;
+    child->removeAllAnimations();
+    Scheduler::setCurrent(&scheduler);
+    scheduler.advance(5);
+    EXPECT_TRUE(log.empty()); // nobody was left to tell it
+}
+
 TEST_F(CALayerAnimationsTest, ALayerInNoWindowEndsItsAnimationsAllTheSame)
 {
     const auto animation = basic("opacity", 0.0, 1.0);
