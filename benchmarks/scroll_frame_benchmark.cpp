@@ -1,7 +1,8 @@
 // What one frame of a scrolling list costs: thirteen rows of five contents, drawn into a real window.
 //
 // Draws the same motion in both forms, each row flattened into one picture and a node for each content,
-// and prints the time of a frame. A row leaves and another enters every few frames, as in a list.
+// and prints the time of a frame. A row leaves and another enters every few frames, as in a list. Then it
+// draws a list at rest in which only a ring grows, as while a recording plays.
 // For instruction counts run one form under callgrind, once with few and once with many frames:
 //     scroll_frame_benchmark flattened 100
 #include "platform/host/SceneItem.h"
@@ -39,7 +40,7 @@ QImage picture(double width, double height, const QColor& color)
 // A list whose content offset is set; rows keep their layers while they are on the screen.
 class List {
 public:
-    FrameList frame(double offset)
+    FrameList frame(double offset, double ringEnd = 0)
     {
         FrameList list { screen, scale, {} };
         FrameItem root;
@@ -56,6 +57,8 @@ public:
         const int first = int(offset / rowHeight);
         for (int row = first; row * rowHeight < offset + screen.height(); ++row)
             addRow(list, row);
+        if (ringEnd > 0)
+            addRing(list, ringEnd);
         list.items[0].subtreeEnd = list.items[1].subtreeEnd = int(list.items.size());
         return list;
     }
@@ -85,6 +88,17 @@ private:
         list.items[std::size_t(start)].subtreeEnd = int(list.items.size());
     }
 
+    void addRing(FrameList& list, double end)
+    {
+        FrameItem ring;
+        ring.layer = LayerID { 3 };
+        ring.transform = CGAffineTransform::fromTranslate(12, 10);
+        ring.bounds = { 0, 0, 48, 48 };
+        ring.content = FrameShape { m_circle, {}, Qt::red, 3, Qt::RoundCap, 0, end };
+        ring.subtreeEnd = int(list.items.size()) + 1;
+        list.items.push_back(ring);
+    }
+
     // Texts differ from row to row, as they do in a list.
     QImage contents(int row, std::size_t index, const CGRect& place)
     {
@@ -94,6 +108,14 @@ private:
         return image;
     }
 
+    static std::shared_ptr<const QPainterPath> makeCircle()
+    {
+        const auto circle = std::make_shared<QPainterPath>();
+        circle->addEllipse(CGRect(2, 2, 44, 44));
+        return circle;
+    }
+
+    const std::shared_ptr<const QPainterPath> m_circle = makeCircle();
     QImage m_contents[64][5];
 };
 
@@ -112,12 +134,12 @@ public:
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
 
-    // Seconds from the new offset to the drawn picture.
-    double draw(double offset)
+    // Seconds from the new list to the drawn picture.
+    double draw(double offset, double ringEnd = 0)
     {
         const int drawn = m_frames;
         const auto start = std::chrono::steady_clock::now();
-        m_item.setFrameList(m_list.frame(offset));
+        m_item.setFrameList(m_list.frame(offset, ringEnd));
         while (m_frames == drawn)
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
         return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -132,16 +154,30 @@ private:
     int m_frames = 0;
 };
 
-void run(const char* name, FlatteningPlan::FlattensMoving form, int frames)
+void print(const char* name, std::vector<double> times, int pictures)
+{
+    std::sort(times.begin(), times.end());
+    const auto at = [&](double fraction) { return times[std::size_t(fraction * double(times.size() - 1))]; };
+    std::printf("%-10s %5zu frames: median %.3f ms, 99th percentile %.3f ms, longest %.3f ms, %d pictures\n",
+        name, times.size(), at(0.5) * 1000, at(0.99) * 1000, times.back() * 1000, pictures);
+}
+
+void scroll(const char* name, FlatteningPlan::FlattensMoving form, int frames)
 {
     Stage stage(form);
     std::vector<double> times;
     for (int frame = 1; frame <= frames; ++frame)
         times.push_back(stage.draw(frame * step));
-    std::sort(times.begin(), times.end());
-    const auto at = [&](double fraction) { return times[std::size_t(fraction * double(times.size() - 1))]; };
-    std::printf("%-10s %5d frames: median %.3f ms, 99th percentile %.3f ms, longest %.3f ms, %d pictures\n",
-        name, frames, at(0.5) * 1000, at(0.99) * 1000, times.back() * 1000, stage.pictureCount());
+    print(name, std::move(times), stage.pictureCount());
+}
+
+void play(int frames)
+{
+    Stage stage(FlatteningPlan::FlattensMoving::Yes);
+    std::vector<double> times;
+    for (int frame = 1; frame <= frames; ++frame)
+        times.push_back(stage.draw(0, double(frame) / frames));
+    print("ring", std::move(times), stage.pictureCount());
 }
 
 } // namespace
@@ -152,11 +188,15 @@ int main(int argc, char** argv)
              std::pair { "QT_QUICK_BACKEND", "software" }, std::pair { "QT_QPA_UPDATE_IDLE_TIME", "0" } })
         qputenv(name, value);
     const QGuiApplication application(argc, argv);
-    const char* const form = argc > 1 ? argv[1] : "both";
+    const char* const form = argc > 1 ? argv[1] : "all";
     const int frames = argc > 2 ? std::max(std::atoi(argv[2]), 1) : 1000;
-    if (std::strcmp(form, "nodes") != 0)
-        run("flattened", FlatteningPlan::FlattensMoving::Yes, frames);
-    if (std::strcmp(form, "flattened") != 0)
-        run("nodes", FlatteningPlan::FlattensMoving::No, frames);
+    const auto wants
+        = [&](const char* name) { return std::strcmp(form, "all") == 0 || std::strcmp(form, name) == 0; };
+    if (wants("flattened"))
+        scroll("flattened", FlatteningPlan::FlattensMoving::Yes, frames);
+    if (wants("nodes"))
+        scroll("nodes", FlatteningPlan::FlattensMoving::No, frames);
+    if (wants("ring"))
+        play(frames);
     return 0;
 }

@@ -9,6 +9,7 @@
 #include "platform/host/HostInput.h"
 #include "platform/host/HostOptions.h"
 #include "platform/host/HostScheduler.h"
+#include "platform/host/QuitSignals.h"
 #include "platform/host/SceneWindow.h"
 #include "platform/host/SettledWindow.h"
 
@@ -41,6 +42,7 @@ private:
     HostOptions m_options;
     HostScheduler m_scheduler;
     HostExecutor m_executor;
+    QuitSignals m_quitSignals;
     SceneWindow m_window { m_scheduler };
     DeviceSimulation m_device;
     HostInput m_input;

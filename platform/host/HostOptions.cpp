@@ -116,5 +116,7 @@ NSString HostOptions::helpText(const NSString& programName)
             usage += ' ' + NSString(QLatin1String(item.value));
         text += NSString("  %1 %2\n").arg(usage, -24).arg(QLatin1String(item.help));
     }
+    text += "\nKeys, with Ctrl: R turns the device, B sends the application to the background and back,\n"
+            "D changes between light and dark, S saves a picture of the screen.\n";
     return text;
 }

@@ -100,7 +100,6 @@ void NodeTree::linkNodes(const FrameList& list)
     for (LayerNode* node : m_leavingNodes)
         delete node;
     m_leavingNodes.clear();
-    m_textures.dropUnused();
 }
 
 int NodeTree::pictureCount() const

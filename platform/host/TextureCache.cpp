@@ -16,12 +16,13 @@ SharedTexture TextureCache::texture(const FrameImage& image)
 {
     const bool isTinted = image.tint.isValid();
     const Key key { image.image.cacheKey(), isTinted ? image.tint.rgba() : 0, isTinted };
-    std::weak_ptr<QSGTexture>& cached = m_textures[key];
-    if (SharedTexture texture = cached.lock())
-        return texture;
+    if (const auto cached = m_textures.find(key); cached != m_textures.end())
+        if (SharedTexture texture = cached->second.lock())
+            return texture;
+    dropUnused();
     const SharedTexture texture
         = makeTexture(isTinted ? FramePainter::tinted(image.image, image.tint) : image.image);
-    cached = texture;
+    m_textures[key] = texture;
     return texture;
 }
 

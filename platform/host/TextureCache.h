@@ -25,13 +25,13 @@ public:
     SharedTexture texture(const FrameImage&);
     // A texture that is shared with nobody.
     SharedTexture makeTexture(const QImage&);
-    // Forgets what nobody holds any more.
-    void dropUnused();
-
     std::int64_t uploadCount() const { return m_uploadCount; }
+    // How many pictures it remembers; those that nobody holds are forgotten with the next upload.
     std::size_t size() const { return m_textures.size(); }
 
 private:
+    void dropUnused();
+
     struct Key {
         qint64 image;
         QRgb tint;

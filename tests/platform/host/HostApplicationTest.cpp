@@ -9,6 +9,8 @@
 #include <QKeyEvent>
 #include <QTemporaryDir>
 
+#include <csignal>
+
 namespace {
 
 const std::shared_ptr<UIColor> red = UIColor::colorWithRed(1, 0, 0, 1);
@@ -134,6 +136,16 @@ TEST_F(HostApplicationTest, CountsFramesUploadsAndMemoryInItsReport)
     EXPECT_THAT(report, testing::HasSubstr("textures uploaded: 0\n"));
     EXPECT_GT(application.window().statistics().timeToFirstFrame(), 0);
     EXPECT_GT(application.window().statistics().peakMemory(), 1 << 20);
+}
+
+TEST_F(HostApplicationTest, EndsInOrderWhenTheSystemAsksItTo)
+{
+    options.reports = true;
+    HostApplication application(options);
+    testing::internal::CaptureStdout();
+    const int exitCode = run(application, [] { std::raise(SIGTERM); });
+    EXPECT_EQ(exitCode, 0);
+    EXPECT_THAT(testing::internal::GetCapturedStdout(), testing::HasSubstr("frames drawn: "));
 }
 
 TEST_F(HostApplicationTest, TurnsTheDeviceByAKey)

@@ -1,0 +1,59 @@
+#include "platform/host/TextureCache.h"
+
+#include "tests/platform/host/SceneStage.h"
+
+#include <QSGTexture>
+
+namespace {
+
+QImage picture(const QColor& color)
+{
+    QImage image(4, 4, QImage::Format_ARGB32_Premultiplied);
+    image.fill(color);
+    return image;
+}
+
+class TextureCacheTest : public testing::Test {
+protected:
+    SceneStage stage { { 8, 8 } }; // a window whose scene graph is alive
+    TextureCache cache { stage.window() };
+};
+
+TEST_F(TextureCacheTest, UploadsAPictureOnceWhileItIsInUse)
+{
+    const FrameImage image { picture(Qt::red), {}, {} };
+    const SharedTexture first = cache.texture(image);
+    EXPECT_EQ(cache.texture(image), first);
+    EXPECT_EQ(cache.uploadCount(), 1);
+}
+
+TEST_F(TextureCacheTest, HasATextureForEachTintOfAPicture)
+{
+    const QImage image = picture(Qt::red);
+    const SharedTexture plain = cache.texture({ image, {}, {} });
+    const SharedTexture blue = cache.texture({ image, {}, Qt::blue });
+    const SharedTexture black = cache.texture({ image, {}, QColor(0, 0, 0, 0) });
+    EXPECT_NE(plain, blue);
+    EXPECT_NE(plain, black);
+    EXPECT_EQ(cache.texture({ image, {}, Qt::blue }), blue);
+    EXPECT_EQ(cache.uploadCount(), 3);
+}
+
+TEST_F(TextureCacheTest, DropsATextureThatNobodyHolds)
+{
+    const FrameImage image { picture(Qt::red), {}, {} };
+    std::weak_ptr<QSGTexture> texture = cache.texture(image);
+    EXPECT_TRUE(texture.expired());
+    cache.texture(image);
+    EXPECT_EQ(cache.uploadCount(), 2);
+}
+
+TEST_F(TextureCacheTest, RemembersNoMoreThanWhatIsInUseAfterTenThousandPictures)
+{
+    const SharedTexture kept = cache.texture({ picture(Qt::red), {}, {} });
+    for (int i = 0; i < 10000; ++i)
+        cache.texture({ picture(Qt::blue), {}, {} });
+    EXPECT_LE(cache.size(), 2u);
+}
+
+} // namespace
