@@ -13,7 +13,6 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <cstring>
 
 namespace {
 
@@ -54,9 +53,9 @@ public:
         QFile file(QString::fromStdString(path("recording")));
         if (!file.open(QIODevice::ReadOnly))
             return {};
-        const QByteArray bytes = file.readAll();
-        std::vector<Sample> samples(static_cast<std::size_t>(bytes.size()) / sizeof(Sample));
-        std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(Sample));
+        std::vector<Sample> samples(static_cast<std::size_t>(file.size()) / sizeof(Sample));
+        file.read(
+            reinterpret_cast<char*>(samples.data()), static_cast<qint64>(samples.size() * sizeof(Sample)));
         return samples;
     }
     void die() { m_server.kill(); }
