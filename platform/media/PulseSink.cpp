@@ -56,12 +56,12 @@ PulseSink::~PulseSink()
 
 void PulseSink::connectionIsReady()
 {
-    const pa_sample_spec specification {
+    const pa_sample_spec sampleForm {
         .format = PA_SAMPLE_S16NE,
         .rate = static_cast<std::uint32_t>(m_format.sampleRate),
         .channels = static_cast<std::uint8_t>(m_format.channels),
     };
-    m_stream = m_library.pa_stream_new(m_connection->context(), "", &specification, nullptr);
+    m_stream = m_library.pa_stream_new(m_connection->context(), "", &sampleForm, nullptr);
     if (!m_stream)
         return lose();
     m_library.pa_stream_set_state_callback(
