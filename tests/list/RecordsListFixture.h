@@ -1,0 +1,61 @@
+// The records list in a window, over the sample data, with clock, queues, sound and fingers in hand.
+#pragma once
+
+#include "list/ORVRecordTableViewCell.h"
+#include "list/ORVRecordsListViewController.h"
+#include "platform/foundation/NSBundle.h"
+#include "tests/support/AssertionRecorder.h"
+#include "tests/support/FakeAudioDevice.h"
+#include "tests/support/ManualExecutor.h"
+#include "tests/support/SceneFixture.h"
+
+class RecordsListFixture : public SceneFixture {
+protected:
+    RecordsListFixture()
+    {
+        scheduler.setAfterTurn([this] { executor.runAll(); });
+        storage = make<ORVRecordsStorage>();
+        controller = make<ORVRecordsListViewController>();
+        controller->setRecordsStorage(storage);
+    }
+    ~RecordsListFixture() override { scheduler.setAfterTurn(nullptr); }
+
+    // The list as the application opens it: filled before it is seen.
+    void open()
+    {
+        controller->setUserLocation(storage->fakeUserLocation());
+        controller->updateRecordsIfNecessary();
+        window->setRootViewController(controller);
+        runFrames();
+        executor.runAll();
+    }
+
+    std::shared_ptr<ORVRecordTableViewCell> cellAt(int row) const
+    {
+        return std::dynamic_pointer_cast<ORVRecordTableViewCell>(
+            controller->tableView()->cellForRow({ 0, row }));
+    }
+    CGPoint centerOfRow(int row) const
+    {
+        const auto& table = controller->tableView();
+        return table->convertPointToView(table->rectForRow({ 0, row }).center(), nullptr);
+    }
+    void tapRow(int row)
+    {
+        touch.tap(centerOfRow(row));
+        executor.runAll();
+    }
+    // What a row says of its playback.
+    NSString positionAt(int row) const { return cellAt(row)->positionLabel()->text(); }
+    bool showsPause(int row) const
+    {
+        return cellAt(row)->playbackIcon()->image() == UIImage::imageNamed(QStringLiteral("ov_icon_pause"));
+    }
+
+    const NSBundle::MainReplacement mainBundle { make<NSBundle>(
+        QStringLiteral(ORUVANE_SOURCE_DIR "/resources"), std::vector<NSString> { QStringLiteral("en") }) };
+    ManualExecutor executor;
+    FakeAudioDevice device;
+    std::shared_ptr<ORVRecordsStorage> storage;
+    std::shared_ptr<ORVRecordsListViewController> controller;
+};
