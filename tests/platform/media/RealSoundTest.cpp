@@ -43,8 +43,9 @@ public:
     // Returns once samples flow.
     bool record(RealEventLoop& loop)
     {
-        return m_recorder.start({ "parec", "-d", "t.monitor", "--raw", "--format=s16le", "--rate=44100",
-                                    "--channels=1", "--latency-msec=20" },
+        // With a limit, so that a crashed test leaves nobody behind to keep the server in use.
+        return m_recorder.start({ "timeout", "60", "parec", "-d", "t.monitor", "--raw", "--format=s16le",
+                                    "--rate=44100", "--channels=1", "--latency-msec=20" },
                    m_environment, path("recording"))
             && loop.runUntil([&] { return !recorded().empty(); }, 10);
     }
