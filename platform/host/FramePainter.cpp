@@ -169,7 +169,7 @@ void FramePainter::paintShape(QPainter& painter, const FrameShape& shape) const
     if (shape.strokeColor.isValid() && shape.lineWidth > 0) {
         QPen pen(shape.strokeColor, shape.lineWidth, Qt::SolidLine, shape.lineCap, Qt::MiterJoin);
         pen.setMiterLimit(sharpestCorner);
-        painter.strokePath(trimmedPath(*shape.path, shape.strokeStart, shape.strokeEnd, m_list.scale), pen);
+        painter.strokePath(trimmedPath(*shape.path, shape.strokeStart, shape.strokeEnd), pen);
     }
     painter.restore();
 }

@@ -4,6 +4,5 @@
 #include <QPainterPath>
 
 // The part from one fraction of the path's whole length to another, all its subpaths taken in turn.
-// Fractions outside 0 to 1 mean the ends. The whole path comes back as it is; curves of a part become
-// lines too short to be seen when drawn at the given scale.
-QPainterPath trimmedPath(const QPainterPath& path, double start, double end, double scale);
+// Fractions outside 0 to 1 mean the ends; the whole path comes back as it is. Curves stay curves.
+QPainterPath trimmedPath(const QPainterPath& path, double start, double end);

@@ -12,13 +12,13 @@ QPainterPath corner() // 30 to the right, 10 down
 
 TEST(TrimmedPathTest, GivesTheWholePathAsItIs)
 {
-    EXPECT_EQ(trimmedPath(corner(), 0, 1, 2), corner());
-    EXPECT_EQ(trimmedPath(corner(), -1, 7, 2), corner());
+    EXPECT_EQ(trimmedPath(corner(), 0, 1), corner());
+    EXPECT_EQ(trimmedPath(corner(), -1, 7), corner());
 }
 
 TEST(TrimmedPathTest, CutsByTheLengthOfTheWholePath)
 {
-    const QPainterPath part = trimmedPath(corner(), 0.25, 0.875, 2);
+    const QPainterPath part = trimmedPath(corner(), 0.25, 0.875);
     ASSERT_EQ(part.elementCount(), 3);
     EXPECT_EQ(QPointF(part.elementAt(0)), QPointF(10, 0));
     EXPECT_EQ(QPointF(part.elementAt(1)), QPointF(30, 0));
@@ -27,11 +27,11 @@ TEST(TrimmedPathTest, CutsByTheLengthOfTheWholePath)
 
 TEST(TrimmedPathTest, GivesNothingWhereTheEndIsNotAfterTheStart)
 {
-    EXPECT_TRUE(trimmedPath(corner(), 0.5, 0.5, 2).isEmpty());
-    EXPECT_TRUE(trimmedPath(corner(), 0.8, 0.2, 2).isEmpty());
-    EXPECT_TRUE(trimmedPath(corner(), 2, 3, 2).isEmpty());
-    EXPECT_TRUE(trimmedPath(corner(), 0, std::nan(""), 2).isEmpty());
-    EXPECT_TRUE(trimmedPath({}, 0.1, 0.9, 2).isEmpty());
+    EXPECT_TRUE(trimmedPath(corner(), 0.5, 0.5).isEmpty());
+    EXPECT_TRUE(trimmedPath(corner(), 0.8, 0.2).isEmpty());
+    EXPECT_TRUE(trimmedPath(corner(), 2, 3).isEmpty());
+    EXPECT_TRUE(trimmedPath(corner(), 0, std::nan("")).isEmpty());
+    EXPECT_TRUE(trimmedPath({}, 0.1, 0.9).isEmpty());
 }
 
 TEST(TrimmedPathTest, DoesNotJoinSubpaths)
@@ -41,7 +41,7 @@ TEST(TrimmedPathTest, DoesNotJoinSubpaths)
     path.lineTo(10, 0);
     path.moveTo(0, 50);
     path.lineTo(10, 50);
-    const QPainterPath part = trimmedPath(path, 0.25, 0.75, 2);
+    const QPainterPath part = trimmedPath(path, 0.25, 0.75);
     ASSERT_EQ(part.elementCount(), 4);
     EXPECT_EQ(QPointF(part.elementAt(0)), QPointF(5, 0));
     EXPECT_EQ(QPointF(part.elementAt(1)), QPointF(10, 0));
@@ -54,10 +54,35 @@ TEST(TrimmedPathTest, KeepsToACircle)
 {
     QPainterPath circle;
     circle.addEllipse(QPointF(0, 0), 20, 20);
-    const QPainterPath part = trimmedPath(circle, 0.1, 0.6, 2);
-    EXPECT_NEAR(part.length(), 0.5 * circle.length(), 0.05);
-    for (int i = 0; i < part.elementCount(); ++i)
-        EXPECT_NEAR(std::hypot(part.elementAt(i).x, part.elementAt(i).y), 20, 0.02);
+    const double circumference = circle.length();
+    for (const double start : { 0.0, 0.1, 0.3 }) {
+        for (const double end : { 0.31, 0.6, 0.999 }) {
+            const QPainterPath part = trimmedPath(circle, start, end);
+            EXPECT_NEAR(part.length(), (end - start) * circumference, 0.03);
+            for (double along = 0; along <= 1; along += 0.05) {
+                const QPointF point = part.pointAtPercent(along);
+                EXPECT_NEAR(std::hypot(point.x(), point.y()), 20, 0.01);
+            }
+        }
+    }
+}
+
+TEST(TrimmedPathTest, KeepsCurvesAsCurves)
+{
+    QPainterPath circle;
+    circle.addEllipse(QPointF(0, 0), 20, 20);
+    // A part of a quarter, a whole quarter, a part of a quarter: one move and three curves of three points.
+    EXPECT_EQ(trimmedPath(circle, 0.1, 0.6).elementCount(), 10);
+}
+
+TEST(TrimmedPathTest, PassesOverSegmentsWithoutLength)
+{
+    QPainterPath path(QPointF(0, 0));
+    path.cubicTo(QPointF(0, 0), QPointF(0, 0), QPointF(0, 0));
+    path.lineTo(10, 0);
+    const QPainterPath part = trimmedPath(path, 0, 0.5);
+    ASSERT_EQ(part.elementCount(), 2);
+    EXPECT_EQ(QPointF(part.elementAt(1)), QPointF(5, 0));
 }
 
 } // namespace
