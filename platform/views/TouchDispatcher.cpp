@@ -117,8 +117,6 @@ void TouchDispatcher::finish(const TrackedPointer& tracked, UITouchPhase phase, 
 {
     tracked->touch->change({}, phase, location, Scheduler::current().now());
     tellRecognizers(tracked);
-    if (!isTracked(tracked))
-        return; // somebody who was told has cancelled it
     if (phase == UITouchPhase::Ended && tracked->delivery == Delivery::Held) {
         // A touch so short that its view has not heard of it yet.
         tracked->delivery = Delivery::Delivered;
@@ -212,8 +210,6 @@ void TouchDispatcher::tellView(const Tracked& tracked, UITouchPhase phase)
 
 void TouchDispatcher::holdOrDeliver(const TrackedPointer& tracked)
 {
-    if (tracked->delivery != Delivery::Held)
-        return;
     if (isTakenByAnotherTouch(*tracked)) {
         tracked->delivery = Delivery::Withheld;
         return;
@@ -262,7 +258,6 @@ void TouchDispatcher::deliverWhenFree(Tracked& tracked)
 
 void TouchDispatcher::withhold(Tracked& tracked)
 {
-    Scheduler::current().cancel(tracked.delayTimer);
     if (std::exchange(tracked.delivery, Delivery::Withheld) == Delivery::Delivered)
         tellView(tracked, UITouchPhase::Cancelled);
 }

@@ -181,13 +181,24 @@ TEST_F(UIControlTest, TargetsRemovedWhileOthersAreToldHearNothing)
     const auto other = make<ControlTarget>();
     target->onEvent = [&] { control->removeTarget(other->pressedAction(), TouchUpInside); };
     control->addTarget(other->pressedAction(), TouchUpInside);
-    touch.tap({ 150, 120 });
+    control->sendActionsForControlEvents(TouchUpInside);
     EXPECT_TRUE(other->lines.empty());
 }
 
 TEST_F(UIControlTest, TargetsAddedWhileOthersAreToldHearTheNextEvent)
 {
     const auto other = make<ControlTarget>();
+    target->onEvent = [&] { control->addTarget(other->pressedAction(), TouchUpInside); };
+    control->sendActionsForControlEvents(TouchUpInside);
+    EXPECT_TRUE(other->lines.empty());
+    control->sendActionsForControlEvents(TouchUpInside);
+    EXPECT_EQ(other->lines.size(), 1u);
+}
+
+TEST_F(UIControlTest, AnEventAddedWhileItIsToldCountsFromTheNextOne)
+{
+    const auto other = make<ControlTarget>();
+    control->addTarget(other->pressedAction(), ValueChanged);
     target->onEvent = [&] { control->addTarget(other->pressedAction(), TouchUpInside); };
     control->sendActionsForControlEvents(TouchUpInside);
     EXPECT_TRUE(other->lines.empty());

@@ -131,10 +131,13 @@ TEST_F(UILabelTest, TheHeightLimitsTheLinesThatAreDrawn)
 {
     label->setNumberOfLines(0);
     label->setText(longText);
-    label->setFrame({ 0, 0, 60, label->font()->lineHeight() * 2 + 1 });
-    const int twoLines = inked(picture()).height();
-    label->setFrame({ 0, 0, 60, label->font()->lineHeight() * 4 + 1 });
-    EXPECT_GT(inked(picture()).height(), twoLines * 1.5);
+    label->setFrame({ 0, 0, 90, label->font()->lineHeight() * 2 + 1 });
+    const QImage limitedByHeight = picture();
+    label->setNumberOfLines(2);
+    EXPECT_EQ(picture(), limitedByHeight); // with its ellipsis at the end of the second line
+    label->setNumberOfLines(0);
+    label->setFrame({ 0, 0, 90, label->font()->lineHeight() * 4 + 1 });
+    EXPECT_GT(inked(picture()).height(), inked(limitedByHeight).height() * 1.5);
 }
 
 TEST_F(UILabelTest, StandsInTheMiddleOfTheHeightAndWhereItIsAligned)

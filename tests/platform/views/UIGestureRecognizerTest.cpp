@@ -359,6 +359,14 @@ TEST_F(UIGestureRecognizerTest, DisablingItInItsOwnActionSendsEachTargetTheCance
     EXPECT_EQ(second->states, (States { 4 }));
 }
 
+TEST_F(UIGestureRecognizerTest, ABeginningThatTheViewPutsAnEndToIsToldAsCancelledOnly)
+{
+    view->addGestureRecognizer(pan);
+    view->onCancel = [&] { pan->setEnabled(false); };
+    dragFrom({ 110, 110 });
+    EXPECT_EQ(target->states, (States { 4 }));
+}
+
 TEST_F(UIGestureRecognizerTest, GoesOnWhenOnlyTheTouchedViewLeaves)
 {
     outer->addGestureRecognizer(pan);

@@ -89,6 +89,14 @@ TEST_F(UIViewLayoutTest, VisitsNothingAndAsksForNoFrameWhenNothingChanged)
     EXPECT_FALSE(window->needsFrame());
 }
 
+TEST_F(UIViewLayoutTest, AChangeThatNeedsNoLayoutIsOneFrame)
+{
+    inner->setAlpha(0.5);
+    inner->setCenter({ 40, 40 });
+    EXPECT_EQ(runFrames(), 1);
+    EXPECT_EQ(lines, Lines());
+}
+
 TEST_F(UIViewLayoutTest, ANewSizeAsksForLayoutANewPlaceDoesNot)
 {
     inner->setCenter({ 70, 70 });
@@ -186,6 +194,8 @@ TEST_F(UIViewLayoutTest, AnUpdateMayAskForTheNextOne)
             inner->setNeedsFrameUpdate();
     };
     inner->setNeedsFrameUpdate();
+    scheduler.runFrameIfRequested();
+    EXPECT_TRUE(window->needsFrame());
     scheduler.advance(1);
     ASSERT_EQ(inner->updates.size(), 3u);
     EXPECT_NEAR(inner->updates[2] - inner->updates[0], 2 / 60.0, 1e-9);

@@ -127,6 +127,18 @@ TEST_F(UIViewTintTest, AnotherSuperviewMayBringAnotherTint)
     EXPECT_EQ(inner->changes, 3); // once for colour and mode together
 }
 
+TEST_F(UIViewTintTest, AViewThatASiblingTakesOutIsToldOfLeavingOnly)
+{
+    const auto sibling = make<TintedView>();
+    const auto elsewhere = make<UIView>();
+    elsewhere->setTintColor(red);
+    outer->addSubview(sibling);
+    inner->onChange = [&] { elsewhere->addSubview(sibling); };
+    outer->setTintColor(red);
+    EXPECT_EQ(sibling->superview(), elsewhere.get());
+    EXPECT_EQ(sibling->changes, 0); // from one red to the other
+}
+
 TEST_F(UIViewTintTest, ViewsMayLeaveFromInsideTheMessage)
 {
     outer->onChange = [&] { inner->removeFromSuperview(); };
