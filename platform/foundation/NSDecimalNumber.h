@@ -1,8 +1,8 @@
 // An exact base-10 number: a sign, up to 38 digits and a power of ten.
 //
 // A double becomes the shortest decimal that reads back as the same double, so 0.1 is one tenth and
-// nothing else. Digits beyond the 38th are dropped. Nothing here raises an error: what is no number
-// stays "not a number", which equals nothing and is neither below nor above anything.
+// nothing else. Nothing here raises an error: what is no finite number is "not a number", which equals
+// nothing and is neither below nor above anything.
 #pragma once
 
 #include "platform/foundation/FoundationTypes.h"
