@@ -40,7 +40,11 @@ REGISTER_CLASS(HostTestDelegate);
 
 class HostApplicationTest : public testing::Test {
 protected:
-    HostApplicationTest() { options.scale = 2; }
+    HostApplicationTest()
+    {
+        options.scale = 2;
+        QGuiApplication::setQuitOnLastWindowClosed(false); // it would end the loop of the next test
+    }
     ~HostApplicationTest() override
     {
         HostTestDelegate::launches = true;
@@ -136,6 +140,13 @@ TEST_F(HostApplicationTest, CountsFramesUploadsAndMemoryInItsReport)
     EXPECT_THAT(report, testing::HasSubstr("textures uploaded: 0\n"));
     EXPECT_GT(application.window().statistics().timeToFirstFrame(), 0);
     EXPECT_GT(application.window().statistics().peakMemory(), 1 << 20);
+}
+
+TEST_F(HostApplicationTest, EndsWhenItsWindowIsClosed)
+{
+    QGuiApplication::setQuitOnLastWindowClosed(true);
+    HostApplication application(options);
+    EXPECT_EQ(run(application, [&] { application.window().close(); }), 0);
 }
 
 TEST_F(HostApplicationTest, EndsInOrderWhenTheSystemAsksItTo)

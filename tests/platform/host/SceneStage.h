@@ -4,8 +4,8 @@
 #include "platform/host/FramePainter.h"
 #include "platform/host/SceneItem.h"
 
-#include <QCoreApplication>
 #include <QEventLoop>
+#include <QGuiApplication>
 #include <QQuickWindow>
 #include <QScreen>
 #include <QTimer>
@@ -16,6 +16,7 @@ public:
     explicit SceneStage(const QSize& size)
         : m_scene(m_window.contentItem())
     {
+        QGuiApplication::setQuitOnLastWindowClosed(false); // it would end the loop of the next test
         QObject::connect(&m_window, &QQuickWindow::frameSwapped, [this] { ++m_framesDrawn; });
         m_window.setColor(Qt::black);
         m_window.resize(size);
