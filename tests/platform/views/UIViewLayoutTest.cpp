@@ -89,6 +89,14 @@ TEST_F(UIViewLayoutTest, VisitsNothingAndAsksForNoFrameWhenNothingChanged)
     EXPECT_FALSE(window->needsFrame());
 }
 
+TEST_F(UIViewLayoutTest, ALayoutThatResizesIsOneFrame)
+{
+    outer->onLayout = [&] { inner->setFrame({ 0, 0, 30, 30 }); };
+    outer->setNeedsLayout();
+    EXPECT_EQ(runFrames(), 1);
+    EXPECT_EQ(lines, (Lines { "outer", "inner" }));
+}
+
 TEST_F(UIViewLayoutTest, AChangeThatNeedsNoLayoutIsOneFrame)
 {
     inner->setAlpha(0.5);
