@@ -25,7 +25,7 @@ CALayerTree::~CALayerTree()
 void CALayerTree::setNeedsFrame()
 {
     m_needsFrame = true;
-    if (Scheduler::hasCurrent())
+    if (!m_preparing && Scheduler::hasCurrent())
         Scheduler::current().requestFrame();
 }
 
@@ -37,6 +37,7 @@ FrameList CALayerTree::makeFrame(const CGSize& size, double scale)
 {
     const double now = Scheduler::current().now();
     m_needsFrame = false;
+    m_preparing = false;
     CAFrame frame = FrameBuilder::buildFrame(*m_root, now, size, scale, m_lastItemCount);
     m_lastItemCount = frame.list.items.size();
     wakeForAnimation(frame.nextAnimationTime);

@@ -23,6 +23,8 @@ public:
     // Whether something changed since the last frame was made.
     bool needsFrame() const { return m_needsFrame; }
 
+    // From here to makeFrame() changes belong to this frame and ask for no other.
+    void beginFrame() { m_preparing = true; }
     // Lays out what waits for it, parents before children, until nothing waits. Layouts that for ever ask
     // for one another go on in the next frame.
     void layoutIfNeeded();
@@ -36,6 +38,7 @@ private:
 
     std::shared_ptr<CALayer> m_root;
     bool m_needsFrame = false;
+    bool m_preparing = false; // between beginFrame() and makeFrame()
     std::size_t m_lastItemCount = 0;
     Scheduler::TimerID m_wakeUp = Scheduler::TimerID::None;
 };

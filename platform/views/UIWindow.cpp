@@ -68,6 +68,7 @@ void UIWindow::layoutSubviews()
 FrameList UIWindow::performFrame()
 {
     const auto keepAlive = shared_from_this();
+    m_tree->beginFrame();
     runFrameUpdates();
     m_tree->layoutIfNeeded();
     m_tree->displayIfNeeded();

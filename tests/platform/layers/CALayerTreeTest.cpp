@@ -18,6 +18,8 @@ protected:
         child->setBackgroundColor(UIColor::blackColor());
         layer->addSublayer(child);
         scheduler.setFrameHandler([this] {
+            tree.beginFrame();
+            whileLaidOut();
             tree.layoutIfNeeded();
             tree.displayIfNeeded();
             frames.push_back(tree.makeFrame({ 100, 100 }, 1));
@@ -44,6 +46,7 @@ protected:
 
     std::shared_ptr<CALayer> child = CALayer::layer();
     CALayerTree tree { layer };
+    std::function<void()> whileLaidOut = [] {};
     std::vector<FrameList> frames;
 };
 
@@ -96,6 +99,16 @@ TEST_F(CALayerTreeTest, ManyChangesMakeOneFrame)
 {
     for (int count = 0; count < 100; ++count)
         child->setPosition({ 1.0 * count, 0 });
+    EXPECT_EQ(framesIn(1), 1u);
+}
+
+TEST_F(CALayerTreeTest, ChangesThatPrepareAFrameAskForNoOther)
+{
+    whileLaidOut = [this] { child->setPosition(child->position() + CGPoint(1, 0)); };
+    child->setBackgroundColor(UIColor::whiteColor());
+    EXPECT_EQ(framesIn(1), 1u);
+    whileLaidOut = [] {};
+    child->setPosition({ 50, 50 });
     EXPECT_EQ(framesIn(1), 1u);
 }
 
