@@ -9,6 +9,7 @@
 #include "platform/host/HostInput.h"
 #include "platform/host/HostOptions.h"
 #include "platform/host/HostScheduler.h"
+#include "platform/host/MemoryPressureMonitor.h"
 #include "platform/host/QuitSignals.h"
 #include "platform/host/SceneWindow.h"
 #include "platform/host/SettledWindow.h"
@@ -43,6 +44,7 @@ private:
     HostScheduler m_scheduler;
     HostExecutor m_executor;
     QuitSignals m_quitSignals;
+    MemoryPressureMonitor m_memoryPressureMonitor;
     SceneWindow m_window { m_scheduler };
     DeviceSimulation m_device;
     HostInput m_input;
