@@ -3,11 +3,20 @@
 #include "platform/application/UIDevice.h"
 #include "platform/controls/UINavigationItem.h"
 #include "platform/foundation/ClassRegistry.h"
+#include "platform/foundation/Executor.h"
 #include "platform/foundation/NSAssertionHandler.h"
+#include "platform/media/AVPlayer.h"
 #include "theme/ORVAutoTintNavigationBar.h"
 #include "theme/UIColor+ORVTheme.h"
 
 REGISTER_CLASS(ORVAppDelegate);
+
+namespace {
+
+// Long enough for the first frame to be on the screen, short enough to come before the first tap.
+constexpr double warmUpDelay = 0.5; // seconds
+
+} // namespace
 
 bool ORVAppDelegate::applicationDidFinishLaunchingWithOptions(
     UIApplication&, const UIApplicationLaunchOptions&)
@@ -25,6 +34,7 @@ bool ORVAppDelegate::applicationDidFinishLaunchingWithOptions(
 
     m_listViewController->updateRecordsIfNecessary();
     m_window->makeKeyAndVisible();
+    dispatchAfterOnMainQueue(warmUpDelay, [] { AVPlayer::warmUp(); });
     return true;
 }
 

@@ -1,11 +1,12 @@
 # Every library that the project stands on. All come from the distribution's packages;
 # tools/packages lists their names.
-find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Quick Network Multimedia)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Quick)
 find_package(PkgConfig REQUIRED)
 find_package(ICU 72 REQUIRED COMPONENTS uc i18n)
 find_package(Threads REQUIRED)
 pkg_check_modules(libav REQUIRED IMPORTED_TARGET libavformat libavcodec libavutil libswresample)
 pkg_check_modules(plist REQUIRED IMPORTED_TARGET libplist-2.0)
+pkg_check_modules(libpulse REQUIRED libpulse)
 pkg_check_modules(geographiclib REQUIRED IMPORTED_TARGET geographiclib)
 if(ORUVANE_BUILD_TESTS)
     find_package(GTest REQUIRED)
