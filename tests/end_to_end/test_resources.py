@@ -1,6 +1,7 @@
 """The program with resources that somebody has damaged."""
 
 import plistlib
+import re
 import shutil
 import signal
 
@@ -11,31 +12,44 @@ from stage import RESOURCES, StageTest, nearest_records
 
 
 class ResourcesTest(StageTest):
-    def test_rows_with_damaged_sounds_do_nothing_and_other_rows_play(self):
+    def start_with_damaged_sounds(self, *damages):
+        """Damages the sound of the first row, the second and so on; a row after them, which is healthy."""
         program, resources = self.copy_program()
         names = [record["sound_name"] for record in nearest_records()]
-        damage = {
-            "text": lambda path: path.write_text("This is no sound.\n" * 100),
-            "cut off": lambda path: path.write_bytes(path.read_bytes()[:path.stat().st_size // 2]),
-            "empty": lambda path: path.write_bytes(b""),
-            "a folder": lambda path: (path.unlink(), path.mkdir()),
-        }
-        damaged_rows = 0, 1, 2, 3
-        healthy_row = next(row for row, name in enumerate(names) if name not in names[:4])
-        for row, spoil in zip(damaged_rows, list(damage.values())[:3]):
-            spoil(resources / "sounds" / f"{names[row]}.m4a")
-        server = self.start_sound_server()
-        screen = self.show_list(server, program=program)
+        for name, damage in zip(names, damages):
+            damage(resources / "sounds" / f"{name}.m4a")
+        self.server = self.start_sound_server()
+        self.screen = self.show_list(self.server, program=program)
+        return next(row for row, name in enumerate(names) if name not in names[:len(damages)])
 
-        for row in (0, 1, 2, 1, 0):
-            screen.tap(row)
-            server.wait_for(0.5)
-            self.assertTrue(self.program.is_running(), self.program.errors)
-        screen.tap(healthy_row)
-        screen.wait_for_icon(healthy_row, "pause")
-        begin = server.count()
-        wait_until(lambda: is_audible(server.heard(begin)), "the healthy row is heard")
-        self.assertEqual([screen.icon(row) for row in (0, 1, 2)], ["play"] * 3)
+    def expect_to_play(self, row):
+        begin = self.server.count()
+        self.screen.tap(row)
+        self.screen.wait_for_icon(row, "pause")
+        self.server.wait_until_audible(begin)
+
+    def test_rows_whose_sounds_are_none_stay_silent_and_other_rows_play(self):
+        healthy_row = self.start_with_damaged_sounds(
+            lambda path: path.write_text("This is no sound.\n" * 1000),
+            lambda path: path.write_bytes(b""),
+            lambda path: path.write_bytes(path.read_bytes()[:1000])) # not even its description is whole
+        for row in (0, 1, 2, 0, 1, 2):
+            self.screen.tap(row)
+            self.server.wait_for(0.5)
+            self.assertEqual(self.screen.icon(row), "play")
+            self.assertIsNone(self.screen.position(row))
+        self.assertFalse(is_audible(self.server.heard()))
+        self.expect_to_play(healthy_row)
+        self.screen.tap(0) # what plays gives way to silence
+        self.screen.wait_for_icon(healthy_row, "play")
+        self.close(self.display, self.program)
+
+    def test_a_sound_that_is_cut_off_comes_to_an_end_and_other_rows_play(self):
+        healthy_row = self.start_with_damaged_sounds(
+            lambda path: path.write_bytes(path.read_bytes()[:path.stat().st_size // 2]))
+        self.expect_to_play(0)
+        self.screen.wait_for_icon(0, "play")
+        self.expect_to_play(healthy_row)
         self.close(self.display, self.program)
 
     def test_a_damaged_portrait_leaves_its_rows_without_a_picture(self):
@@ -102,9 +116,4 @@ class ResourcesTest(StageTest):
         process = self.start_program(self.start_display(), program=program)
         self.assertEqual(process.wait(), -signal.SIGABRT)
         self.assertRegex(process.errors,
-                         r"(?m)^\*\*\* Assertion failure in ORVRecordsStorage:\d+: " + regex(message) + "$")
-
-
-def regex(text):
-    """The text, to be matched as it is."""
-    return "".join(f"[{character}]" if character in ".'()" else character for character in text)
+                         r"(?m)^\*\*\* Assertion failure in ORVRecordsStorage:\d+: " + re.escape(message) + "$")
