@@ -29,13 +29,16 @@ std::shared_ptr<UILabel> makeLabel(const std::shared_ptr<UIFont>& font, const st
 
 double widthOf(const UILabel& label) { return std::ceil(label.intrinsicContentSize().width()); }
 
-// One line of the row: a short text at the end, and the rest of the width for the text before it.
+// One line of the row: a short text at the end, the rest of the width for the text before it, and one
+// baseline under both.
 void layoutLine(UILabel& leading, UILabel& trailing, double top, double height, double left, double right)
 {
     const double trailingWidth = std::min(widthOf(trailing), right - left);
     const double separation = trailingWidth > 0 ? gap : 0;
     trailing.setFrame({ right - trailingWidth, top, trailingWidth, height });
     leading.setFrame({ left, top, std::max(right - trailingWidth - separation - left, 0.0), height });
+    const double drop = MainScreenScale::roundToPixel(leading.firstBaseline() - trailing.firstBaseline());
+    trailing.setFrame(trailing.frame().translated(0, drop));
 }
 
 } // namespace

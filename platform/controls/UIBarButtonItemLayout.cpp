@@ -4,7 +4,6 @@
 #include "platform/views/UIView.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -53,14 +52,9 @@ void UIBarButtonItemLayout::place(const UIBarButtonItems& items, const CGRect& a
             width *= std::max(1 + room / squeezableWidth, 0.0);
         else if (room > 0 && item->isFlexible())
             width += room / flexibleCount;
-        const double begin = roundedToPixel(left);
-        item->placeIn({ begin, area.top(), roundedToPixel(left + width) - begin, area.height() });
+        const double begin = MainScreenScale::roundToPixel(left);
+        item->placeIn(
+            { begin, area.top(), MainScreenScale::roundToPixel(left + width) - begin, area.height() });
         left += width + spacing;
     }
-}
-
-double UIBarButtonItemLayout::roundedToPixel(double position)
-{
-    const double scale = MainScreenScale::get();
-    return std::round(position * scale) / scale;
 }

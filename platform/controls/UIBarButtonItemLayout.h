@@ -19,7 +19,4 @@ double preferredWidth(const UIBarButtonItems& items);
 // their widths; too much goes to those of flexible width, in equal parts.
 void place(const UIBarButtonItems& items, const CGRect& area);
 
-// Where a bar's edges lie on whole pixels of the screen.
-double roundedToPixel(double position);
-
 } // namespace UIBarButtonItemLayout

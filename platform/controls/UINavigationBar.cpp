@@ -2,6 +2,7 @@
 
 #include "platform/controls/UIBarButtonItemLayout.h"
 #include "platform/controls/UILabel.h"
+#include "platform/graphics/MainScreenScale.h"
 
 namespace {
 
@@ -197,5 +198,5 @@ void UINavigationBar::placeTitle(double left, double right)
     const double centred = bounds().center().x() - width / 2;
     const double begin = std::max(std::min(centred, right - width), left);
     m_titleLabel->setFrame(
-        { UIBarButtonItemLayout::roundedToPixel(begin), bounds().top(), width, bounds().height() });
+        { MainScreenScale::roundToPixel(begin), bounds().top(), width, bounds().height() });
 }

@@ -16,12 +16,6 @@ constexpr double scrollAnimationDuration = 0.3; // seconds
 // Below this a released content only settles, in points a second: a finger that rests still trembles.
 constexpr double minimumFlingVelocity = 30;
 
-double roundedToPixel(double offset)
-{
-    const double scale = MainScreenScale::get();
-    return std::round(offset * scale) / scale;
-}
-
 } // namespace
 
 // A pan that begins at once when the finger catches a moving content: the touch stops it and is no tap.
@@ -293,7 +287,7 @@ void UIScrollView::stopMotion() { m_motion.reset(); }
 
 void UIScrollView::applyOffset(const CGPoint& offset)
 {
-    const CGPoint whole(roundedToPixel(offset.x()), roundedToPixel(offset.y()));
+    const CGPoint whole(MainScreenScale::roundToPixel(offset.x()), MainScreenScale::roundToPixel(offset.y()));
     if (whole == contentOffset() || !std::isfinite(whole.x()) || !std::isfinite(whole.y()))
         return;
     setBounds({ whole, bounds().size() });

@@ -55,6 +55,14 @@ TEST_F(ORVRecordTableViewCellTest, PlacesItsPartsWithoutOverlap)
     EXPECT_EQ(cell->customSeparator()->frame(), CGRect(72, 63.5, 318, 0.5));
 }
 
+TEST_F(ORVRecordTableViewCellTest, SetsNameAndAgeOnOneBaseline)
+{
+    configurator->configureCell(cell.get(), *record);
+    runFrames();
+    const auto baseline = [](const UILabel& label) { return label.frame().top() + label.firstBaseline(); };
+    EXPECT_NEAR(baseline(*cell->authorNameLabel()), baseline(*cell->timestampLabel()), 0.26); // half a pixel
+}
+
 TEST_F(ORVRecordTableViewCellTest, SqueezesALongNameRatherThanItsAge)
 {
     record->author()->setFullName(QStringLiteral("Bartholomew Featherstonehaugh-Cholmondeley of Somewhere"));
