@@ -363,11 +363,11 @@ void UITableView::touchesMoved(const UITouches&, UIEvent&) { }
 
 void UITableView::touchesEnded(const UITouches& touches, UIEvent&)
 {
-    const auto row = m_highlightedRow;
-    setHighlightedRow({});
+    const auto keepAlive = shared_from_this();
     const auto indexPath = indexPathForRowAtPoint(touches.front()->locationInView(this));
-    if (row && indexPath && indexPath->row == *row)
+    if (indexPath && m_highlightedRow == indexPath->row)
         userTapped(*indexPath);
+    setHighlightedRow({}); // last: a row that is selected now keeps its background as it is
 }
 
 void UITableView::touchesCancelled(const UITouches&, UIEvent&) { setHighlightedRow({}); }

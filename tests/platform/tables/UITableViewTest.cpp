@@ -138,6 +138,23 @@ TEST_F(UITableViewTest, SelectsARowWithATap)
     EXPECT_EQ(rows->lines, (Lines { "will select 2", "did select 2" }));
 }
 
+TEST_F(UITableViewTest, KeepsTheBackgroundOfAPressedRowThatIsSelected)
+{
+    const auto background = make<UIView>();
+    const auto cell = table->cellForRow({ 0, 2 });
+    cell->setSelectedBackgroundView(background);
+    scene.press({ 100, 120 });
+    scene.scheduler.advance(0.2);
+    EXPECT_EQ(background->alpha(), 1);
+    scene.lift({ 100, 120 });
+    EXPECT_FALSE(cell->isHighlighted());
+    EXPECT_EQ(background->alpha(), 1);
+    EXPECT_EQ(background->layer()->presentationValues().opacity, 1);
+    const int framesBefore = scene.scheduler.framesRun();
+    scene.scheduler.advance(1);
+    EXPECT_LE(scene.scheduler.framesRun() - framesBefore, 1); // nothing fades
+}
+
 TEST_F(UITableViewTest, DeselectsTheOldRowBeforeItSelectsTheNewOne)
 {
     scene.tap({ 100, 120 });
