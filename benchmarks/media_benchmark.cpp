@@ -2,6 +2,7 @@
 //
 // Beside each way of ours stands the plain form: the decoder called in line, with nothing around it.
 // Real threads, a real event loop; the sound device is one that only notes when it is first given samples.
+#include "benchmarks/Timings.h"
 #include "platform/foundation/MainQueue.h"
 #include "platform/foundation/Scheduler.h"
 #include "platform/foundation/ThreadPool.h"
@@ -10,10 +11,8 @@
 #include "platform/media/AudioSink.h"
 #include "platform/media/SoundDecoder.h"
 
-#include <benchmark/benchmark.h>
-
-#include <chrono>
 #include <condition_variable>
+#include <cstdlib>
 
 namespace {
 
@@ -105,111 +104,132 @@ AudioSink::Maker promptDevice()
     };
 }
 
-void askWhetherPlayable(benchmark::State& state)
+Timings openAndDecodeInLine()
 {
-    for (auto _ : state)
-        benchmark::DoNotOptimize(AVAsset::assetWithURL(clip())->isPlayable());
-}
-BENCHMARK(askWhetherPlayable)->Unit(benchmark::kMicrosecond);
-
-void openAndDecodeInLine(benchmark::State& state)
-{
-    for (auto _ : state) {
-        const auto decoder = SoundDecoder::open(clip());
-        std::vector<Sample> samples;
-        while (decoder->decodeNext(samples)) { }
-        benchmark::DoNotOptimize(samples.data());
-    }
-}
-BENCHMARK(openAndDecodeInLine)->Unit(benchmark::kMillisecond);
-
-void fromAssetToReady(benchmark::State& state)
-{
-    const AudioSink::Replacement device(promptDevice());
-    MainThread mainThread;
-    for (auto _ : state) {
-        const auto player = makePlayer();
-        mainThread.runUntil([&] { return isReady(*player); });
-    }
-}
-BENCHMARK(fromAssetToReady)->Unit(benchmark::kMillisecond)->UseRealTime();
-
-void fromPlayToFirstSample(benchmark::State& state)
-{
-    const AudioSink::Replacement device(promptDevice());
-    MainThread mainThread;
-    const auto player = makePlayer();
-    mainThread.runUntil([&] { return isReady(*player); });
-    for (auto _ : state) {
-        player->play();
-        state.PauseTiming();
-        player->pause();
-        player->seekToTime(kCMTimeZero);
-        bool hasLanded = false;
-        player->seekToTime(kCMTimeZero, [&](bool) { hasLanded = true; });
-        mainThread.runUntil([&] { return hasLanded; });
-        state.ResumeTiming();
-    }
-}
-BENCHMARK(fromPlayToFirstSample)->Unit(benchmark::kMicrosecond)->Iterations(2000);
-
-void seekToItsCompletion(benchmark::State& state)
-{
-    const AudioSink::Replacement device(promptDevice());
-    MainThread mainThread;
-    const auto player = makePlayer();
-    mainThread.runUntil([&] { return isReady(*player); });
-    std::int64_t target = 0;
-    for (auto _ : state) {
-        target = (target + 12345) % 100'000;
-        bool hasLanded = false;
-        player->seekToTime(CMTimeMake(target, 44100), [&](bool) { hasLanded = true; });
-        mainThread.runUntil([&] { return hasLanded; });
-        if (player->currentTime().value != target)
-            state.SkipWithError("not at the target");
-    }
-}
-BENCHMARK(seekToItsCompletion)->Unit(benchmark::kMicrosecond)->UseRealTime();
-
-// On the machine's own sound server: from play() to the moment that it asks for the first samples. The
-// first line is the first sound of the process, the library and the connection included.
-void fromPlayToFirstSampleOnTheServer(benchmark::State& state)
-{
-    MainThread mainThread;
-    for (auto _ : state) {
-        struct Source final : SampleSource {
-            std::size_t read(Sample* into, std::size_t frames) override
-            {
-                std::fill_n(into, frames, Sample { 0 });
-                isAsked = true;
-                isAsked.notify_one();
-                return frames;
-            }
-            std::atomic<bool> isAsked = false;
-        };
-        const auto source = std::make_shared<Source>();
-        const auto sink = AudioSink::startOnDevice({ 44100, 1 }, source, [source] {
-            source->isAsked = true;
-            source->isAsked.notify_one();
+    Timings times;
+    for (int i = 0; i < 200; ++i)
+        times.measure([] {
+            const auto decoder = SoundDecoder::open(clip());
+            std::vector<Sample> samples;
+            while (decoder->decodeNext(samples)) { }
         });
-        if (!sink) {
-            state.SkipWithError("no sound server is running");
-            break;
-        }
-        source->isAsked.wait(false);
-    }
+    return times;
 }
-BENCHMARK(fromPlayToFirstSampleOnTheServer)
-    ->Name("firstPlayOnTheServer")
-    ->Unit(benchmark::kMillisecond)
-    ->Iterations(1)
-    ->UseRealTime();
-BENCHMARK(fromPlayToFirstSampleOnTheServer)
-    ->Name("laterPlaysOnTheServer")
-    ->Unit(benchmark::kMillisecond)
-    ->Iterations(200)
-    ->UseRealTime();
+
+Timings askWhetherPlayable()
+{
+    Timings times;
+    for (int i = 0; i < 200; ++i)
+        times.measure([] { return AVAsset::assetWithURL(clip())->isPlayable(); });
+    return times;
+}
+
+Timings fromAssetToReady(MainThread& mainThread)
+{
+    Timings times;
+    for (int i = 0; i < 200; ++i)
+        times.measure([&] {
+            const auto player = makePlayer();
+            mainThread.runUntil([&] { return isReady(*player); });
+        });
+    return times;
+}
+
+// Answers once the seek is over.
+void seek(MainThread& mainThread, AVPlayer& player, CMTime target)
+{
+    bool hasLanded = false;
+    player.seekToTime(target, [&](bool) { hasLanded = true; });
+    mainThread.runUntil([&] { return hasLanded; });
+}
+
+Timings fromPlayToFirstSample(MainThread& mainThread, AVPlayer& player)
+{
+    Timings times;
+    for (int i = 0; i < 200; ++i) {
+        times.measure([&] { player.play(); });
+        player.pause();
+        seek(mainThread, player, kCMTimeZero);
+    }
+    return times;
+}
+
+// Ends the benchmark where a seek does not end at its target.
+Timings seekToItsCompletion(MainThread& mainThread, AVPlayer& player)
+{
+    Timings times;
+    std::int64_t target = 0;
+    for (int i = 0; i < 1000; ++i) {
+        target = (target + 12345) % 100'000;
+        times.measure([&] { seek(mainThread, player, CMTimeMake(target, 44100)); });
+        if (player.currentTime().value != target) {
+            std::puts("A SEEK MISSED ITS TARGET");
+            std::exit(EXIT_FAILURE);
+        }
+    }
+    return times;
+}
+
+// Silence that notes when it is first asked for.
+class NotedSilence final : public SampleSource {
+public:
+    std::size_t read(Sample* into, std::size_t frames) override
+    {
+        std::fill_n(into, frames, Sample { 0 });
+        noteAsked();
+        return frames;
+    }
+
+    void noteAsked()
+    {
+        m_isAsked = true;
+        m_isAsked.notify_one();
+    }
+
+    void waitUntilAsked() const { m_isAsked.wait(false); }
+
+private:
+    std::atomic<bool> m_isAsked = false;
+};
+
+// On the machine's own sound server: from the start of a sink to the moment that it asks for the first
+// samples. None where there is no server.
+Timings fromStartToFirstSampleOnTheServer(int repetitions)
+{
+    Timings times;
+    for (int i = 0; i < repetitions; ++i) {
+        const auto source = std::make_shared<NotedSilence>();
+        const auto start = Timings::Clock::now();
+        const auto sink = AudioSink::startOnDevice({ 44100, 1 }, source, [source] { source->noteAsked(); });
+        if (!sink)
+            break;
+        source->waitUntilAsked();
+        times.add(Timings::secondsSince(start));
+    }
+    return times;
+}
 
 } // namespace
 
-BENCHMARK_MAIN();
+int main()
+{
+    Timings::printHeading();
+    MainThread mainThread;
+    // The first one loads the libraries and connects.
+    fromStartToFirstSampleOnTheServer(1).print("first sample, first on the server");
+    fromStartToFirstSampleOnTheServer(50).print("first sample, later on the server");
+
+    const AudioSink::Replacement device(promptDevice());
+    askWhetherPlayable().print("ask whether playable");
+    const Timings plain = openAndDecodeInLine();
+    plain.print("open and decode in line");
+    const Timings ready = fromAssetToReady(mainThread);
+    ready.print("from asset to ready");
+    const auto player = makePlayer();
+    mainThread.runUntil([&] { return isReady(*player); });
+    fromPlayToFirstSample(mainThread, *player).print("from play to first sample");
+    seekToItsCompletion(mainThread, *player).print("seek to its completion");
+    std::printf(
+        "from asset to ready takes %.2f times the decoding in line\n", ready.median() / plain.median());
+    return 0;
+}

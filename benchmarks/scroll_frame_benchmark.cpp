@@ -3,8 +3,9 @@
 // Draws the same motion in both forms, each row flattened into one picture and a node for each content,
 // and prints the time of a frame. A row leaves and another enters every few frames, as in a list. Then it
 // draws a list at rest in which only a ring grows, as while a recording plays.
-// For instruction counts run one form under callgrind, once with few and once with many frames:
-//     scroll_frame_benchmark flattened 100
+//     scroll_frame_benchmark [frames of each]
+#include "benchmarks/InstructionCount.h"
+#include "benchmarks/Timings.h"
 #include "platform/host/SceneItem.h"
 
 #include <QCoreApplication>
@@ -12,9 +13,6 @@
 #include <QPainter>
 #include <QQuickWindow>
 
-#include <algorithm>
-#include <chrono>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -134,18 +132,14 @@ public:
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
 
-    // Seconds from the new list to the drawn picture.
-    double draw(double offset, double ringEnd = 0)
+    // From the new list to the drawn picture.
+    void draw(double offset, double ringEnd = 0)
     {
         const int drawn = m_frames;
-        const auto start = std::chrono::steady_clock::now();
         m_item.setFrameList(m_list.frame(offset, ringEnd));
         while (m_frames == drawn)
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     }
-
-    int pictureCount() const { return m_item.pictureCount(); }
 
 private:
     QQuickWindow m_window;
@@ -154,30 +148,23 @@ private:
     int m_frames = 0;
 };
 
-void print(const char* name, std::vector<double> times, int pictures)
+// Draws each frame, numbered from 1, and answers how long the median took.
+template <typename Draw> double drawFrames(const char* name, int frames, Draw draw)
 {
-    std::sort(times.begin(), times.end());
-    const auto at = [&](double fraction) { return times[std::size_t(fraction * double(times.size() - 1))]; };
-    std::printf("%-10s %5zu frames: median %.3f ms, 99th percentile %.3f ms, longest %.3f ms, %d pictures\n",
-        name, times.size(), at(0.5) * 1000, at(0.99) * 1000, times.back() * 1000, pictures);
+    Timings times;
+    for (int frame = 1; frame <= frames; ++frame) {
+        InstructionCount::begin();
+        times.measure([&] { draw(frame); });
+        InstructionCount::end(name);
+    }
+    times.print(name);
+    return times.median();
 }
 
-void scroll(const char* name, FlatteningPlan::FlattensMoving form, int frames)
+double scroll(const char* name, FlatteningPlan::FlattensMoving form, int frames)
 {
     Stage stage(form);
-    std::vector<double> times;
-    for (int frame = 1; frame <= frames; ++frame)
-        times.push_back(stage.draw(frame * step));
-    print(name, std::move(times), stage.pictureCount());
-}
-
-void play(int frames)
-{
-    Stage stage(FlatteningPlan::FlattensMoving::Yes);
-    std::vector<double> times;
-    for (int frame = 1; frame <= frames; ++frame)
-        times.push_back(stage.draw(0, double(frame) / frames));
-    print("ring", std::move(times), stage.pictureCount());
+    return drawFrames(name, frames, [&](int frame) { stage.draw(frame * step); });
 }
 
 } // namespace
@@ -188,15 +175,12 @@ int main(int argc, char** argv)
              std::pair { "QT_QUICK_BACKEND", "software" }, std::pair { "QT_QPA_UPDATE_IDLE_TIME", "0" } })
         qputenv(name, value);
     const QGuiApplication application(argc, argv);
-    const char* const form = argc > 1 ? argv[1] : "all";
-    const int frames = argc > 2 ? std::max(std::atoi(argv[2]), 1) : 1000;
-    const auto wants
-        = [&](const char* name) { return std::strcmp(form, "all") == 0 || std::strcmp(form, name) == 0; };
-    if (wants("flattened"))
-        scroll("flattened", FlatteningPlan::FlattensMoving::Yes, frames);
-    if (wants("nodes"))
-        scroll("nodes", FlatteningPlan::FlattensMoving::No, frames);
-    if (wants("ring"))
-        play(frames);
+    const int frames = argc > 1 ? std::max(std::atoi(argv[1]), 1) : 1000;
+    Timings::printHeading();
+    const double nodes = scroll("a node for each content", FlatteningPlan::FlattensMoving::No, frames);
+    const double flattened = scroll("rows flattened", FlatteningPlan::FlattensMoving::Yes, frames);
+    std::printf("flattened rows are %.1f times faster\n", nodes / flattened);
+    Stage stage(FlatteningPlan::FlattensMoving::Yes);
+    drawFrames("a ring grows", frames, [&](int frame) { stage.draw(0, double(frame) / frames); });
     return 0;
 }
