@@ -1,8 +1,6 @@
 #include "platform/tables/UIScrollView.h"
 
-#include "tests/platform/tables/TableScene.h"
-
-#include <gmock/gmock.h>
+#include "tests/support/SceneFixture.h"
 
 #include <cmath>
 
@@ -25,133 +23,128 @@ public:
     Lines lines;
 };
 
-class UIScrollViewTest : public testing::Test {
+class UIScrollViewTest : public SceneFixture {
 protected:
     UIScrollViewTest()
     {
         view->setContentSize({ 320, 2000 });
         view->setDelegate(log);
-        scene.window->addSubview(view);
-        scene.settle();
+        window->addSubview(view);
+        runFrames();
         log->scrolls = 0;
     }
 
     double offset() const { return view->contentOffset().y(); }
 
-    TableScene scene;
     std::shared_ptr<UIScrollView> view = make<UIScrollView>(CGRect(0, 0, 320, 480));
     std::shared_ptr<ScrollLog> log = make<ScrollLog>();
 };
 
 TEST_F(UIScrollViewTest, FollowsTheFingerExactlyOnceItDrags)
 {
-    scene.press({ 100, 400 });
-    scene.move({ 100, 390 });
-    scene.move({ 100, 350 });
+    touch.down({ 100, 400 });
+    touch.moveTo({ 100, 390 });
+    touch.moveTo({ 100, 350 });
     EXPECT_EQ(offset(), 40);
-    scene.move({ 100, 250.25 });
+    touch.moveTo({ 100, 250.25 });
     EXPECT_EQ(offset(), 140); // to the device pixel, of which there are two in a point
-    scene.move({ 100, 380 });
+    touch.moveTo({ 100, 380 });
     EXPECT_EQ(offset(), 10);
 }
 
 TEST_F(UIScrollViewTest, DoesNotMoveForATap)
 {
-    scene.press({ 100, 400 });
-    scene.move({ 103, 395 });
-    scene.lift({ 103, 395 });
+    touch.down({ 100, 400 });
+    touch.moveTo({ 103, 395 });
+    touch.up();
     EXPECT_EQ(offset(), 0);
     EXPECT_EQ(log->scrolls, 0);
 }
 
 TEST_F(UIScrollViewTest, ResistsPastItsTopAndSpringsBack)
 {
-    scene.press({ 100, 100 });
-    scene.move({ 100, 110 });
-    scene.move({ 100, 210 });
+    touch.down({ 100, 100 });
+    touch.moveTo({ 100, 110 });
+    touch.moveTo({ 100, 210 });
     EXPECT_LT(offset(), -40);
     EXPECT_GT(offset(), -60);
-    scene.scheduler.advance(0.2); // rests before it lifts
-    scene.lift({ 100, 210 });
+    scheduler.advance(0.2); // rests before it lifts
+    touch.up();
     EXPECT_TRUE(view->isDecelerating());
-    scene.scheduler.advance(1);
+    scheduler.advance(1);
     EXPECT_EQ(offset(), 0);
     EXPECT_EQ(log->lines, (Lines { "begin", "end, decelerates", "rest" }));
 }
 
 TEST_F(UIScrollViewTest, FliesOnWithTheFingersVelocity)
 {
-    scene.press({ 100, 400 });
-    scene.drag({ 100, 400 }, { 100, 200 }, 0.2); // 1000 points a second
+    touch.down({ 100, 400 });
+    touch.glideTo({ 100, 200 }, 0.2); // 1000 points a second
     const double released = offset();
-    scene.lift({ 100, 200 });
-    scene.scheduler.advance(0.5);
+    touch.up();
+    scheduler.advance(0.5);
     const double friction = -1000 * std::log(0.998);
     EXPECT_NEAR(offset() - released, 1000 / friction * (1 - std::exp(-friction * 0.5)), 8);
-    scene.scheduler.advance(5);
+    scheduler.advance(5);
     EXPECT_NEAR(offset() - released, 1000 / friction, 8);
     EXPECT_FALSE(view->isDecelerating());
-    EXPECT_FALSE(scene.scheduler.isFrameRequested());
+    EXPECT_FALSE(scheduler.isFrameRequested());
 }
 
 TEST_F(UIScrollViewTest, IsStoppedByATouchWhichIsThenNoTap)
 {
-    scene.press({ 100, 400 });
-    scene.drag({ 100, 400 }, { 100, 200 }, 0.2);
-    scene.lift({ 100, 200 });
-    scene.scheduler.advance(0.1);
-    scene.press({ 100, 300 });
+    touch.drag({ 100, 400 }, { 100, 200 }, 0.2);
+    scheduler.advance(0.1);
+    touch.down({ 100, 300 });
     const double caught = offset();
-    scene.scheduler.advance(0.3);
+    scheduler.advance(0.3);
     EXPECT_EQ(offset(), caught);
     EXPECT_TRUE(view->isDragging());
-    scene.lift({ 100, 300 });
-    scene.scheduler.advance(1);
+    touch.up();
+    scheduler.advance(1);
     EXPECT_EQ(offset(), caught);
 }
 
 TEST_F(UIScrollViewTest, GoesOnFromWhereAFingerCatchesItPastTheEnd)
 {
-    scene.press({ 100, 100 });
-    scene.move({ 100, 110 });
-    scene.move({ 100, 310 });
-    scene.scheduler.advance(0.2);
-    scene.lift({ 100, 310 });
-    scene.scheduler.advance(0.05);
+    touch.down({ 100, 100 });
+    touch.moveTo({ 100, 110 });
+    touch.moveTo({ 100, 310 });
+    scheduler.advance(0.2);
+    touch.up();
+    scheduler.advance(0.05);
     const double caught = offset();
     ASSERT_LT(caught, -5);
-    scene.press({ 100, 310 });
-    scene.move({ 100, 311 });
+    touch.down({ 100, 310 });
+    touch.moveTo({ 100, 311 });
     EXPECT_NEAR(offset(), caught, 1);
 }
 
 TEST_F(UIScrollViewTest, ReachesItsLastRowAndNoFurther)
 {
     for (int fling = 0; fling < 8; ++fling) {
-        scene.press({ 100, 400 });
-        scene.drag({ 100, 400 }, { 100, 100 }, 0.1);
-        scene.lift({ 100, 100 });
-        scene.scheduler.advance(3);
+        touch.drag({ 100, 400 }, { 100, 100 }, 0.1);
+        scheduler.advance(3);
     }
     EXPECT_EQ(offset(), 2000 - 480);
 }
 
 TEST_F(UIScrollViewTest, ScrollsWithTheWheelUpToItsEnds)
 {
-    EXPECT_TRUE(scene.finger().scroll({ { 100, 100 }, { 0, -120 }, UIScrollPhase::Step, 0 }));
+    EXPECT_TRUE(touch.wheel({ 100, 100 }, { 0, -120 }));
     EXPECT_EQ(offset(), 120);
-    scene.finger().scroll({ { 100, 100 }, { 0, 5000 }, UIScrollPhase::Step, 0 });
+    touch.wheel({ 100, 100 }, { 0, 5000 });
     EXPECT_EQ(offset(), 0);
-    EXPECT_FALSE(scene.finger().scroll({ { 100, 100 }, { 50, 0 }, UIScrollPhase::Step, 0 }));
+    EXPECT_FALSE(touch.wheel({ 100, 100 }, { 50, 0 }));
 }
 
 TEST_F(UIScrollViewTest, MovesToAnOffsetInThreeTenthsOfASecond)
 {
     view->setContentOffset({ 0, 600 }, Animated::Yes);
     EXPECT_EQ(offset(), 0);
-    scene.scheduler.advance(0.15);
+    scheduler.advance(0.15);
     EXPECT_NEAR(offset(), 300, 40);
-    scene.scheduler.advance(0.2);
+    scheduler.advance(0.2);
     EXPECT_EQ(offset(), 600);
     EXPECT_EQ(log->lines, (Lines { "arrived" }));
 }
@@ -198,22 +191,22 @@ TEST_F(UIScrollViewTest, IgnoresOffsetsThatAreNoNumbers)
 TEST_F(UIScrollViewTest, IsAtItsDestinationWhenItLeavesTheWindow)
 {
     view->setContentOffset({ 0, 600 }, Animated::Yes);
-    scene.scheduler.advance(0.1);
+    scheduler.advance(0.1);
     view->removeFromSuperview();
     EXPECT_EQ(offset(), 600);
-    scene.window->addSubview(view);
-    scene.scheduler.advance(1);
+    window->addSubview(view);
+    scheduler.advance(1);
     EXPECT_EQ(offset(), 600);
 }
 
 TEST_F(UIScrollViewTest, ReleasedWhileTheTouchIsCancelledSettles)
 {
-    scene.press({ 100, 100 });
-    scene.move({ 100, 110 });
-    scene.move({ 100, 250 });
-    scene.finger().cancelAllTouches();
+    touch.down({ 100, 100 });
+    touch.moveTo({ 100, 110 });
+    touch.moveTo({ 100, 250 });
+    window->touches().cancelAllTouches();
     EXPECT_FALSE(view->isDragging());
-    scene.scheduler.advance(1);
+    scheduler.advance(1);
     EXPECT_EQ(offset(), 0);
 }
 
@@ -222,15 +215,15 @@ TEST_F(UIScrollViewTest, ShowsAnIndicatorThatFadesAtRest)
     const auto indicator = view->subviews().back();
     EXPECT_EQ(indicator->alpha(), 0);
     view->setContentOffset({ 0, 760 });
-    scene.settle();
+    runFrames();
     EXPECT_EQ(indicator->alpha(), 1);
     const double track = 480 - 6;
     const double length = track * 480 / 2000;
     EXPECT_NEAR(indicator->frame().height(), length, 0.01);
     EXPECT_NEAR(indicator->frame().top() - 760, 3 + (track - length) / 2, 0.01);
-    scene.scheduler.advance(1);
+    scheduler.advance(1);
     EXPECT_EQ(indicator->alpha(), 0);
-    EXPECT_FALSE(scene.scheduler.isFrameRequested());
+    EXPECT_FALSE(scheduler.isFrameRequested());
 }
 
 // Drops the view from inside its own message.
@@ -251,7 +244,7 @@ TEST_F(UIScrollViewTest, MayBeDroppedFromInsideItsMessage)
     view->setDelegate(delegate);
     delegate->view = std::move(view);
     delegate->view->setContentOffset({ 0, 500 }, Animated::Yes);
-    scene.scheduler.advance(1);
+    scheduler.advance(1);
     EXPECT_EQ(delegate->view, nullptr);
 }
 

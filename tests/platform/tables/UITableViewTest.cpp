@@ -1,7 +1,7 @@
 #include "platform/tables/UITableView.h"
 
-#include "tests/platform/tables/TableScene.h"
 #include "tests/support/AssertionRecorder.h"
+#include "tests/support/SceneFixture.h"
 
 #include <gmock/gmock.h>
 
@@ -67,7 +67,7 @@ public:
     Lines lines;
 };
 
-class UITableViewTest : public testing::Test {
+class UITableViewTest : public SceneFixture {
 protected:
     UITableViewTest()
     {
@@ -77,8 +77,8 @@ protected:
         });
         table->setDataSource(rows);
         table->setDelegate(rows);
-        scene.window->addSubview(table);
-        scene.settle();
+        window->addSubview(table);
+        runFrames();
     }
 
     std::vector<int> visibleRows() const
@@ -91,11 +91,10 @@ protected:
     void scrollTo(double offset)
     {
         table->setContentOffset({ 0, offset });
-        scene.settle();
+        runFrames();
     }
     void select(int row) { table->selectRow({ 0, row }, Animated::No, UITableViewScrollPosition::None); }
 
-    TableScene scene { { 320, 200 } };
     std::shared_ptr<Rows> rows = make<Rows>();
     int cellsMade = 0;
     std::shared_ptr<UITableView> table = make<UITableView>(CGRect(0, 0, 320, 200));
@@ -132,7 +131,7 @@ TEST_F(UITableViewTest, ShowsTheSameRowsFromTheTenThousandthJumpAsFromTheFirst)
 
 TEST_F(UITableViewTest, SelectsARowWithATap)
 {
-    scene.tap({ 100, 120 });
+    touch.tap({ 100, 120 });
     EXPECT_EQ(table->indexPathForSelectedRow(), (NSIndexPath { 0, 2 }));
     EXPECT_EQ(table->indexPathsForSelectedRows(), (std::vector { NSIndexPath { 0, 2 } }));
     EXPECT_EQ(rows->lines, (Lines { "will select 2", "did select 2" }));
@@ -143,23 +142,23 @@ TEST_F(UITableViewTest, KeepsTheBackgroundOfAPressedRowThatIsSelected)
     const auto background = make<UIView>();
     const auto cell = table->cellForRow({ 0, 2 });
     cell->setSelectedBackgroundView(background);
-    scene.press({ 100, 120 });
-    scene.scheduler.advance(0.2);
+    touch.down({ 100, 120 });
+    scheduler.advance(0.2);
     EXPECT_EQ(background->alpha(), 1);
-    scene.lift({ 100, 120 });
+    touch.up();
     EXPECT_FALSE(cell->isHighlighted());
     EXPECT_EQ(background->alpha(), 1);
     EXPECT_EQ(background->layer()->presentationValues().opacity, 1);
-    const int framesBefore = scene.scheduler.framesRun();
-    scene.scheduler.advance(1);
-    EXPECT_LE(scene.scheduler.framesRun() - framesBefore, 1); // nothing fades
+    const int framesBefore = scheduler.framesRun();
+    scheduler.advance(1);
+    EXPECT_LE(scheduler.framesRun() - framesBefore, 1); // nothing fades
 }
 
 TEST_F(UITableViewTest, DeselectsTheOldRowBeforeItSelectsTheNewOne)
 {
-    scene.tap({ 100, 120 });
+    touch.tap({ 100, 120 });
     rows->lines.clear();
-    scene.tap({ 100, 20 });
+    touch.tap({ 100, 20 });
     EXPECT_EQ(rows->lines, (Lines { "will select 0", "did deselect 2", "did select 0" }));
     EXPECT_FALSE(table->cellForRow({ 0, 2 })->isSelected());
     EXPECT_TRUE(table->cellForRow({ 0, 0 })->isSelected());
@@ -168,7 +167,7 @@ TEST_F(UITableViewTest, DeselectsTheOldRowBeforeItSelectsTheNewOne)
 TEST_F(UITableViewTest, SelectsNothingWhenTheDelegateRefuses)
 {
     rows->refusesSelection = true;
-    scene.tap({ 100, 120 });
+    touch.tap({ 100, 120 });
     EXPECT_EQ(table->indexPathForSelectedRow(), std::nullopt);
     EXPECT_EQ(rows->lines, (Lines { "will select 2" }));
 }
@@ -197,24 +196,22 @@ TEST_F(UITableViewTest, GivesAReusedCellItsRowsSelectionBeforeItIsDisplayed)
 
 TEST_F(UITableViewTest, HighlightsAPressedRowAfterAMomentAndNotWhileScrolling)
 {
-    scene.press({ 100, 120 });
+    touch.down({ 100, 120 });
     EXPECT_FALSE(table->cellForRow({ 0, 2 })->isHighlighted());
-    scene.scheduler.advance(0.16);
+    scheduler.advance(0.16);
     EXPECT_TRUE(table->cellForRow({ 0, 2 })->isHighlighted());
-    scene.move({ 100, 100 });
-    scene.move({ 100, 80 });
+    touch.moveTo({ 100, 100 });
+    touch.moveTo({ 100, 80 });
     EXPECT_FALSE(table->cellForRow({ 0, 2 })->isHighlighted());
-    scene.lift({ 100, 80 });
+    touch.up();
     EXPECT_EQ(rows->lines, Lines());
 }
 
 TEST_F(UITableViewTest, SelectsNothingWithTheTouchThatStopsIt)
 {
-    scene.press({ 100, 180 });
-    scene.drag({ 100, 180 }, { 100, 60 }, 0.1);
-    scene.lift({ 100, 60 });
-    scene.scheduler.advance(0.1);
-    scene.tap({ 100, 100 });
+    touch.drag({ 100, 180 }, { 100, 60 }, 0.1);
+    scheduler.advance(0.1);
+    touch.tap({ 100, 100 });
     EXPECT_EQ(rows->lines, Lines());
 }
 
@@ -229,15 +226,15 @@ TEST_F(UITableViewTest, MovesRowsToTheirNewPlacesAroundAnEmptyPairOfUpdates)
     EXPECT_EQ(table->cellForRow({ 0, 2 })->frame(), CGRect(0, 140, 320, 50));
     EXPECT_EQ(table->contentSize().height(), 5040);
     EXPECT_EQ(rows->cellsAskedFor, askedBefore); // no cell is loaded again
-    scene.settle();
+    runFrames();
     const auto shownTop = [&](int row) {
         const auto& layer = table->cellForRow({ 0, row })->layer();
         return layer->presentationValues().frame().top();
     };
     EXPECT_NEAR(shownTop(2), 100, 0.01);
-    scene.scheduler.advance(0.15);
+    scheduler.advance(0.15);
     EXPECT_NEAR(shownTop(2), 120, 3);
-    scene.scheduler.advance(0.2);
+    scheduler.advance(0.2);
     EXPECT_NEAR(shownTop(2), 140, 0.01);
 }
 
@@ -249,14 +246,14 @@ TEST_F(UITableViewTest, BringsRowsInFromBelowWhenRowsAboveThemShrink)
     select(1);
     table->beginUpdates();
     table->endUpdates();
-    scene.scheduler.advance(1);
+    scheduler.advance(1);
     ASSERT_EQ(visibleRows(), (std::vector { 0, 1, 2, 3 }));
     table->deselectRow({ 0, 1 }, Animated::No);
     scrollTo(0);
     table->beginUpdates();
     table->endUpdates();
     EXPECT_EQ(table->cellForRow({ 0, 3 })->frame().top(), 150);
-    scene.scheduler.advance(1);
+    scheduler.advance(1);
     EXPECT_EQ(visibleRows(), (std::vector { 0, 1, 2, 3 }));
 }
 
@@ -273,7 +270,7 @@ TEST_F(UITableViewTest, DropsTheSelectionWhenItReloads)
     select(1);
     rows->count = 2;
     table->reloadData();
-    scene.settle();
+    runFrames();
     EXPECT_EQ(table->indexPathForSelectedRow(), std::nullopt);
     EXPECT_EQ(visibleRows(), (std::vector { 0, 1 }));
 }
@@ -286,16 +283,16 @@ TEST_F(UITableViewTest, FadesOldRowsIntoNewOnesWhenItsSectionReloads)
     ASSERT_NE(fresh, nullptr);
     EXPECT_NE(fresh, old);
     EXPECT_EQ(old->superview(), table.get());
-    scene.scheduler.advance(0.15);
+    scheduler.advance(0.15);
     EXPECT_NEAR(fresh->layer()->presentationValues().opacity, 0.5, 0.1);
-    scene.scheduler.advance(0.3);
+    scheduler.advance(0.3);
     EXPECT_EQ(old->superview(), nullptr);
     EXPECT_EQ(fresh->alpha(), 1);
     for (int again = 0; again < 50; ++again) {
         table->reloadSection(0, UITableViewRowAnimation::Fade);
-        scene.scheduler.advance(0.1);
+        scheduler.advance(0.1);
     }
-    scene.scheduler.advance(1);
+    scheduler.advance(1);
     EXPECT_EQ(table->visibleCells().size(), 4u);
     EXPECT_LE(table->subviews().size(), 4u + 2u + 4u); // rows, indicators, spare cells
 }
@@ -323,7 +320,7 @@ TEST_F(UITableViewTest, AnswersNothingForRowsThatDoNotExist)
         EXPECT_EQ(table->cellForRow(path), nullptr);
         EXPECT_EQ(table->rectForRow(path), CGRect());
     }
-    scene.scheduler.advance(1);
+    scheduler.advance(1);
     EXPECT_EQ(table->contentOffset(), CGPoint());
     EXPECT_EQ(table->indexPathForCell(*make<UITableViewCell>()), std::nullopt);
 }
@@ -333,7 +330,7 @@ TEST_F(UITableViewTest, ReportsARowWithoutACellAndShowsAnEmptyOne)
     const AssertionRecorder recorder;
     rows->returnsNoCells = true;
     table->reloadData();
-    scene.settle();
+    runFrames();
     ASSERT_FALSE(recorder.failures().empty());
     EXPECT_EQ(
         recorder.failures().front().message, QStringLiteral("The data source returned no cell for row 0."));
@@ -351,9 +348,9 @@ TEST_F(UITableViewTest, IsEmptyWithoutADataSource)
 {
     rows.reset();
     table->reloadData();
-    scene.settle();
+    runFrames();
     EXPECT_TRUE(table->visibleCells().empty());
-    scene.tap({ 100, 100 });
+    touch.tap({ 100, 100 });
     EXPECT_EQ(table->contentSize().height(), 0);
 }
 
@@ -363,8 +360,8 @@ TEST_F(UITableViewTest, AsksForTheRowsThatItsDataHasWhenItIsFirstShown)
     late->registerCell(rowCell, [] { return make<NumberedCell>(); });
     late->setDataSource(rows);
     EXPECT_EQ(late->cellForRow({ 0, 0 }), nullptr);
-    scene.window->addSubview(late);
-    scene.settle();
+    window->addSubview(late);
+    runFrames();
     EXPECT_EQ(late->visibleCells().size(), 5u); // of its own row height
 }
 
@@ -380,7 +377,7 @@ TEST_F(UITableViewTest, HoldsAHundredThousandRowsInAScreenfulOfCells)
 TEST_F(UITableViewTest, FollowsANewWidth)
 {
     table->setFrame({ 0, 0, 200, 200 });
-    scene.settle();
+    runFrames();
     EXPECT_EQ(table->cellForRow({ 0, 1 })->frame(), CGRect(0, 50, 200, 50));
 }
 
