@@ -121,7 +121,7 @@ std::shared_ptr<ORVRecordTableViewCell> ORVRecordsListViewController::cellForRec
 {
     const auto indexPath = indexPathForRecord(record);
     const auto cell = indexPath && m_tableView ? m_tableView->cellForRow(*indexPath) : nullptr;
-    const auto recordCell = std::dynamic_pointer_cast<ORVRecordTableViewCell>(cell);
+    auto recordCell = std::dynamic_pointer_cast<ORVRecordTableViewCell>(cell);
     if (cell && !recordCell)
         NSAssertionHandler::handleFailure(
             { QStringLiteral("Expected all cells to be ORVRecordTableViewCell's!"),

@@ -57,13 +57,8 @@ UIControlState UIControl::state() const
 void UIControl::setEnabled(bool enabled)
 {
     m_enabled = enabled;
-    if (enabled || !m_tracking)
-        return;
-    const auto keepAlive = shared_from_this();
-    m_tracking = false;
-    cancelTracking();
-    setHighlighted(false);
-    sendActionsForControlEvents(UIControlEvents::TouchCancel);
+    if (!enabled)
+        letGoOfTouch();
 }
 
 void UIControl::setHighlighted(bool highlighted) { m_highlighted = highlighted; }
@@ -125,7 +120,9 @@ void UIControl::touchesEnded(const UITouches& touches, UIEvent& event)
         m_touchInside ? UIControlEvents::TouchUpInside : UIControlEvents::TouchUpOutside);
 }
 
-void UIControl::touchesCancelled(const UITouches&, UIEvent&)
+void UIControl::touchesCancelled(const UITouches&, UIEvent&) { letGoOfTouch(); }
+
+void UIControl::letGoOfTouch()
 {
     if (!m_tracking)
         return;

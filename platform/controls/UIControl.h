@@ -71,6 +71,7 @@ private:
         UIControlEvents events;
     };
     void setTouchInside(bool inside);
+    void letGoOfTouch();
 
     std::vector<Registration> m_registrations;
     bool m_enabled = true;

@@ -12,10 +12,7 @@ class CellPool {
 public:
     using Maker = std::function<std::shared_ptr<UITableViewCell>()>;
 
-    void registerCell(const NSString& identifier, Maker maker)
-    {
-        m_makers.insert(identifier, std::move(maker));
-    }
+    void registerCell(const NSString& identifier, const Maker& maker) { m_makers.insert(identifier, maker); }
     // A cell that was given back, prepared for its new row, or else a new one; null for an unknown kind.
     std::shared_ptr<UITableViewCell> take(const NSString& identifier);
     // A cell without an identifier is dropped.

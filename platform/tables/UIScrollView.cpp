@@ -108,18 +108,6 @@ void UIScrollView::scrollRectToVisible(const CGRect& rect, Animated animated)
         setContentOffset(clampedOffset(target), animated);
 }
 
-void UIScrollView::setScrollEnabled(bool enabled)
-{
-    m_scrollEnabled = enabled;
-    m_pan->setEnabled(enabled);
-}
-
-void UIScrollView::setShowsScrollIndicators(bool shows)
-{
-    for (const auto& indicator : m_indicators)
-        shows ? addSubview(indicator) : indicator->removeFromSuperview();
-}
-
 void UIScrollView::setScrollIndicatorInsets(const UIEdgeInsets& insets)
 {
     m_scrollIndicatorInsets = insets;
@@ -186,7 +174,7 @@ bool UIScrollView::scrollWheel(const UIScrollEvent& event)
 {
     const CGPoint delta(
         scrollsHorizontally() ? event.delta.x() : 0, scrollsVertically() ? event.delta.y() : 0);
-    if (!m_scrollEnabled || delta.isNull())
+    if (delta.isNull())
         return false;
     stopMotion();
     applyOffset(clampedOffset(contentOffset() - delta));
@@ -223,9 +211,8 @@ void UIScrollView::followFinger(const UIPanGestureRecognizer& recognizer)
     if (!m_dragOrigin)
         return;
     const CGPoint wanted = *m_dragOrigin - recognizer.translationInView(nullptr);
-    const CGPoint stretched(ScrollPhysics::rubberBandOffset(wanted.x(), horizontalRange(), bounds().width()),
+    const CGPoint shown(ScrollPhysics::rubberBandOffset(wanted.x(), horizontalRange(), bounds().width()),
         ScrollPhysics::rubberBandOffset(wanted.y(), verticalRange(), bounds().height()));
-    const CGPoint shown = m_bounces ? stretched : clampedOffset(wanted);
     applyOffset({ scrollsHorizontally() ? shown.x() : contentOffset().x(),
         scrollsVertically() ? shown.y() : contentOffset().y() });
 }
@@ -259,10 +246,8 @@ void UIScrollView::endDragging(const CGPoint& velocity)
     const double duration = std::max(horizontal.duration(), vertical.duration());
     if (duration > 0)
         startMotion({ Motion::Kind::Deceleration, Scheduler::current().now(), duration,
-            [this, horizontal, vertical](double time) {
-                const CGPoint offset(horizontal.offsetAt(time), vertical.offsetAt(time));
-                return m_bounces ? offset : clampedOffset(offset);
-            } });
+            [horizontal, vertical](
+                double time) { return CGPoint(horizontal.offsetAt(time), vertical.offsetAt(time)); } });
     if (const auto delegate = m_delegate.lock())
         delegate->scrollViewDidEndDragging(*this, duration > 0);
 }

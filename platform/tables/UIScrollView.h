@@ -35,12 +35,8 @@ public:
     // Scrolls as little as shows the rectangle of the content, or its beginning where it is too long.
     void scrollRectToVisible(const CGRect& rect, Animated animated);
 
-    bool isScrollEnabled() const { return m_scrollEnabled; }
-    void setScrollEnabled(bool enabled);
-    // Whether the content gives way at its ends, and whether it does so even where it fits the view.
-    void setBounces(bool bounces) { m_bounces = bounces; }
+    // Whether the content gives way at its top and bottom even where it fits the view.
     void setAlwaysBounceVertical(bool always) { m_alwaysBounceVertical = always; }
-    void setShowsScrollIndicators(bool shows);
     UIEdgeInsets scrollIndicatorInsets() const { return m_scrollIndicatorInsets; }
     void setScrollIndicatorInsets(const UIEdgeInsets& insets);
 
@@ -97,7 +93,5 @@ private:
     std::array<std::shared_ptr<ScrollIndicator>, 2> m_indicators; // horizontal, vertical
     std::optional<CGPoint> m_dragOrigin; // the offset the finger pulls from; set while it drags
     std::optional<Motion> m_motion;
-    bool m_scrollEnabled = true;
-    bool m_bounces = true;
     bool m_alwaysBounceVertical = false;
 };

@@ -28,7 +28,7 @@ public:
     void setRowHeight(double height);
 
     // registerClass:forCellReuseIdentifier: — how a new cell of that kind is made.
-    void registerCell(const NSString& identifier, CellPool::Maker maker)
+    void registerCell(const NSString& identifier, const CellPool::Maker& maker)
     {
         m_pool.registerCell(identifier, maker);
     }
