@@ -28,6 +28,13 @@ protected:
     {
         return color && color->isEqual(orv_oruvaneMainColor().get());
     }
+    static void expectThemedTitle(const NSTextAttributes& attributes)
+    {
+        EXPECT_EQ(attributes.size(), 2U);
+        const auto font = fontOfAttributes(attributes);
+        EXPECT_TRUE(font && font->isEqual(orv_oruvaneNavigationBarTitleFont().get()));
+        EXPECT_TRUE(isWhite(foregroundColorOfAttributes(attributes)));
+    }
 };
 
 TEST_F(BarThemeTest, ANavigationBarInAWindowHasWhiteItems)
@@ -41,9 +48,7 @@ TEST_F(BarThemeTest, ANavigationBarInAWindowHasAWhiteCondensedBoldTitle)
     EXPECT_EQ(titleLabel(*bar).font()->fontName(), QStringLiteral("AvenirNextCondensed-Bold"));
     EXPECT_EQ(titleLabel(*bar).font()->pointSize(), 22);
     EXPECT_TRUE(isWhite(titleLabel(*bar).textColor()));
-    EXPECT_TRUE(
-        fontOfAttributes(bar->titleTextAttributes())->isEqual(orv_oruvaneNavigationBarTitleFont().get()));
-    EXPECT_TRUE(isWhite(foregroundColorOfAttributes(bar->titleTextAttributes())));
+    expectThemedTitle(bar->titleTextAttributes());
 }
 
 TEST_F(BarThemeTest, ANavigationBarInAWindowIsOpaqueInTheMainColourWithContentUnderneathToo)
@@ -54,7 +59,11 @@ TEST_F(BarThemeTest, ANavigationBarInAWindowIsOpaqueInTheMainColourWithContentUn
         EXPECT_TRUE(hasMainColor(bar->subviews().front()->backgroundColor()));
         EXPECT_EQ(titleLabel(*bar).font()->pointSize(), 22);
     }
-    EXPECT_TRUE(bar->standardAppearance() && bar->scrollEdgeAppearance());
+    for (const auto& appearance : { bar->standardAppearance(), bar->scrollEdgeAppearance() }) {
+        ASSERT_TRUE(appearance);
+        EXPECT_TRUE(hasMainColor(appearance->backgroundColor()));
+        expectThemedTitle(appearance->titleTextAttributes());
+    }
 }
 
 TEST_F(BarThemeTest, AToolbarInAWindowHasWhiteItems)
