@@ -79,11 +79,13 @@ TEST_F(NSNotificationCenterTest, RemovesEveryRegistrationOfAnObject)
     EXPECT_EQ(listener->heard + listener->heardElsewhere, 0);
 }
 
-TEST_F(NSNotificationCenterTest, AnObserverThatIsGoneIsNotTold)
+TEST_F(NSNotificationCenterTest, AnObserverThatIsGoneKeepsNobodyFromHearing)
 {
     center.addObserver(hearing(listener), background);
+    center.addObserver(hearing(other), background);
     listener.reset();
     center.post(background);
+    EXPECT_EQ(other->heard, 1);
 }
 
 TEST_F(NSNotificationCenterTest, AnObserverMayBeDroppedInsideItsNotification)

@@ -203,6 +203,8 @@ TEST_F(CABasicAnimationTest, NumbersThatAreNoneOrHugeDoNoHarm)
         moving->presentationValuesAt(bad);
         scheduler.advance(2);
         moving->removeAllAnimations();
+        EXPECT_EQ(opacityAt(*moving, scheduler.now()), 1);
+        EXPECT_EQ(positionAt(*moving, scheduler.now()), CGPoint());
     }
 }
 

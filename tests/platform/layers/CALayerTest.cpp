@@ -357,6 +357,11 @@ TEST_F(CALayerTest, SpeedsThatAreNoneDoNoHarm)
         layer->convertTimeToMedia(1);
         scheduler.advance(0.1);
     }
+    layer->setSpeed(1);
+    layer->setTimeOffset(0);
+    layer->setBeginTime(0);
+    EXPECT_EQ(layer->convertTimeFromMedia(7), 7);
+    EXPECT_EQ(layer->presentationValuesAt(7).bounds, layer->bounds());
 }
 
 } // namespace

@@ -115,9 +115,10 @@ TEST_F(AVPlayerItemTest, ASecondPlayerDoesNotLoadAgain)
 TEST_F(AVPlayerItemTest, MayBeDroppedWhileItLoads)
 {
     auto player = playerFor(tone.url());
+    const std::weak_ptr<AVPlayerItem> item = player->currentItem();
     player.reset();
     settle();
-    SUCCEED();
+    EXPECT_TRUE(item.expired());
 }
 
 TEST_F(AVPlayerItemTest, MayBeDroppedByItsObserver)

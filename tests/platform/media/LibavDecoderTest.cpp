@@ -176,18 +176,18 @@ TEST_F(DamagedFileTest, ChangedBytesNeverBringItDown)
 
 TEST_F(DamagedFileTest, TablesThatStateHugeCountsAreNotBelieved)
 {
+    // A table may hide what the encoder put around the sound, but not make up sound.
+    const std::int64_t longest = load(bytes) + 2048;
     for (const char* table : { "stts", "stsz", "stsc", "stco", "elst", "mvhd", "mdhd", "tkhd" }) {
         const qsizetype at = bytes.indexOf(table);
-        if (at < 0)
-            continue;
+        ASSERT_GE(at, 0) << table;
         for (const int offset : { 8, 12, 16, 20, 24 }) {
             QByteArray damaged = bytes;
             for (int i = 0; i < 4; ++i)
                 damaged[at + offset + i] = static_cast<char>(i == 0 ? 0x7F : 0xFF);
-            load(damaged);
+            EXPECT_LE(load(damaged), longest) << table << " + " << offset;
         }
     }
-    SUCCEED();
 }
 
 } // namespace
