@@ -8,7 +8,9 @@ ThreadPool::ThreadPool(unsigned threadCount)
 {
 }
 
-ThreadPool::~ThreadPool()
+ThreadPool::~ThreadPool() { stop(); }
+
+void ThreadPool::stop()
 {
     {
         std::deque<std::function<void()>> dropped; // ends after the lock: what it holds may submit work
@@ -19,6 +21,7 @@ ThreadPool::~ThreadPool()
     m_available.notify_all();
     for (std::thread& thread : m_threads)
         thread.join();
+    m_threads.clear();
 }
 
 void ThreadPool::async(std::function<void()> work)

@@ -12,10 +12,11 @@
 class ThreadPool final : public DispatchQueue {
 public:
     explicit ThreadPool(unsigned threadCount = defaultThreadCount());
-    // Finishes what is running, drops what has not started, joins the threads.
-    ~ThreadPool() override;
+    ~ThreadPool() override; // stops it
 
     void async(std::function<void()> work) override;
+    // Finishes what is running, drops what has not started and what comes later, joins the threads.
+    void stop();
 
     // One a core, at least two: one long job must not hold up the others.
     static unsigned defaultThreadCount();

@@ -10,7 +10,10 @@ HostExecutor::HostExecutor()
     Executor::setCurrent(&m_executor);
 }
 
-HostExecutor::~HostExecutor() = default;
+HostExecutor::~HostExecutor()
+{
+    m_global.stop(); // while the executor is in force: the last jobs may still submit to the main queue
+}
 
 bool HostExecutor::event(QEvent* event)
 {

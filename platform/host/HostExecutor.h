@@ -16,6 +16,6 @@ private:
     bool event(QEvent*) override;
 
     MainQueue m_main;
-    ThreadPool m_global; // joined before the main queue goes: its last jobs may still submit to it
+    ThreadPool m_global;
     Executor m_executor;
 };

@@ -44,6 +44,7 @@ RealEventLoop::RealEventLoop()
 
 RealEventLoop::~RealEventLoop()
 {
+    m_threads.stop(); // while the executor is in force: the last jobs may still submit to the main queue
     Executor::setCurrent(nullptr);
     Scheduler::setCurrent(nullptr);
 }

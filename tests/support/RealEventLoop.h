@@ -55,6 +55,6 @@ private:
     QSocketNotifier m_wakeNotifier { m_wakeDescriptor.number, QSocketNotifier::Read };
     MainQueue m_mainQueue { [this] { wake(); } };
     RealScheduler m_scheduler;
-    ThreadPool m_threads; // stops first
+    ThreadPool m_threads;
     Executor m_executor { m_mainQueue, m_threads };
 };

@@ -105,4 +105,17 @@ TEST(ThreadPoolTest, FinishesWhatRunsAndDropsWhatHasNotStarted)
     EXPECT_FALSE(hasRunTheDropped);
 }
 
+TEST(ThreadPoolTest, DropsWhatComesAfterItWasStopped)
+{
+    ThreadPool pool(2);
+    std::latch done(1);
+    pool.async([&] { done.count_down(); });
+    done.wait();
+    pool.stop();
+    const auto held = std::make_shared<int>();
+    pool.async([held] { ADD_FAILURE() << "run after the stop"; });
+    EXPECT_EQ(held.use_count(), 1);
+    pool.stop(); // again
+}
+
 TEST(ThreadPoolTest, HasAtLeastTwoThreadsByDefault) { EXPECT_GE(ThreadPool::defaultThreadCount(), 2u); }

@@ -3,6 +3,8 @@
 #include <QEventLoop>
 #include <QTimer>
 
+#include <atomic>
+#include <latch>
 #include <thread>
 
 namespace {
@@ -50,6 +52,30 @@ TEST(HostExecutorTest, GoesWithWorkStillWaiting)
         Executor::current().mainQueue().async([held] { ADD_FAILURE() << "the loop never ran"; });
     }
     EXPECT_EQ(held.use_count(), 1);
+}
+
+TEST(HostExecutorTest, StaysInForceUntilItsLastJobsHaveEnded)
+{
+    const auto jobCount = static_cast<std::ptrdiff_t>(ThreadPool::defaultThreadCount());
+    std::latch allRun(jobCount);
+    std::latch isEnding(1);
+    std::atomic<std::ptrdiff_t> submitted = 0;
+    {
+        HostExecutor executor;
+        DispatchQueue& globalQueue = Executor::current().globalQueue();
+        for (std::ptrdiff_t job = 0; job < jobCount; ++job)
+            globalQueue.async([&] {
+                allRun.count_down();
+                isEnding.wait();
+                Executor::current().mainQueue().async([] {});
+                ++submitted;
+            });
+        // Waits behind the others, so that it is dropped when the end has begun.
+        const std::shared_ptr<void> dropped(nullptr, [&](void*) { isEnding.count_down(); });
+        globalQueue.async([dropped] {});
+        allRun.wait();
+    }
+    EXPECT_EQ(submitted, jobCount);
 }
 
 } // namespace
