@@ -1,5 +1,5 @@
-#include "platform/graphics/UIImage.h"
 #include "tests/support/AssertionRecorder.h"
+#include "tests/support/Pictures.h"
 #include "theme/UIColor+ORVTheme.h"
 #include "theme/UIColor+ORVTintAdjustment.h"
 
@@ -13,9 +13,7 @@ constexpr auto dimmed = UIViewTintAdjustmentMode::Dimmed;
 
 std::shared_ptr<UIColor> patternColor()
 {
-    QImage pixels(2, 2, QImage::Format_ARGB32_Premultiplied);
-    pixels.fill(Qt::red);
-    return UIColor::colorWithPatternImage(UIImage::imageWithQImage(pixels, 1));
+    return UIColor::colorWithPatternImage(plainImage({ 2, 2 }, Qt::red));
 }
 
 TEST(TintAdjustmentTest, EveryModeButDimmedGivesTheVerySameColour)

@@ -4,7 +4,7 @@
 #include "platform/controls/UIBarButtonItem.h"
 #include "platform/controls/UILabel.h"
 #include "platform/graphics/UIColor.h"
-#include "platform/graphics/UIImage.h"
+#include "tests/support/Pictures.h"
 #include "tests/support/SceneFixture.h"
 
 #include <gmock/gmock.h>
@@ -27,12 +27,7 @@ protected:
     {
         return make<UIBarButtonItem>(picture(width), UIBarButtonItemStyle::Plain, action);
     }
-    static std::shared_ptr<UIImage> picture(int width)
-    {
-        QImage pixels(width, 24, QImage::Format_ARGB32_Premultiplied);
-        pixels.fill(Qt::black);
-        return UIImage::imageWithQImage(pixels, 1);
-    }
+    static std::shared_ptr<UIImage> picture(int width) { return plainImage({ width, 24 }, Qt::black); }
     static std::vector<CGRect> frames(const UIBarButtonItems& items)
     {
         std::vector<CGRect> rects;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/controls/UIControl.h"
-#include "platform/graphics/UIImage.h"
+#include "tests/support/Pictures.h"
 
 #include <string>
 #include <vector>
@@ -49,11 +49,9 @@ private:
     }
 };
 
-// Of that many points a side, opaque, at a density of 2.
+// Of that many points, opaque, at a density of 2.
 inline std::shared_ptr<UIImage> makePicture(
     int width, int height, UIImageRenderingMode mode = UIImageRenderingMode::Automatic)
 {
-    QImage pixels(width * 2, height * 2, QImage::Format_ARGB32_Premultiplied);
-    pixels.fill(Qt::darkGreen);
-    return UIImage::imageWithQImage(pixels, 2)->imageWithRenderingMode(mode);
+    return plainImage({ width * 2, height * 2 }, Qt::darkGreen, 2)->imageWithRenderingMode(mode);
 }

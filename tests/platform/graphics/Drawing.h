@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/graphics/UIGraphics.h"
+#include "tests/support/Pictures.h"
 
 #include <functional>
 
@@ -26,12 +27,4 @@ inline QRect inkBounds(const QImage& pixels)
         }
     }
     return bounds;
-}
-
-// A picture of one colour.
-inline std::shared_ptr<UIImage> plainImage(const QSize& pixels, const QColor& color, CGFloat scale = 1)
-{
-    QImage image(pixels, QImage::Format_ARGB32_Premultiplied);
-    image.fill(color);
-    return UIImage::imageWithQImage(image, scale);
 }

@@ -1,17 +1,11 @@
 #include "platform/host/FramePainter.h"
 
 #include "tests/support/FrameListMaker.h"
+#include "tests/support/Pictures.h"
 
 namespace {
 
 QColor pixel(const QImage& image, int x, int y) { return image.pixelColor(x, y); }
-
-QImage plain(int width, int height, const QColor& color)
-{
-    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
-    image.fill(color);
-    return image;
-}
 
 FrameList listOf(const LayerSketch& root) { return makeFrameList({ 20, 20 }, 2, root); }
 
@@ -118,18 +112,18 @@ TEST(FramePainterTest, FadesAGroupAsOne)
 
 TEST(FramePainterTest, FillsAPicturesAlphaWithItsTint)
 {
-    const QImage tinted = FramePainter::tinted(plain(2, 2, QColor(9, 9, 9, 255)), Qt::green);
+    const QImage tinted = FramePainter::tinted(plainPixels({ 2, 2 }, QColor(9, 9, 9, 255)), Qt::green);
     EXPECT_EQ(pixel(tinted, 0, 0), QColor(Qt::green));
-    const QImage clear = FramePainter::tinted(plain(2, 2, Qt::transparent), Qt::green);
+    const QImage clear = FramePainter::tinted(plainPixels({ 2, 2 }, Qt::transparent), Qt::green);
     EXPECT_EQ(pixel(clear, 0, 0).alpha(), 0);
-    QImage retina = plain(4, 4, Qt::black);
+    QImage retina = plainPixels({ 4, 4 }, Qt::black);
     retina.setDevicePixelRatio(2);
     EXPECT_EQ(pixel(FramePainter::tinted(retina, Qt::green), 3, 3), QColor(Qt::green));
 }
 
 TEST(FramePainterTest, StretchesAPictureOverItsRectangle)
 {
-    const FramePicture picture = subtree(layer(1).at(0, 0, 10, 10).image(plain(2, 2, Qt::red)));
+    const FramePicture picture = subtree(layer(1).at(0, 0, 10, 10).image(plainPixels({ 2, 2 }, Qt::red)));
     EXPECT_EQ(picture.rect, QRect(0, 0, 20, 20));
     EXPECT_EQ(pixel(picture.image, 19, 19), QColor(Qt::red));
 }

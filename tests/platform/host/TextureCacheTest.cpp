@@ -1,17 +1,13 @@
 #include "platform/host/TextureCache.h"
 
 #include "tests/platform/host/SceneStage.h"
+#include "tests/support/Pictures.h"
 
 #include <QSGTexture>
 
 namespace {
 
-QImage picture(const QColor& color)
-{
-    QImage image(4, 4, QImage::Format_ARGB32_Premultiplied);
-    image.fill(color);
-    return image;
-}
+QImage picture(const QColor& color) { return plainPixels({ 4, 4 }, color); }
 
 class TextureCacheTest : public testing::Test {
 protected:

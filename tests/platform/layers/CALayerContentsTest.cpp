@@ -1,7 +1,7 @@
 #include "platform/layers/CALayerContents.h"
 
 #include "platform/graphics/UIColor.h"
-#include "platform/graphics/UIImage.h"
+#include "tests/support/Pictures.h"
 
 #include <gtest/gtest.h>
 
@@ -9,9 +9,7 @@ namespace {
 
 std::shared_ptr<UIImage> picture(int width, int height, double scale)
 {
-    QImage pixels(width, height, QImage::Format_ARGB32_Premultiplied);
-    pixels.fill(Qt::red);
-    return UIImage::imageWithQImage(pixels, scale);
+    return plainImage({ width, height }, Qt::red, scale);
 }
 
 CALayerValues shownIn(const CGRect& bounds)

@@ -4,6 +4,7 @@
 #include "platform/layers/CATransaction.h"
 #include "tests/platform/layers/LayersFixture.h"
 #include "tests/support/AssertionRecorder.h"
+#include "tests/support/Pictures.h"
 
 namespace {
 
@@ -65,7 +66,7 @@ TEST_F(CALayerTreeTest, ANewTreeWantsAFrame)
 
 TEST_F(CALayerTreeTest, EveryChangeAsksForOneFrame)
 {
-    const auto image = UIImage::imageWithQImage(QImage(1, 1, QImage::Format_ARGB32_Premultiplied), 1);
+    const auto image = plainImage({ 1, 1 }, Qt::red);
     const auto other = CALayer::layer();
     const std::vector<std::function<void()>> changes = {
         [&] {

@@ -4,6 +4,7 @@
 #include "platform/layers/CAShapeLayer.h"
 #include "platform/layers/LayerDump.h"
 #include "tests/platform/layers/LayersFixture.h"
+#include "tests/support/Pictures.h"
 
 namespace {
 
@@ -85,8 +86,7 @@ TEST_F(FrameBuilderTest, ScrollingMovesSublayersAndNothingElse)
 
 TEST_F(FrameBuilderTest, EqualTreesMakeEqualFrames)
 {
-    box({ 10, 20, 50, 50 })
-        ->setContents(UIImage::imageWithQImage(QImage(2, 2, QImage::Format_ARGB32_Premultiplied), 1));
+    box({ 10, 20, 50, 50 })->setContents(plainImage({ 2, 2 }, Qt::red));
     EXPECT_EQ(frame().list, frame().list);
 }
 
@@ -134,7 +134,7 @@ TEST_F(FrameBuilderTest, TheRootIsAlwaysTheFirstItem)
 TEST_F(FrameBuilderTest, ALayerOfNoSizeDrawsNothingButItsUnclippedSublayers)
 {
     const auto point = box({ 50, 50, 0, 0 });
-    point->setContents(UIImage::imageWithQImage(QImage(2, 2, QImage::Format_ARGB32_Premultiplied), 1));
+    point->setContents(plainImage({ 2, 2 }, Qt::red));
     EXPECT_EQ(itemCount(), 1u);
     box({ 0, 0, 10, 10 }, point);
     const FrameList list = frame().list;

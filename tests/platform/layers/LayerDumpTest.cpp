@@ -3,6 +3,7 @@
 #include "platform/layers/CAShapeLayer.h"
 #include "platform/layers/FrameBuilder.h"
 #include "tests/platform/layers/LayersFixture.h"
+#include "tests/support/Pictures.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ TEST_F(LayerDumpTest, PrintsALayerTree)
     card->setSpeed(0);
     card->setTransform(CGAffineTransform::fromScale(2, 2));
     card->setBackgroundColor(UIColor::colorWithRed(1, 0, 0, 0.5));
-    card->setContents(UIImage::imageWithQImage(QImage(4, 2, QImage::Format_ARGB32_Premultiplied), 2));
+    card->setContents(plainImage({ 4, 2 }, Qt::red, 2));
     card->addAnimation(basic("opacity", 0.0, 1.0), QStringLiteral("fade"));
     layer->addSublayer(card);
     EXPECT_EQ(LayerDump::layerTree(*layer).toStdString(),
@@ -35,7 +36,7 @@ TEST_F(LayerDumpTest, PrintsAFrame)
 {
     layer->setAnchorPoint({ 0, 0 });
     layer->setBounds({ 0, 0, 100, 100 });
-    layer->setContents(UIImage::imageWithQImage(QImage(4, 2, QImage::Format_ARGB32_Premultiplied), 2));
+    layer->setContents(plainImage({ 4, 2 }, Qt::red, 2));
     layer->setContentsTintColor(UIColor::colorWithRed(0, 0, 1, 1));
     const auto ring = CAShapeLayer::layer();
     ring->setPath(UIBezierPath::bezierPathWithRect({ 0, 0, 10, 10 }));
