@@ -26,7 +26,7 @@ std::shared_ptr<UIApplication> UIApplication::launch(const NSString& principalCl
     const NSString& delegateClassName, const UIApplicationLaunchOptions& options)
 {
     ClassRegistry::runLoadHooks();
-    const auto application
+    auto application
         = principalClassName.isNull() ? make<UIApplication>() : makeByName<UIApplication>(principalClassName);
     const auto delegate = makeByName<UIApplicationDelegate>(delegateClassName);
     if (!application || !delegate)

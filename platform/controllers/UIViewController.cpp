@@ -65,9 +65,8 @@ UINavigationController* UIViewController::navigationController() const
 
 // --- Containment -------------------------------------------------------------------------------------
 
-void UIViewController::addChildViewController(const std::shared_ptr<UIViewController>& added)
+void UIViewController::addChildViewController(std::shared_ptr<UIViewController> child)
 {
-    const std::shared_ptr<UIViewController> child = added; // the argument may be an entry of a changing list
     const bool isPossible = child && !child->contains(*this);
     NSParameterAssert(isPossible, "UIViewController", "childController is another controller");
     if (!isPossible || child->m_parent == this)
@@ -76,8 +75,8 @@ void UIViewController::addChildViewController(const std::shared_ptr<UIViewContro
     child->willMoveToParentViewController(this);
     if (child->m_parent)
         child->removeFromParentViewController();
-    m_children.push_back(child);
     child->m_parent = this;
+    m_children.push_back(std::move(child));
 }
 
 bool UIViewController::contains(const UIViewController& controller) const

@@ -36,7 +36,7 @@ public:
     // A controller cannot be its own child, however deep. Takes the child from where it was, after telling it
     // with willMoveToParentViewController(); the parent tells it didMoveToParentViewController() when its
     // view is in place.
-    void addChildViewController(const std::shared_ptr<UIViewController>& child);
+    void addChildViewController(std::shared_ptr<UIViewController> child);
     // The counterpart: the parent tells the child willMove (to none) first, didMove is told here.
     void removeFromParentViewController();
     virtual void willMoveToParentViewController(UIViewController*) { }

@@ -18,13 +18,16 @@ template <typename Values> auto valueForState(const Values& values, UIControlSta
     return found == values.end() ? typename Values::mapped_type() : found->second;
 }
 
-template <typename Values, typename Value>
-void setValueForState(Values& values, const Value& value, bool isNull, UIControlState state)
+bool isNil(const NSString& text) { return text.isNull(); }
+template <typename Object> bool isNil(const std::shared_ptr<Object>& object) { return !object; }
+
+template <typename Values>
+void setValueForState(Values& values, typename Values::mapped_type value, UIControlState state)
 {
-    if (isNull)
+    if (isNil(value))
         values.erase(state);
     else
-        values[state] = value;
+        values[state] = std::move(value);
 }
 
 } // namespace
@@ -34,7 +37,7 @@ void setValueForState(Values& values, const Value& value, bool isNull, UIControl
 void UIButton::setImage(std::shared_ptr<UIImage> image, UIControlState state)
 {
     appearanceNotes().noteSetting(&UIButton::setImage, state);
-    setValueForState(m_images, image, !image, state);
+    setValueForState(m_images, std::move(image), state);
     updateImage();
     contentDidChange();
 }
@@ -46,7 +49,7 @@ std::shared_ptr<UIImage> UIButton::imageForState(UIControlState state) const
 
 void UIButton::setBackgroundImage(std::shared_ptr<UIImage> image, UIControlState state)
 {
-    setValueForState(m_backgroundImages, image, !image, state);
+    setValueForState(m_backgroundImages, std::move(image), state);
     updateBackground();
     contentDidChange();
 }
@@ -58,7 +61,7 @@ std::shared_ptr<UIImage> UIButton::backgroundImageForState(UIControlState state)
 
 void UIButton::setTitle(const NSString& title, UIControlState state)
 {
-    setValueForState(m_titles, title, title.isNull(), state);
+    setValueForState(m_titles, title, state);
     updateTitle();
     contentDidChange();
 }
@@ -67,7 +70,7 @@ NSString UIButton::titleForState(UIControlState state) const { return valueForSt
 
 void UIButton::setTitleColor(std::shared_ptr<UIColor> color, UIControlState state)
 {
-    setValueForState(m_titleColors, color, !color, state);
+    setValueForState(m_titleColors, std::move(color), state);
     updateTitle();
 }
 

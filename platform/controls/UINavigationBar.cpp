@@ -99,14 +99,14 @@ void UINavigationBar::setTitleTextAttributes(NSTextAttributes attributes)
     updateLooks();
 }
 
-void UINavigationBar::setStandardAppearance(std::shared_ptr<UINavigationBarAppearance> appearance)
+void UINavigationBar::setStandardAppearance(const std::shared_ptr<UINavigationBarAppearance>& appearance)
 {
     appearanceNotes().noteSetting(&UINavigationBar::setStandardAppearance);
     m_standardAppearance = appearance ? appearance->copy() : nullptr;
     updateLooks();
 }
 
-void UINavigationBar::setScrollEdgeAppearance(std::shared_ptr<UINavigationBarAppearance> appearance)
+void UINavigationBar::setScrollEdgeAppearance(const std::shared_ptr<UINavigationBarAppearance>& appearance)
 {
     appearanceNotes().noteSetting(&UINavigationBar::setScrollEdgeAppearance);
     m_scrollEdgeAppearance = appearance ? appearance->copy() : nullptr;

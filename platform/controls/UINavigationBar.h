@@ -39,13 +39,13 @@ public:
     {
         return m_standardAppearance;
     }
-    void setStandardAppearance(std::shared_ptr<UINavigationBarAppearance> appearance);
+    void setStandardAppearance(const std::shared_ptr<UINavigationBarAppearance>& appearance);
     // In force while no content lies under the bar; null stands for the standard one.
     const std::shared_ptr<UINavigationBarAppearance>& scrollEdgeAppearance() const
     {
         return m_scrollEdgeAppearance;
     }
-    void setScrollEdgeAppearance(std::shared_ptr<UINavigationBarAppearance> appearance);
+    void setScrollEdgeAppearance(const std::shared_ptr<UINavigationBarAppearance>& appearance);
     // Whether content has been scrolled under the bar; said by whoever lays it out there.
     bool isContentUnderneath() const { return m_contentUnderneath; }
     void setContentUnderneath(bool underneath);

@@ -93,6 +93,7 @@ NSString NSDateComponentsFormatter::stringFromDate(const NSDate& from, const NSD
     const auto numbers = icu::number::NumberFormatter::withLocale(locale).unitWidth(
         isShort ? UNUM_UNIT_WIDTH_SHORT : UNUM_UNIT_WIDTH_FULL_NAME);
     std::vector<icu::UnicodeString> texts;
+    texts.reserve(components.size());
     for (const Component& component : components)
         texts.push_back(
             numbers.unit(component.unit->measure()).formatInt(component.count, status).toString(status));
