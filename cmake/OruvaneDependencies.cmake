@@ -1,5 +1,5 @@
 # Every library that the project stands on. All come from the distribution's packages;
-# tools/packages lists their names.
+# scripts/packages lists their names.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Quick)
 find_package(PkgConfig REQUIRED)
 find_package(ICU 72 REQUIRED COMPONENTS uc i18n)
