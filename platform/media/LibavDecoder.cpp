@@ -11,6 +11,15 @@ constexpr int highestRate = 384'000;
 constexpr std::int64_t framesBeforeTarget = 4 * 2048;
 // How far behind the target a container may land before the seek counts as failed.
 constexpr std::int64_t longestGap = 8192;
+// Up to this rate a codec may give twice the rate that the header states, which only decoding shows.
+constexpr int highestDoubledRate = 24'000;
+
+// Whether the header alone says what decoding will give.
+bool isWhollyDescribed(const AVStream& stream)
+{
+    return stream.codecpar->sample_rate > highestDoubledRate && stream.codecpar->ch_layout.nb_channels > 0
+        && stream.duration > 0;
+}
 
 } // namespace
 
@@ -34,7 +43,7 @@ LibavDecoder::~LibavDecoder()
 std::unique_ptr<SoundDecoder> LibavDecoder::openFile(const NSURL& url)
 {
     const LibavLibrary* libav = LibavLibrary::shared();
-    if (!libav || !SoundFileProbe::namesSound(url))
+    if (!libav)
         return nullptr;
     std::unique_ptr<LibavDecoder> decoder(new LibavDecoder(*libav));
     if (!decoder->m_packet || !decoder->m_frame || !decoder->openContainer(url) || !decoder->openCodec())
@@ -45,21 +54,35 @@ std::unique_ptr<SoundDecoder> LibavDecoder::openFile(const NSURL& url)
 
 bool LibavDecoder::openContainer(const NSURL& url)
 {
+    const char* const format = SoundFileProbe::libavFormat(url);
+    if (!format)
+        return false;
     AVDictionary* options = nullptr;
     m_libav.av_dict_set(&options, "protocol_whitelist", "file", 0);
-    m_libav.av_dict_set(&options, "format_whitelist", SoundFileProbe::libavFormats, 0);
+    m_libav.av_dict_set(&options, "format_whitelist", format, 0);
     const QByteArray path = "file:" + url.toLocalFile().toUtf8();
-    const int opened = m_libav.avformat_open_input(&m_container, path.constData(), nullptr, &options);
+    // Without a format named, libav asks each that it knows, which brings megabytes of them into memory.
+    const AVInputFormat* const container = m_libav.av_find_input_format(format);
+    const int opened = m_libav.avformat_open_input(&m_container, path.constData(), container, &options);
     m_libav.av_dict_free(&options);
-    if (opened < 0 || m_libav.avformat_find_stream_info(m_container, nullptr) < 0)
+    if (opened < 0)
         return false;
+    // To look into the stream takes as long as all the rest, and more memory.
+    const bool isDescribed = findStream() && isWhollyDescribed(*m_stream);
+    if (!isDescribed && (m_libav.avformat_find_stream_info(m_container, nullptr) < 0 || !findStream()))
+        return false;
+    for (unsigned i = 0; i < m_container->nb_streams; ++i)
+        if (m_container->streams[i] != m_stream)
+            m_container->streams[i]->discard = AVDISCARD_ALL;
+    return true;
+}
+
+bool LibavDecoder::findStream()
+{
     const int index = m_libav.av_find_best_stream(m_container, AVMEDIA_TYPE_AUDIO, -1, -1, &m_codec, 0);
     if (index < 0 || !m_codec)
         return false;
     m_stream = m_container->streams[index];
-    for (unsigned i = 0; i < m_container->nb_streams; ++i)
-        if (m_container->streams[i] != m_stream)
-            m_container->streams[i]->discard = AVDISCARD_ALL;
     return true;
 }
 

@@ -21,6 +21,7 @@ private:
     explicit LibavDecoder(const LibavLibrary&);
 
     bool openContainer(const NSURL&);
+    bool findStream();
     bool openCodec();
     void findLength(const NSURL&);
     std::int64_t countPackets(); // frames in all packets; leaves the container at its end

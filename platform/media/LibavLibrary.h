@@ -19,6 +19,7 @@ extern "C" {
     F(av_dict_free)                                                                                          \
     F(av_dict_set)                                                                                           \
     F(av_find_best_stream)                                                                                   \
+    F(av_find_input_format)                                                                                  \
     F(av_frame_alloc)                                                                                        \
     F(av_frame_free)                                                                                         \
     F(av_log_set_level)                                                                                      \

@@ -68,17 +68,9 @@ bool hasSoundTrack(QFile& file)
     });
 }
 
-bool beginsLikeSound(const QByteArray& head)
+// A bare MPEG audio stream: eleven bits of synchronisation, then a version and a layer that exist.
+bool beginsLikeStream(const QByteArray& head)
 {
-    const auto hasForm = [&](const char* container, const char* form) {
-        return head.startsWith(container) && head.mid(8, 4) == form;
-    };
-    if (hasForm("RIFF", "WAVE") || hasForm("FORM", "AIFF") || hasForm("FORM", "AIFC"))
-        return true;
-    for (const char* signature : { "fLaC", "OggS", "caff", "ID3" })
-        if (head.startsWith(signature))
-            return true;
-    // A bare MPEG audio stream: eleven bits of synchronisation, then a version and a layer that exist.
     if (head.size() < 4 || static_cast<quint8>(head[0]) != 0xFF
         || (static_cast<quint8>(head[1]) & 0xE0) != 0xE0)
         return false;
@@ -88,15 +80,34 @@ bool beginsLikeSound(const QByteArray& head)
     return version != 1 && (layer != 0 || isTransportStream);
 }
 
+const char* formatBeginningWith(const QByteArray& head)
+{
+    const QByteArray form = head.mid(8, 4);
+    if (head.startsWith("RIFF"))
+        return form == "WAVE" ? "wav" : nullptr;
+    if (head.startsWith("FORM"))
+        return form == "AIFF" || form == "AIFC" ? "aiff" : nullptr;
+    if (head.startsWith("fLaC"))
+        return "flac";
+    if (head.startsWith("OggS"))
+        return "ogg";
+    if (head.startsWith("caff"))
+        return "caf";
+    // Tags come before streams of several kinds.
+    return head.startsWith("ID3") || beginsLikeStream(head) ? SoundFileProbe::allLibavFormats : nullptr;
+}
+
 } // namespace
 
-bool SoundFileProbe::namesSound(const NSURL& url)
+const char* SoundFileProbe::libavFormat(const NSURL& url)
 {
     if (!url.isLocalFile() || !QFileInfo(url.toLocalFile()).isFile())
-        return false;
+        return nullptr;
     QFile file(url.toLocalFile());
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return false;
+        return nullptr;
     const QByteArray head = file.read(12);
-    return head.mid(4, 4) == "ftyp" ? hasSoundTrack(file) : beginsLikeSound(head);
+    if (head.mid(4, 4) == "ftyp")
+        return hasSoundTrack(file) ? "mov" : nullptr;
+    return formatBeginningWith(head);
 }

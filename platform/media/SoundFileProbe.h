@@ -8,8 +8,10 @@
 
 class SoundFileProbe {
 public:
-    static bool namesSound(const NSURL&);
+    // How the decoder library calls the kind: one name, or allLibavFormats where only a whole look at the
+    // stream tells. Null for what is no sound of these kinds.
+    static const char* libavFormat(const NSURL&);
+    static bool namesSound(const NSURL& url) { return libavFormat(url) != nullptr; }
 
-    // The same kinds as the decoder library names them.
-    static constexpr const char* libavFormats = "mov,mp4,m4a,3gp,3g2,mj2,wav,flac,ogg,mp3,aac,caf,aiff";
+    static constexpr const char* allLibavFormats = "mov,mp4,m4a,3gp,3g2,mj2,wav,flac,ogg,mp3,aac,caf,aiff";
 };

@@ -8,12 +8,16 @@
 
 namespace {
 
+// Room for what the last packet gives beyond the stated length: a sound that outgrew its memory by that
+// little would be held twice while it moves.
+constexpr std::size_t packetRoom = 8192;
+
 std::shared_ptr<Sound> decodeWhole(SoundDecoder& decoder, const std::atomic<bool>& cancelled)
 {
     const auto channels = static_cast<std::size_t>(decoder.format().channels);
     const auto stated = static_cast<std::size_t>(decoder.frameCount());
     std::vector<Sample> samples;
-    samples.reserve(stated * channels);
+    samples.reserve((stated + packetRoom) * channels);
     // What is past the stated length is the encoder's padding.
     while (samples.size() < stated * channels && decoder.decodeNext(samples))
         if (cancelled)
