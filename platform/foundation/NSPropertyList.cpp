@@ -45,7 +45,8 @@ NSPropertyList NSPropertyList::withContentsOfFile(const NSString& path)
     // Only plain files: to open a pipe would wait for its other end.
     if (path.isEmpty() || !QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
         return {};
-    return propertyListWithData(file.read(maximumFileSize + 1)); // one more shows that it is too large
+    // One byte more shows that it is too large; to ask for the most would set aside as much memory.
+    return propertyListWithData(file.read(std::min(file.size(), maximumFileSize) + 1));
 }
 
 NSPropertyList NSPropertyList::dictionaryWithContentsOfFile(const NSString& path)
