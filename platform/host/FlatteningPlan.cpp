@@ -12,6 +12,9 @@ namespace {
 // be right otherwise may be larger, but never without bound.
 constexpr double largestMovingPicture = 1;
 constexpr double largestNeededPicture = 4;
+// A frame begins no further picture when it has painted this much, in screens: a list that starts to move
+// would else begin with one long frame. The others follow in the next ones, if they still move.
+constexpr double enoughPainted = 0.25;
 
 int ownDrawings(const FrameItem& item) { return int(drawsBackground(item)) + int(drawsContent(item)); }
 
@@ -27,6 +30,7 @@ void FlatteningPlan::plan(const FrameList& list, const FrameDifference& differen
         m_states[index].changed = !difference.isSubtreeSteady(int(index));
         m_states[index + 1].drawingsBefore = m_states[index].drawingsBefore + ownDrawings(list.items[index]);
     }
+    m_screensPainted = 0;
     if (!list.items.empty())
         planSubtree(0, {});
     m_hasFlattenedChild.assign(list.items.size(), false);
@@ -56,6 +60,8 @@ void FlatteningPlan::planSubtree(int index, const CGAffineTransform& parentTrans
     }
     const State* previous = previousState(index);
     state.keepsPicture = previous && previous->way == Way::Picture && !state.changed;
+    if (state.flattenedByMotion && !state.keepsPicture)
+        m_screensPainted += screensCovered(index);
 }
 
 bool FlatteningPlan::mustBePicture(int index, const CGAffineTransform& screenTransform) const
@@ -67,7 +73,7 @@ bool FlatteningPlan::mustBePicture(int index, const CGAffineTransform& screenTra
     const bool clipsTurned = item.clipsToBounds && screenTransform.type() > QTransform::TxScale;
     if (!fadesAsGroup && !clipsTurned && !(clipsRoundedly(item) && hasOthers))
         return false;
-    return fitsInPicture(index, largestNeededPicture);
+    return screensCovered(index) <= largestNeededPicture;
 }
 
 bool FlatteningPlan::shouldBePicture(int index) const
@@ -76,13 +82,13 @@ bool FlatteningPlan::shouldBePicture(int index) const
     if (!m_flattensMoving || drawings(index) < 2 || index == 0)
         return false;
     if (arrivesAmongFlattened(index))
-        return fitsInPicture(index, largestMovingPicture);
+        return mayBePainted(index);
     if (m_states[std::size_t(index)].changed)
         return false;
     const State* previous = previousState(index);
     if (previous && previous->flattenedByMotion)
         return true;
-    return m_difference->hasMoved(index) && fitsInPicture(index, largestMovingPicture);
+    return m_difference->hasMoved(index) && mayBePainted(index);
 }
 
 // A row that comes into a moving list, or is used again in it, will move on like the others. What keeps
@@ -99,11 +105,16 @@ bool FlatteningPlan::arrivesAmongFlattened(int index) const
         && (!previous || !previous->changed);
 }
 
-bool FlatteningPlan::fitsInPicture(int index, double screens) const
+bool FlatteningPlan::mayBePainted(int index) const
+{
+    return m_screensPainted < enoughPainted && screensCovered(index) <= largestMovingPicture;
+}
+
+double FlatteningPlan::screensCovered(int index) const
 {
     const CGRect extent = subtreeExtent(*m_list, index);
     const CGRect screen = deviceRect({ CGPoint(), m_list->size }, m_list->scale);
-    return extent.width() * extent.height() <= screens * screen.width() * screen.height();
+    return extent.width() * extent.height() / (screen.width() * screen.height());
 }
 
 int FlatteningPlan::drawings(int index) const

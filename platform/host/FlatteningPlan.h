@@ -3,6 +3,7 @@
 // Some must be: what fades as one thing, and what rounded corners or a turned clip cut. The others are
 // flattened because they move and nothing in them changes: a row of a scrolling list is then one picture
 // to move instead of ten. Such a picture is kept when the motion stops, until something in it changes.
+// When much begins to move at once, only as much is flattened in each frame as leaves it short.
 // Only the topmost such subtrees count; what lies in a picture is not asked about.
 #pragma once
 
@@ -45,13 +46,15 @@ private:
     bool mustBePicture(int index, const CGAffineTransform& screenTransform) const;
     bool shouldBePicture(int index) const;
     bool arrivesAmongFlattened(int index) const;
-    bool fitsInPicture(int index, double screens) const;
+    bool mayBePainted(int index) const;
+    double screensCovered(int index) const;
     int drawings(int index) const;
     const State* previousState(int index) const;
 
     bool m_flattensMoving;
     const FrameList* m_list = nullptr; // only while planning
     const FrameDifference* m_difference = nullptr;
+    double m_screensPainted = 0; // for what moves, in this frame
     std::vector<State> m_states; // one more than the list has, for the last sum
     std::vector<State> m_previousStates;
     std::vector<bool> m_hasFlattenedChild; // by index in the list planned before, then in this one

@@ -84,6 +84,38 @@ TEST_F(FlatteningPlanTest, FlattensTheRowsOfAListThatScrolls)
     EXPECT_TRUE(keepsPicture(10));
 }
 
+TEST_F(FlatteningPlanTest, FlattensNoMoreInOneFrameThanLeavesItShort)
+{
+    const std::vector<LayerSketch> rows { row(10, 0), row(20, 20), row(30, 40), row(40, 60), row(50, 80) };
+    show(scrolled(0, rows));
+    show(scrolled(1, rows));
+    EXPECT_EQ(way(10), Way::Picture);
+    EXPECT_EQ(way(20), Way::Picture);
+    EXPECT_EQ(way(30), Way::Nodes);
+    EXPECT_EQ(way(31), Way::Nodes);
+    show(scrolled(2, rows));
+    EXPECT_TRUE(keepsPicture(20));
+    EXPECT_EQ(way(30), Way::Picture);
+    EXPECT_EQ(way(40), Way::Picture);
+    EXPECT_EQ(way(50), Way::Nodes);
+    show(scrolled(3, rows));
+    EXPECT_EQ(way(50), Way::Picture);
+    EXPECT_EQ(way(51), Way::Nothing);
+}
+
+TEST_F(FlatteningPlanTest, DrawsRowsAsNodesThatAreUsedAgainAllAtOnceUntilTheirTurnComes)
+{
+    show(scrolled(0, { row(10, 0), row(20, 20), row(30, 40) }));
+    show(scrolled(1, { row(10, 0), row(20, 20), row(30, 40) }));
+    show(scrolled(2, { row(10, 0), row(20, 20), row(30, 40) }));
+    show(scrolled(3, { row(10, 60, Qt::blue), row(20, 80, Qt::blue), row(30, 100, Qt::blue) }));
+    EXPECT_EQ(way(20), Way::Picture);
+    EXPECT_EQ(way(30), Way::Nodes);
+    show(scrolled(4, { row(10, 60, Qt::blue), row(20, 80, Qt::blue), row(30, 100, Qt::blue) }));
+    EXPECT_TRUE(keepsPicture(20));
+    EXPECT_EQ(way(30), Way::Picture);
+}
+
 TEST_F(FlatteningPlanTest, KeepsThePictureWhenTheMotionStops)
 {
     show(scrolled(0, { row(10, 0) }));
