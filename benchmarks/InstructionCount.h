@@ -1,5 +1,5 @@
-// Tells callgrind what instructions are spent on, so that one run counts several things apart:
-// benchmarks/count-instructions reads the result. Does nothing in a plain run.
+// Tells callgrind what instructions are spent on, so that one run counts several things apart;
+// benchmarks/run reads the result. Does nothing in a plain run.
 #pragma once
 
 #include <valgrind/callgrind.h>

@@ -127,7 +127,7 @@ public:
         : m_framesOfEach(framesOfEach)
     {
         QObject::connect(&application.window(), &QQuickWindow::frameSwapped, [this] { frameWasDrawn(); });
-        Scheduler::current().schedule(settlingTime, [this] { begin(); });
+        Scheduler::current().schedule(launchTime, [this] { begin(); });
     }
 
 private:
@@ -185,7 +185,9 @@ private:
         });
     }
 
-    static constexpr double settlingTime = 0.6; // longer than what is loaded after the first frame takes
+    // Until what is loaded after the first frame has been loaded, also where each instruction is counted.
+    static constexpr double launchTime = 4;
+    static constexpr double settlingTime = 0.6;
 
     int m_framesOfEach;
     std::shared_ptr<UITableView> m_table;
