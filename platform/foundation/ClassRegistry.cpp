@@ -37,9 +37,9 @@ void ClassRegistry::runLoadHooks()
     }
 }
 
-ClassRegistry::Class::Class(const char* name, Maker maker)
+ClassRegistry::Class::Class(const char* name, const Maker& maker)
 {
-    makers().insert(NSString::fromLatin1(name), std::move(maker));
+    makers().insert(NSString::fromLatin1(name), maker);
 }
 
 ClassRegistry::LoadHook::LoadHook(std::function<void()> work) { waitingHooks().push_back(std::move(work)); }

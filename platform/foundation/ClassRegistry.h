@@ -21,7 +21,7 @@ public:
 
     // Makes the class known by its name.
     struct Class {
-        Class(const char* name, Maker maker);
+        Class(const char* name, const Maker& maker);
     };
     // Remembers work for runLoadHooks(); one for each class and one for each category.
     struct LoadHook {

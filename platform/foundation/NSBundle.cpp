@@ -45,7 +45,7 @@ std::vector<NSString> withFallbacks(const std::vector<NSString>& languages)
 
 } // namespace
 
-NSBundle::NSBundle(NSString folder, std::vector<NSString> languages)
+NSBundle::NSBundle(NSString folder, const std::vector<NSString>& languages)
     : m_folder(std::move(folder))
     , m_languages(withFallbacks(languages))
 {

@@ -16,7 +16,8 @@
 class NSBundle final : public NSObject {
 public:
     // The languages are asked in order, then English. A folder that does not exist is an empty bundle.
-    explicit NSBundle(NSString folder, std::vector<NSString> languages = NSLocale::preferredLanguages());
+    explicit NSBundle(
+        NSString folder, const std::vector<NSString>& languages = NSLocale::preferredLanguages());
     ~NSBundle() override;
 
     // The application's own: beside the executable in "resources", as in the build tree, else installed in

@@ -15,7 +15,10 @@ QHash<NSString, NSCoder::Recipe::Maker>& registeredMakers()
 
 NSCoder::~NSCoder() = default;
 
-NSCoder::Registration::Registration(Recipe recipe) { registeredMakers().insert(recipe.name, recipe.maker); }
+NSCoder::Registration::Registration(const Recipe& recipe)
+{
+    registeredMakers().insert(recipe.name, recipe.maker);
+}
 
 NSCoder::Recipe::Maker NSCoder::makerFor(const NSString& className, const Recipe& expected)
 {

@@ -64,7 +64,7 @@ public:
     }
     // Makes a subclass known to decoders that expect its base class.
     struct Registration {
-        explicit Registration(Recipe);
+        explicit Registration(const Recipe&);
     };
 
 protected:

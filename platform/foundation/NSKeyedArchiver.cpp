@@ -40,8 +40,8 @@ NSValue decodedValue(const QCborArray& parts)
 // One object's keys and values. Objects within it have coders of their own, one level deeper.
 class KeyedCoder final : public NSCoder {
 public:
-    explicit KeyedCoder(QCborMap values = {}, int depth = 0)
-        : m_values(std::move(values))
+    explicit KeyedCoder(const QCborMap& values = {}, int depth = 0)
+        : m_values(values)
         , m_depth(depth)
     {
     }

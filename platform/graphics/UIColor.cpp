@@ -7,6 +7,7 @@ namespace {
 template <class... Cases> struct Overloaded : Cases... {
     using Cases::operator()...;
 };
+template <class... Cases> Overloaded(Cases...) -> Overloaded<Cases...>;
 
 RedGreenBlueAlpha rgbOf(const HueSaturationBrightnessAlpha& color)
 {
@@ -106,28 +107,11 @@ std::shared_ptr<UIColor> UIColor::secondaryLabelColor()
     return tinted({ 0.20, 0.21, 0.25, 0.70 }, { 0.90, 0.91, 0.96, 0.62 });
 }
 
-std::shared_ptr<UIColor> UIColor::placeholderTextColor()
-{
-    return tinted({ 0.20, 0.21, 0.25, 0.45 }, { 0.90, 0.91, 0.96, 0.38 });
-}
-
-std::shared_ptr<UIColor> UIColor::separatorColor()
-{
-    return tinted({ 0.20, 0.21, 0.25, 0.26 }, { 0.80, 0.81, 0.86, 0.26 });
-}
-
 std::shared_ptr<UIColor> UIColor::systemBackgroundColor() { return grey(1, 0); }
-
-std::shared_ptr<UIColor> UIColor::secondarySystemBackgroundColor() { return systemGray6Color(); }
 
 std::shared_ptr<UIColor> UIColor::systemFillColor()
 {
     return tinted({ 0.45, 0.46, 0.50, 0.20 }, { 0.50, 0.51, 0.55, 0.36 });
-}
-
-std::shared_ptr<UIColor> UIColor::systemGrayColor()
-{
-    return tinted({ 0.55, 0.55, 0.58, 1 }, { 0.57, 0.57, 0.60, 1 });
 }
 
 std::shared_ptr<UIColor> UIColor::systemGray6Color()

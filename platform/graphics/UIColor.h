@@ -63,12 +63,8 @@ public:
     // System colours; each follows the appearance in force.
     static std::shared_ptr<UIColor> labelColor();
     static std::shared_ptr<UIColor> secondaryLabelColor();
-    static std::shared_ptr<UIColor> placeholderTextColor();
-    static std::shared_ptr<UIColor> separatorColor();
     static std::shared_ptr<UIColor> systemBackgroundColor();
-    static std::shared_ptr<UIColor> secondarySystemBackgroundColor();
     static std::shared_ptr<UIColor> systemFillColor();
-    static std::shared_ptr<UIColor> systemGrayColor();
     static std::shared_ptr<UIColor> systemGray6Color();
     static std::shared_ptr<UIColor> systemBlueColor(); // the tint where nobody set one
 

@@ -29,7 +29,6 @@ public:
     // The sizes of the controls' own texts.
     static constexpr CGFloat labelFontSize = 17;
     static constexpr CGFloat buttonFontSize = 18;
-    static constexpr CGFloat smallSystemFontSize = 14;
 
     const NSString& fontName() const { return m_name; }
     // Of the face that is really drawn.

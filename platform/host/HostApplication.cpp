@@ -1,6 +1,5 @@
 #include "platform/host/HostApplication.h"
 
-#include "platform/host/HostEnvironment.h"
 #include "platform/host/Screenshot.h"
 
 #include <QGuiApplication>

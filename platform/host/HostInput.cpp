@@ -92,8 +92,7 @@ void HostInput::handleMouse(const QMouseEvent& event)
 
 void HostInput::handleTouches(const QTouchEvent& event)
 {
-    const QList<QEventPoint> points = event.points(); // outlives what the views do
-    for (const QEventPoint& point : points) {
+    for (const QEventPoint& point : event.points()) {
         TouchDispatcher* const touches = m_receiver(); // asked anew: a touch may close the window
         if (!touches)
             return;

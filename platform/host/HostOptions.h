@@ -5,7 +5,6 @@
 #include "platform/graphics/Geometry.h"
 
 #include <optional>
-#include <string>
 #include <variant>
 #include <vector>
 

@@ -2,7 +2,6 @@
 
 #include "platform/foundation/NSAssertionHandler.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace {

@@ -25,8 +25,8 @@ public:
 
 private:
     struct Candidate {
-        double
-            distance; // the squared chord while collecting, then the chord, the geodesic where it is needed
+        // The squared chord while collecting, then the chord; the geodesic where it is needed.
+        double distance;
         std::size_t place;
     };
     static bool isNearer(const Candidate& first, const Candidate& second)

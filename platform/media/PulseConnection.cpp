@@ -2,6 +2,8 @@
 
 #include <QCoreApplication>
 
+#include <mutex>
+
 PulseConnection::Lock::Lock(const PulseConnection& connection)
     : m_connection(connection)
 {

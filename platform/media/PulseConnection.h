@@ -8,7 +8,6 @@
 #include "platform/media/PulseLibrary.h"
 
 #include <memory>
-#include <mutex>
 #include <vector>
 
 class PulseConnection {

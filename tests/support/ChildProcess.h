@@ -4,8 +4,6 @@
 // this process becoming the child.
 #pragma once
 
-#include "platform/foundation/FoundationTypes.h"
-
 #include <sys/types.h>
 
 #include <map>

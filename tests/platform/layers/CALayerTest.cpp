@@ -4,7 +4,6 @@
 #include "tests/platform/layers/LayersFixture.h"
 #include "tests/support/AssertionRecorder.h"
 
-#include <numbers>
 #include <set>
 
 namespace {

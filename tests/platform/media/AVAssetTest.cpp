@@ -2,8 +2,8 @@
 
 #include "tests/support/ToneFile.h"
 
-#include <QDir>
 #include <QFile>
+#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 

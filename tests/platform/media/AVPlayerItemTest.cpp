@@ -2,8 +2,6 @@
 #include "tests/platform/media/MediaTest.h"
 #include "tests/support/ToneFile.h"
 
-#include <QFile>
-
 namespace {
 
 class StatusLog final : public NSObject {
