@@ -123,12 +123,12 @@ void CALayer::setCornerRadius(double radius)
     change(CAProperty::CornerRadius, &CALayerValues::cornerRadius, radius);
 }
 
-void CALayer::setBackgroundColor(std::shared_ptr<UIColor> color)
+void CALayer::setBackgroundColor(const std::shared_ptr<UIColor>& color)
 {
     change(CAProperty::BackgroundColor, &CALayerValues::backgroundColor, color);
 }
 
-void CALayer::setContentsTintColor(std::shared_ptr<UIColor> color)
+void CALayer::setContentsTintColor(const std::shared_ptr<UIColor>& color)
 {
     change(CAProperty::ContentsTintColor, &CALayerValues::contentsTintColor, color);
 }
@@ -218,7 +218,7 @@ void CALayer::addSublayer(const std::shared_ptr<CALayer>& sublayer)
     insertSublayer(sublayer, m_sublayers.size());
 }
 
-void CALayer::insertSublayer(const std::shared_ptr<CALayer>& sublayer, std::size_t index)
+void CALayer::insertSublayer(std::shared_ptr<CALayer> sublayer, std::size_t index)
 {
     NSParameterAssert(sublayer != nullptr, "CALayer", "sublayer != nil");
     if (!sublayer)
@@ -228,17 +228,17 @@ void CALayer::insertSublayer(const std::shared_ptr<CALayer>& sublayer, std::size
         QStringLiteral("A layer cannot be put into itself, nor the root of a tree into a layer."));
     if (!isFree)
         return;
-    const std::shared_ptr<CALayer> held = sublayer; // the caller's may be the one that is taken out here
-    held->removeFromSuperlayer();
+    CALayer& inserted = *sublayer;
+    inserted.removeFromSuperlayer();
     const auto position = static_cast<std::ptrdiff_t>(std::min(index, m_sublayers.size()));
-    m_sublayers.insert(m_sublayers.begin() + position, held);
-    held->m_superlayer = this;
-    held->setTree(m_tree, {});
-    if (held->hasPendingLayout())
-        held->ancestorsNeedLayout();
-    if (held->m_needsDisplay || held->m_sublayersNeedDisplay)
-        held->ancestorsNeedDisplay();
-    held->setNeedsFrame();
+    m_sublayers.insert(m_sublayers.begin() + position, std::move(sublayer));
+    inserted.m_superlayer = this;
+    inserted.setTree(m_tree, {});
+    if (inserted.hasPendingLayout())
+        inserted.ancestorsNeedLayout();
+    if (inserted.m_needsDisplay || inserted.m_sublayersNeedDisplay)
+        inserted.ancestorsNeedDisplay();
+    inserted.setNeedsFrame();
 }
 
 void CALayer::removeFromSuperlayer()

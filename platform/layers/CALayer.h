@@ -61,7 +61,7 @@ public:
     bool isHidden() const { return m_hidden; }
     void setHidden(bool);
     const std::shared_ptr<UIColor>& backgroundColor() const { return m_values.backgroundColor; }
-    void setBackgroundColor(std::shared_ptr<UIColor>); // nil: none
+    void setBackgroundColor(const std::shared_ptr<UIColor>&); // nil: none
     double cornerRadius() const { return m_values.cornerRadius; }
     void setCornerRadius(double);
     // Clips contents and sublayers to the bounds with their round corners.
@@ -82,7 +82,7 @@ public:
     void setContentsGravity(CAContentsGravity);
     // Not nil: only the alpha of the contents counts, drawn or put in, and is filled with this colour.
     const std::shared_ptr<UIColor>& contentsTintColor() const { return m_values.contentsTintColor; }
-    void setContentsTintColor(std::shared_ptr<UIColor>);
+    void setContentsTintColor(const std::shared_ptr<UIColor>&);
     // Device pixels in a point of drawn contents.
     double contentsScale() const { return m_contents.scale(); }
     void setContentsScale(double);
@@ -109,13 +109,11 @@ public:
     // --- Tree ----------------------------------------------------------------------------------------
 
     CALayer* superlayer() const { return m_superlayer; }
-    const std::vector<std::shared_ptr<CALayer>>& sublayers() const
-    {
-        return m_sublayers;
-    } // the last is on top
+    // The last is on top.
+    const std::vector<std::shared_ptr<CALayer>>& sublayers() const { return m_sublayers; }
     void addSublayer(const std::shared_ptr<CALayer>&);
     // insertSublayer:atIndex: — the layer leaves its old place first; an index beyond the end is the end.
-    void insertSublayer(const std::shared_ptr<CALayer>&, std::size_t index);
+    void insertSublayer(std::shared_ptr<CALayer> sublayer, std::size_t index);
     void removeFromSuperlayer();
     // The tree of the window that shows this layer, or null.
     CALayerTree* tree() const { return m_tree; }

@@ -47,12 +47,12 @@ void CAShapeLayer::setPath(const std::shared_ptr<UIBezierPath>& path)
     setPath(path ? path->cgPath() : CGPathRef());
 }
 
-void CAShapeLayer::setStrokeColor(std::shared_ptr<UIColor> color)
+void CAShapeLayer::setStrokeColor(const std::shared_ptr<UIColor>& color)
 {
     change(CAProperty::StrokeColor, &CALayerValues::strokeColor, color);
 }
 
-void CAShapeLayer::setFillColor(std::shared_ptr<UIColor> color)
+void CAShapeLayer::setFillColor(const std::shared_ptr<UIColor>& color)
 {
     change(CAProperty::FillColor, &CALayerValues::fillColor, color);
 }

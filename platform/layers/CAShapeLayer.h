@@ -23,9 +23,9 @@ public:
     void setPath(const std::shared_ptr<UIBezierPath>& path);
 
     const std::shared_ptr<UIColor>& strokeColor() const { return modelValues().strokeColor; }
-    void setStrokeColor(std::shared_ptr<UIColor>); // nil, the default: no stroke
+    void setStrokeColor(const std::shared_ptr<UIColor>&); // nil, the default: no stroke
     const std::shared_ptr<UIColor>& fillColor() const { return modelValues().fillColor; }
-    void setFillColor(std::shared_ptr<UIColor>); // nil: no fill; black by default
+    void setFillColor(const std::shared_ptr<UIColor>&); // nil: no fill; black by default
     double lineWidth() const { return modelValues().lineWidth; }
     void setLineWidth(double);
     double strokeStart() const { return modelValues().strokeStart; }
