@@ -101,7 +101,7 @@ void LayerNode::setSublayers(const std::vector<LayerNode*>& sublayers)
     }
     QSGNode* place = firstSublayer();
     for (LayerNode* sublayer : sublayers) {
-        if (sublayer == place) {
+        if (place && sublayer == place) {
             place = place->nextSibling();
             continue;
         }
