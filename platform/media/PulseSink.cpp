@@ -1,6 +1,7 @@
 #include "platform/media/PulseSink.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
