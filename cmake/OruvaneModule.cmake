@@ -1,10 +1,12 @@
 # One folder is one target: its sources and headers are all the .cpp and .h files in it.
 #
 #   oruvane_module(NAME LINK library...)          a static library named after its folder
-#   oruvane_tests(NAME LINK library...)           a test program that ctest runs test by test
+#   oruvane_tests(NAME [THREADED] LINK library...)
+#                                                 a test program that ctest runs test by test; THREADED
+#                                                 labels those that the thread sanitizer is to see
 #
 # Includes are written from the root of the repository, so an include line shows the edge that
-# cmake/include_edges.txt allows or forbids.
+# scripts/include-edges allows or forbids.
 
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -22,6 +24,15 @@ target_link_libraries(oruvane_options INTERFACE Threads::Threads)
 if(ORUVANE_SANITIZE)
     target_compile_options(oruvane_options INTERFACE "-fsanitize=${ORUVANE_SANITIZE}" -fno-sanitize-recover=all)
     target_link_options(oruvane_options INTERFACE "-fsanitize=${ORUVANE_SANITIZE}")
+endif()
+
+# What every test runs with. The lists name the reports of the sanitizers that are about other people's code.
+set(ORUVANE_TEST_ENVIRONMENT QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software LC_ALL=C.UTF-8)
+if(ORUVANE_SANITIZE)
+    list(APPEND ORUVANE_TEST_ENVIRONMENT
+        "LSAN_OPTIONS=suppressions='${PROJECT_SOURCE_DIR}/tests/leaks.supp':print_suppressions=0"
+        "TSAN_OPTIONS=suppressions='${PROJECT_SOURCE_DIR}/tests/races.supp'"
+        "UBSAN_OPTIONS=print_stacktrace=1")
 endif()
 
 # The headers that nearly every file of a kind reads, compiled once for all of them.
@@ -52,7 +63,7 @@ function(oruvane_module name)
 endfunction()
 
 function(oruvane_tests name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "THREADED" "" "LINK")
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
     if(NOT sources)
         return()
@@ -60,8 +71,15 @@ function(oruvane_tests name)
     add_executable(${name} ${sources})
     target_link_libraries(${name} PRIVATE ${arg_LINK} tests_support GTest::gmock)
     target_precompile_headers(${name} REUSE_FROM tests_precompiled)
-    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 120
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QT_QUICK_BACKEND=software;LC_ALL=C.UTF-8")
+    set(label)
+    if(arg_THREADED)
+        set(label LABELS threaded)
+        add_dependencies(threaded_tests ${name})
+    endif()
+    # Written so, the list reaches the test as one value.
+    list(JOIN ORUVANE_TEST_ENVIRONMENT "\\;" environment)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+        PROPERTIES TIMEOUT 120 ${label} ENVIRONMENT "${environment}")
 endfunction()
 
 # Links libraries whole into a program, object by object: a class registration or load hook in them is
