@@ -71,10 +71,10 @@ void UILabel::setNumberOfLines(int lines)
         textDidChange();
 }
 
-void UILabel::setBackgroundColor(std::shared_ptr<UIColor> color)
+void UILabel::setBackgroundColor(const std::shared_ptr<UIColor>& color)
 {
     setOpaque(color && color->qColor().alpha() == 255);
-    UIView::setBackgroundColor(std::move(color));
+    UIView::setBackgroundColor(color);
 }
 
 void UILabel::textDidChange()

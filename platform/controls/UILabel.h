@@ -31,7 +31,7 @@ public:
     CGSize sizeThatFits(const CGSize& size) const override;
     CGFloat firstBaseline() const override;
 
-    void setBackgroundColor(std::shared_ptr<UIColor> color) override;
+    void setBackgroundColor(const std::shared_ptr<UIColor>& color) override;
     bool drawsContent() const override { return !m_text.isEmpty(); }
     void drawRect(const CGRect& rect, CGContext& context) override;
 

@@ -163,10 +163,7 @@ void UIView::setOpaque(bool opaque) { m_opaque = opaque; }
 
 std::shared_ptr<UIColor> UIView::backgroundColor() const { return m_layer->backgroundColor(); }
 
-void UIView::setBackgroundColor(std::shared_ptr<UIColor> color)
-{
-    m_layer->setBackgroundColor(std::move(color));
-}
+void UIView::setBackgroundColor(const std::shared_ptr<UIColor>& color) { m_layer->setBackgroundColor(color); }
 
 bool UIView::clipsToBounds() const { return m_layer->masksToBounds(); }
 

@@ -74,7 +74,7 @@ public:
     bool isOpaque() const;
     void setOpaque(bool opaque);
     std::shared_ptr<UIColor> backgroundColor() const;
-    virtual void setBackgroundColor(std::shared_ptr<UIColor> color);
+    virtual void setBackgroundColor(const std::shared_ptr<UIColor>& color);
     bool clipsToBounds() const;
     void setClipsToBounds(bool clips);
     UIViewContentMode contentMode() const { return m_contentMode; }
