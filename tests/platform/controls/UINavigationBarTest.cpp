@@ -5,7 +5,6 @@
 
 namespace {
 
-using ::testing::Contains;
 using ::testing::ElementsAre;
 
 class UINavigationBarTest : public BarScene {

@@ -5,8 +5,6 @@
 
 namespace {
 
-using ::testing::ElementsAre;
-
 class UIToolbarTest : public BarScene {
 protected:
     const std::shared_ptr<UIToolbar> bar = addView<UIToolbar>({ 0, 100, 390, 44 });

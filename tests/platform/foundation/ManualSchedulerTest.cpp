@@ -83,6 +83,10 @@ TEST(ManualSchedulerTest, ATimerThatReArmsItselfWithoutDelayDoesNotHoldIt)
 TEST(ManualSchedulerTest, DropsItsTimersWhileItIsStillInForce)
 {
     struct Asker {
+        explicit Asker(bool& answer)
+            : hadScheduler(answer)
+        {
+        }
         ~Asker() { hadScheduler = Scheduler::hasCurrent(); }
         bool& hadScheduler;
     };

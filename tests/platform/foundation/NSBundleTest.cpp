@@ -14,9 +14,9 @@ const NSString accessibility = QStringLiteral("Accessibility");
 
 class NSBundleTest : public testing::Test {
 protected:
-    std::shared_ptr<NSBundle> bundle(std::vector<NSString> languages = { QStringLiteral("en") }) const
+    std::shared_ptr<NSBundle> bundle(const std::vector<NSString>& languages = { QStringLiteral("en") }) const
     {
-        return make<NSBundle>(folder.path(), std::move(languages));
+        return make<NSBundle>(folder.path(), languages);
     }
     void writeTable(const char* language, const char* table, const char* text) const
     {

@@ -8,8 +8,6 @@
 #include <deque>
 #include <set>
 
-using testing::ElementsAre;
-
 namespace {
 
 // Answers what it was given, in order.

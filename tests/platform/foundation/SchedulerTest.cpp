@@ -139,6 +139,10 @@ TEST_F(SchedulerTest, ACancelledTimerDoesNotRunEvenWhenItIsDueInTheSameTurn)
 TEST_F(SchedulerTest, WhatWorkHoldsMayUseTheSchedulerWhenItEnds)
 {
     struct Canceller {
+        explicit Canceller(Scheduler& used)
+            : scheduler(used)
+        {
+        }
         ~Canceller()
         {
             scheduler.cancel(scheduler.schedule(1, [] {}));

@@ -59,6 +59,11 @@ TEST(ThreadPoolTest, WorkMaySubmitWork)
 TEST(ThreadPoolTest, WhatWorkHoldsMaySubmitWorkWhenItEnds)
 {
     struct Submitter {
+        Submitter(ThreadPool& usedPool, std::latch& toCountDown)
+            : pool(usedPool)
+            , done(toCountDown)
+        {
+        }
         ~Submitter()
         {
             pool.async([&latch = done] { latch.count_down(); });

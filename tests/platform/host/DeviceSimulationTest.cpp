@@ -1,5 +1,7 @@
 #include "platform/host/DeviceSimulation.h"
 
+#include <gtest/gtest.h>
+
 namespace {
 
 using Geometry = UIScreen::Geometry;

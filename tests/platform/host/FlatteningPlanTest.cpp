@@ -2,6 +2,8 @@
 
 #include "tests/support/FrameListMaker.h"
 
+#include <gtest/gtest.h>
+
 namespace {
 
 using Way = FlatteningPlan::Way;

@@ -2,6 +2,8 @@
 
 #include "tests/support/FrameListMaker.h"
 
+#include <gtest/gtest.h>
+
 namespace {
 
 LayerSketch row(std::uint64_t id, double y, const QColor& color = Qt::white)

@@ -3,6 +3,8 @@
 #include "tests/support/FrameListMaker.h"
 #include "tests/support/Pictures.h"
 
+#include <gtest/gtest.h>
+
 namespace {
 
 QColor pixel(const QImage& image, int x, int y) { return image.pixelColor(x, y); }

@@ -1,5 +1,7 @@
 #include "platform/host/FrameStatistics.h"
 
+#include <gtest/gtest.h>
+
 namespace {
 
 constexpr double refresh = 1.0 / 60;

@@ -9,6 +9,8 @@
 #include <QKeyEvent>
 #include <QTemporaryDir>
 
+#include <gmock/gmock.h>
+
 #include <csignal>
 
 namespace {

@@ -1,5 +1,7 @@
 #include "platform/host/HostEnvironment.h"
 
+#include <gtest/gtest.h>
+
 namespace {
 
 QByteArray valueOf(const HostEnvironment::Settings& settings, const QByteArray& name)

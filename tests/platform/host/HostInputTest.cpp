@@ -10,6 +10,8 @@
 #include <QWheelEvent>
 #include <QWindow>
 
+#include <gtest/gtest.h>
+
 namespace {
 
 class TouchLog final : public UIView {

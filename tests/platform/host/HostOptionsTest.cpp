@@ -1,5 +1,7 @@
 #include "platform/host/HostOptions.h"
 
+#include <gtest/gtest.h>
+
 namespace {
 
 HostOptions parsed(const std::vector<NSString>& arguments)

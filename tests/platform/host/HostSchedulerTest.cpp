@@ -4,6 +4,8 @@
 
 #include <QEventLoop>
 
+#include <gtest/gtest.h>
+
 namespace {
 
 // The host's scheduler runs on the real clock; the delays here are a few milliseconds.

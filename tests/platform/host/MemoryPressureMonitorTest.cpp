@@ -19,11 +19,11 @@ public:
         address.sin_family = AF_INET;
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         socklen_t length = sizeof(address);
-        bind(listener, reinterpret_cast<sockaddr*>(&address), length);
+        EXPECT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), length), 0);
         listen(listener, 1);
         getsockname(listener, reinterpret_cast<sockaddr*>(&address), &length);
         m_sender = socket(AF_INET, SOCK_STREAM, 0);
-        connect(m_sender, reinterpret_cast<sockaddr*>(&address), length);
+        EXPECT_EQ(connect(m_sender, reinterpret_cast<sockaddr*>(&address), length), 0);
         receiver = accept(listener, nullptr, nullptr);
         close(listener);
     }

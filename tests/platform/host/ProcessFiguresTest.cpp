@@ -1,5 +1,7 @@
 #include "platform/host/ProcessFigures.h"
 
+#include <gtest/gtest.h>
+
 namespace {
 
 TEST(ProcessFiguresTest, TellsHowLongTheProcessHasRun)

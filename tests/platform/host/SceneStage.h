@@ -10,6 +10,8 @@
 #include <QScreen>
 #include <QTimer>
 
+#include <gtest/gtest.h>
+
 class SceneStage {
 public:
     // In device pixels.

@@ -4,6 +4,8 @@
 #include <QImageReader>
 #include <QTemporaryDir>
 
+#include <gtest/gtest.h>
+
 namespace {
 
 class ScreenshotTest : public testing::Test {

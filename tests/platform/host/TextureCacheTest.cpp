@@ -5,6 +5,8 @@
 
 #include <QSGTexture>
 
+#include <gtest/gtest.h>
+
 namespace {
 
 QImage picture(const QColor& color) { return plainPixels({ 4, 4 }, color); }

@@ -1,5 +1,7 @@
 #include "platform/host/TrimmedPath.h"
 
+#include <gtest/gtest.h>
+
 namespace {
 
 QPainterPath corner() // 30 to the right, 10 down

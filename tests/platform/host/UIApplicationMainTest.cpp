@@ -1,5 +1,7 @@
 #include "platform/application/UIApplicationMain.h"
 
+#include <gmock/gmock.h>
+
 namespace {
 
 // What the command line decides before there is an application; the rest is HostApplication's.
