@@ -1,0 +1,70 @@
+// Solves linear constraints with priorities, incrementally.
+//
+// A constraint compares a sum of variables with 0. Required ones hold, or are refused; the others are met as
+// well as they can be: first the errors of the highest priority are made least, then those of the next one
+// without giving any of that up, and so on, so a single constraint outweighs any number of weaker ones.
+// Within one priority the sum of the absolute errors is least. What that leaves open is chosen alike in every
+// run.
+//
+// Knows nothing of views. Changes cost what they change: what does not meet should be solved apart.
+#pragma once
+
+#include "platform/foundation/FoundationTypes.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+class ConstraintSolver {
+public:
+    enum class Variable : std::uint32_t { None = 0 };
+    enum class Constraint : std::uint32_t { None = 0 };
+    enum class Relation : signed char { LessThanOrEqual = -1, Equal = 0, GreaterThanOrEqual = 1 };
+    struct Term {
+        Variable variable = Variable::None;
+        double coefficient = 0;
+    };
+
+    static constexpr double required = 1000; // the highest priority
+    static constexpr double largest = 1e9; // what a coefficient or a constant may be, either way
+
+    ConstraintSolver() = default;
+    ConstraintSolver(const ConstraintSolver&) = delete;
+    ConstraintSolver& operator=(const ConstraintSolver&) = delete;
+
+    // Unrestricted in sign; 0 until it is constrained.
+    Variable addVariable();
+    // No constraint may mention it any more.
+    void removeVariable(Variable);
+
+    // The sum of the terms plus the constant, compared with 0. The priority lies above 0 and is 1000 at most.
+    // None when it is required and contradicts others that are: then nothing has changed, and conflict()
+    // names those others.
+    Constraint addConstraint(std::span<const Term>, double constant, Relation, double priority = required);
+    void removeConstraint(Constraint);
+    // False when the required constraints cannot all hold with it; the constant is the new one all the same.
+    // conflict() names those that contradict each other: take any one of them out and solve() again. Until
+    // then the values stay the last ones that fitted.
+    bool setConstant(Constraint, double);
+    // What addConstraint(), setConstant() or solve() stumbled over last: as few constraints as contradict.
+    const std::vector<Constraint>& conflict() const { return m_conflict; }
+
+    // Brings the values up to date. False as for setConstant().
+    bool solve();
+    // As of the last successful solve().
+    double value(Variable) const;
+
+    // Whose values have changed since clearChanges(), each once.
+    std::span<const Variable> changedVariables() const { return m_changed; }
+    void clearChanges();
+
+    std::size_t variableCount() const { return m_variableCount; }
+    std::size_t constraintCount() const { return m_constraintCount; }
+    NSString description() const; // constraints, values, and the tableau, a line each
+
+private:
+    std::vector<Constraint> m_conflict;
+    std::vector<Variable> m_changed;
+    std::size_t m_variableCount = 0;
+    std::size_t m_constraintCount = 0;
+};
