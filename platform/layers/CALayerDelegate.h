@@ -21,6 +21,8 @@ public:
     // actionForLayer:forKey: — before the new value takes effect.
     virtual CAActionAnswer actionForLayerForKey(CALayer&, const NSString& /*key*/) { return std::nullopt; }
 
+    // A round of layout begins at this layer.
+    virtual void layerWillLayoutTree(CALayer&) { }
     virtual void layoutSublayersOfLayer(CALayer&) { }
 
     // Whether drawLayerInContext() draws anything; without it no bitmap is made.

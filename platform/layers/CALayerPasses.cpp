@@ -34,8 +34,11 @@ void CALayer::layoutIfNeeded()
     while (top->m_superlayer && top->m_superlayer->m_needsLayout)
         top = top->m_superlayer;
     const auto self = top->strongSelf(top);
-    for (int round = 0; round < maximumLayoutRounds && self->hasPendingLayout(); ++round)
+    for (int round = 0; round < maximumLayoutRounds && self->hasPendingLayout(); ++round) {
+        if (const auto delegate = self->m_delegate.lock())
+            delegate->layerWillLayoutTree(*self);
         self->layoutSubtreeOnce();
+    }
 }
 
 void CALayer::layoutSubtreeOnce()

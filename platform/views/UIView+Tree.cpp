@@ -71,6 +71,9 @@ void UIView::insert(const std::shared_ptr<UIView>& added, std::size_t index)
     m_subviews.insert(m_subviews.begin() + static_cast<std::ptrdiff_t>(index), view);
     view->m_superview = this;
     m_layer->insertSublayer(view->m_layer, sublayerIndex);
+    view->layoutRoleDidChange();
+    if (view->hasPendingConstraintUpdate())
+        view->superviewsNeedUpdateConstraints();
     setNeedsLayout();
     if (changesWindow) {
         view->setWindow(m_window);
@@ -141,8 +144,10 @@ void UIView::takeOut(UIView& view)
 {
     const auto keepAlive = weak_from_this().lock();
     willRemoveSubview(view);
+    view.dropOutsideConstraints();
     std::erase_if(m_subviews, [&](const auto& subview) { return subview.get() == &view; });
     view.m_superview = nullptr;
+    view.layoutRoleDidChange();
     view.m_layer->removeFromSuperlayer();
     setNeedsLayout();
 }

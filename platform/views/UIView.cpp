@@ -33,8 +33,11 @@ UIView::UIView(const CGRect& frame)
 
 UIView::~UIView()
 {
-    for (const auto& view : m_subviews)
+    leaveLayout();
+    for (const auto& view : m_subviews) {
         view->m_superview = nullptr;
+        view->layoutRoleDidChange();
+    }
     for (const auto& recognizer : m_recognizers)
         recognizer->setView({}, nullptr);
 }
@@ -48,6 +51,8 @@ void UIView::init()
     UIView::setBounds({ CGPoint(), m_initialFrame.size() });
     UIView::setCenter(m_initialFrame.center());
     setNeedsLayout();
+    if (requiresConstraintBasedLayout())
+        setNeedsUpdateConstraints();
 }
 
 std::shared_ptr<CALayer> UIView::makeLayer() const { return CALayer::layer(); }
@@ -75,12 +80,17 @@ void UIView::setBounds(const CGRect& bounds)
     for (const auto& view : subviews)
         if (view->m_superview == this)
             view->resizeWithSuperview(oldSize, bounds.size());
+    layoutFrameDidChange();
     setNeedsLayout();
 }
 
 CGPoint UIView::center() const { return m_layer->position(); }
 
-void UIView::setCenter(const CGPoint& center) { m_layer->setPosition(center); }
+void UIView::setCenter(const CGPoint& center)
+{
+    m_layer->setPosition(center);
+    layoutFrameDidChange();
+}
 
 CGAffineTransform UIView::transform() const { return m_layer->transform(); }
 
@@ -88,7 +98,7 @@ void UIView::setTransform(const CGAffineTransform& transform) { m_layer->setTran
 
 void UIView::resizeWithSuperview(const CGSize& oldSize, const CGSize& newSize)
 {
-    if (m_autoresizingMask != UIViewAutoresizing::None)
+    if (m_autoresizingMask != UIViewAutoresizing::None && hasGivenFrame())
         setFrame(autoresizedFrame(frame(), m_autoresizingMask, oldSize, newSize));
 }
 
@@ -128,23 +138,9 @@ CGSize UIView::intrinsicContentSize() const { return { UIViewNoIntrinsicMetric, 
 
 void UIView::invalidateIntrinsicContentSize()
 {
+    layoutContentDidChange();
     if (m_superview)
         m_superview->setNeedsLayout();
-}
-
-UIEdgeInsets UIView::safeAreaInsets() const
-{
-    if (!m_window)
-        return {};
-    if (m_window == this)
-        return UIScreen::mainScreen()->safeAreaInsets();
-    const UIEdgeInsets outer = m_superview->safeAreaInsets();
-    const CGRect around = m_superview->bounds();
-    const CGRect own = frame();
-    return { std::max(outer.top - (own.top() - around.top()), 0.0),
-        std::max(outer.left - (own.left() - around.left()), 0.0),
-        std::max(outer.bottom - (around.bottom() - own.bottom()), 0.0),
-        std::max(outer.right - (around.right() - own.right()), 0.0) };
 }
 
 // --- Looks -------------------------------------------------------------------------------------------
@@ -175,22 +171,7 @@ void UIView::setContentMode(UIViewContentMode mode)
     m_layer->setContentsGravity(gravityOf(mode));
 }
 
-// --- Layout and display ------------------------------------------------------------------------------
-
-void UIView::setNeedsLayout() { m_layer->setNeedsLayout(); }
-
-void UIView::layoutIfNeeded() { m_layer->layoutIfNeeded(); }
-
-void UIView::layoutSublayersOfLayer(CALayer&)
-{
-    const auto keepAlive = shared_from_this();
-    const auto owner = m_owner ? m_owner->shared_from_this() : nullptr;
-    if (m_owner)
-        m_owner->viewWillLayoutSubviews();
-    layoutSubviews();
-    if (m_owner)
-        m_owner->viewDidLayoutSubviews();
-}
+// --- Display -----------------------------------------------------------------------------------------
 
 void UIView::setNeedsFrameUpdate()
 {

@@ -9,6 +9,8 @@
 #include "platform/graphics/Geometry.h"
 #include "platform/graphics/UIUserInterfaceStyle.h"
 #include "platform/layers/CALayer.h"
+#include "platform/layout/LayoutContainer.h"
+#include "platform/views/UIAccessibility.h"
 #include "platform/views/UIAppearanceNotes.h"
 #include "platform/views/UIEvent.h"
 #include "platform/views/UIResponder.h"
@@ -22,7 +24,7 @@ class UIColor;
 class UIGestureRecognizer;
 class UIViewOwner;
 
-class UIView : public UIResponder, public CALayerDelegate {
+class UIView : public UIResponder, public CALayerDelegate, public LayoutContainer, public UIAccessibility {
 public:
     UIView() = default;
     // initWithFrame:
@@ -59,10 +61,6 @@ public:
     void invalidateIntrinsicContentSize();
     // Where the first line of text stands, from the top; the bottom edge without text.
     virtual CGFloat firstBaseline() const { return bounds().height(); }
-    // How far bars, notches and home indicators reach into the bounds.
-    UIEdgeInsets safeAreaInsets() const;
-    // Sent when the screen's own insets change.
-    virtual void safeAreaInsetsDidChange() { }
 
     // --- Looks ---------------------------------------------------------------------------------------
 
@@ -130,9 +128,36 @@ public:
     // --- Layout and display --------------------------------------------------------------------------
 
     void setNeedsLayout();
-    // Lays out now what needs it, from the highest superview that does.
+    // Lays out now what needs it, from the highest superview that does; constraints are updated before.
     void layoutIfNeeded();
+    // Comes after the subviews have the frames that constraints have found for them.
     virtual void layoutSubviews() { }
+    // Asks for updateConstraints() before the next layout.
+    void setNeedsUpdateConstraints();
+    bool needsUpdateConstraints() const { return m_needsUpdateConstraints; }
+    // Updates now what asked for it in this view and inside it, subviews before superviews.
+    void updateConstraintsIfNeeded();
+    // Where a view makes and changes its constraints; overrides call the base class.
+    virtual void updateConstraints();
+    // Whether the view needs updateConstraints() to stand on its feet: it is called once without being asked
+    // for.
+    virtual bool requiresConstraintBasedLayout() const { return false; }
+
+    // How far bars, notches and home indicators reach into the bounds.
+    UIEdgeInsets safeAreaInsets() const;
+    // Sent when the screen's own insets change.
+    virtual void safeAreaInsetsDidChange() { }
+    // The part of the bounds that nothing of that covers. Made with the first call.
+    UILayoutGuide& safeAreaLayoutGuide();
+    // The distance that content keeps from the edges, on top of the safe area: 8 points unless set.
+    UIEdgeInsets layoutMargins() const;
+    void setLayoutMargins(const UIEdgeInsets& margins);
+    // Whether the margins are at least as wide as the superview's, measured from its edges; off by default.
+    bool preservesSuperviewLayoutMargins() const { return m_preservesSuperviewLayoutMargins; }
+    void setPreservesSuperviewLayoutMargins(bool preserves);
+    virtual void layoutMarginsDidChange() { }
+    // What the margins leave. Made with the first call.
+    UILayoutGuide& layoutMarginsGuide();
     // Asks for updateForFrame() in the next frame; outside of a window nothing happens.
     void setNeedsFrameUpdate();
     // The first thing in a frame, for what moves by itself: `now` is the frame's time.
@@ -202,8 +227,20 @@ protected:
     virtual std::shared_ptr<CALayer> makeLayer() const;
     UIWindow* responderWindow() const override { return m_window; }
 
+    // How constraints see the view.
+    LayoutContainer* layoutContainer() const override { return m_superview; }
+    std::shared_ptr<LayoutItem> layoutReference() override { return strongSelf(this); }
+    NSString layoutName() const override { return className(); }
+    CGRect layoutFrame() const override;
+    void setLayoutFrame(const CGRect& frame) override;
+    CGSize layoutContentSize() const override { return intrinsicContentSize(); }
+    LayoutItem& layoutMarginsItem() override;
+    void layoutInsideDidChange() override { setNeedsLayout(); }
+    void visitSubcontainers(const std::function<void(LayoutContainer&)>& visit) const override;
+
     // The layer's questions. A subclass that overrides one asks the base class for what it does not answer.
     CAActionAnswer actionForLayerForKey(CALayer&, const NSString& key) override;
+    void layerWillLayoutTree(CALayer&) override;
     void layoutSublayersOfLayer(CALayer&) override;
     bool layerDrawsContent(const CALayer&) const override { return drawsContent(); }
     void drawLayerInContext(CALayer&, CGContext&) override;
@@ -240,6 +277,15 @@ private:
     void tellTintChangeSince(const InheritedTint& before);
     void tellTintChange(TintChange change);
     bool takesTouches() const;
+    bool hasPendingConstraintUpdate() const
+    {
+        return m_needsUpdateConstraints || m_subviewsNeedUpdateConstraints;
+    }
+    void superviewsNeedUpdateConstraints();
+    void updateConstraintsOnce();
+    void placeSubviews();
+    void refreshInsetGuides();
+    void watchInsets();
 
     CGRect m_initialFrame;
     std::shared_ptr<CALayer> m_layer;
@@ -248,6 +294,9 @@ private:
     UIViewOwner* m_owner = nullptr;
     std::vector<std::shared_ptr<UIView>> m_subviews;
     std::vector<std::shared_ptr<UIGestureRecognizer>> m_recognizers;
+    std::shared_ptr<UILayoutGuide> m_safeAreaGuide; // null until asked for
+    std::shared_ptr<UILayoutGuide> m_layoutMarginsGuide; // null until asked for
+    UIEdgeInsets m_layoutMargins { 8, 8, 8, 8 };
     UIAppearanceNotes m_appearanceNotes;
     std::shared_ptr<UIColor> m_tintColor; // null inherits
     UIViewTintAdjustmentMode m_tintAdjustmentMode = UIViewTintAdjustmentMode::Automatic;
@@ -257,5 +306,8 @@ private:
     bool m_userInteractionEnabled = true;
     bool m_multipleTouchEnabled = false;
     bool m_opaque = true;
+    bool m_preservesSuperviewLayoutMargins = false;
+    bool m_needsUpdateConstraints = false;
+    bool m_subviewsNeedUpdateConstraints = false;
     int m_interactionBlocks = 0; // animations under way that keep touches out
 };

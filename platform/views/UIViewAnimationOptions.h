@@ -1,7 +1,7 @@
 // How a view animation runs: its curve, and how it treats what is already going on.
 #pragma once
 
-#include "platform/views/BitMask.h"
+#include "platform/foundation/BitMask.h"
 
 enum class UIViewAnimationCurve : unsigned { EaseInOut = 0, EaseIn = 1, EaseOut = 2, Linear = 3 };
 

@@ -12,6 +12,9 @@ public:
     // Never null; made at the first call.
     virtual std::shared_ptr<UIView> view() = 0;
 
+    // Stands in for the view's updateConstraints(), which overrides call through here.
+    virtual void updateViewConstraints();
+
     // Sent by the view, around its own layoutSubviews() and after it has come to another window or to none.
     virtual void viewWillLayoutSubviews() { }
     virtual void viewDidLayoutSubviews() { }

@@ -1,7 +1,7 @@
 // The small types that a view's properties have.
 #pragma once
 
-#include "platform/views/BitMask.h"
+#include "platform/foundation/BitMask.h"
 
 // What changes along with the superview's size.
 enum class UIViewAutoresizing : unsigned {
@@ -19,6 +19,3 @@ enum class UIViewTintAdjustmentMode { Automatic = 0, Normal = 1, Dimmed = 2 };
 
 // How a picture fills its view.
 enum class UIViewContentMode { ScaleToFill = 0, ScaleAspectFit = 1, ScaleAspectFill = 2, Center = 4 };
-
-// An intrinsic width or height that a view does not have.
-inline constexpr double UIViewNoIntrinsicMetric = -1;

@@ -1,0 +1,96 @@
+// The rows of a dictionary: each basic symbol as a sum of nonbasic ones, which have a column each.
+//
+// The cells lie in one dense block, and each row and each column has a mask of where it may differ from 0. So
+// a cell is found at once while all work costs what is really there, which in layouts is a tenth of the block.
+// Knows rows and columns by number and nothing of what they stand for.
+#pragma once
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+class SolverTableau {
+public:
+    using Index = std::uint32_t;
+    using Word = std::uint64_t;
+    static constexpr Index wordBits = 64;
+    // What is nearer to 0 than this is rounding, and taken for 0 when it is come across.
+    static constexpr double tiny = 1e-12;
+
+    Index addColumn();
+    void removeColumn(Index); // one without cells
+    Index addRow();
+    void removeRow(Index);
+    void clear(); // keeps the memory
+
+    double cell(Index row, Index column) const { return m_cells[row * m_stride + column]; }
+    void add(Index row, Index column, double value);
+    void addMultiple(Index row, Index source, double factor);
+    // The symbol of the row and that of the column change roles in all rows.
+    void pivot(Index row, Index column);
+
+    Index columnWords() const { return m_columnWords; } // how many words a set of columns has
+    bool isColumnEmpty(Index);
+    // Hands (row, value) to the visitor, rows in order.
+    template <typename Visitor> void forEachInColumn(Index column, Visitor visit);
+    // Hands (column, value) to the visitor, columns in order, for the columns of the set.
+    template <typename Visitor> void forEachInRow(Index row, const std::vector<Word>& columns, Visitor visit);
+    template <typename Visitor> static void forEachBit(const Word* words, Index count, Visitor visit);
+
+private:
+    struct Entry {
+        double value;
+        Index column;
+    };
+    double* cells(Index row) { return m_cells.data() + std::size_t(row) * m_stride; }
+    Word* rowMask(Index row) { return m_rowMasks.data() + std::size_t(row) * m_columnWords; }
+    Word* columnMask(Index column) { return m_columnMasks.data() + std::size_t(column) * m_rowWords; }
+    void erase(Index row, Index column);
+    void growColumns();
+    void growRows();
+    Entry* collectPivotRow(Index row, Index column);
+
+    std::vector<double> m_cells;
+    std::vector<Word> m_rowMasks; // of columns, by row
+    std::vector<Word> m_columnMasks; // of rows, by column
+    std::vector<Entry> m_entries; // of the row that is being pivoted
+    std::vector<Index> m_freeRows;
+    std::vector<Index> m_freeColumns;
+    Index m_stride = 0;
+    Index m_columnWords = 0;
+    Index m_rowWords = 0;
+    Index m_rowCapacity = 0;
+    Index m_rowCount = 0; // free ones included
+    Index m_columnCount = 0;
+};
+
+template <typename Visitor>
+inline void SolverTableau::forEachBit(const Word* words, Index count, Visitor visit)
+{
+    for (Index word = 0; word < count; ++word)
+        for (Word bits = words[word]; bits != 0; bits &= bits - 1)
+            visit(word * wordBits + Index(std::countr_zero(bits)));
+}
+
+template <typename Visitor> inline void SolverTableau::forEachInColumn(Index column, Visitor visit)
+{
+    forEachBit(columnMask(column), m_rowWords, [&](Index row) {
+        const double value = cell(row, column);
+        if (std::abs(value) < tiny)
+            erase(row, column);
+        else
+            visit(row, value);
+    });
+}
+
+template <typename Visitor>
+inline void SolverTableau::forEachInRow(Index row, const std::vector<Word>& columns, Visitor visit)
+{
+    const Word* mask = rowMask(row);
+    for (Index word = 0; word < m_columnWords; ++word)
+        for (Word bits = mask[word] & columns[word]; bits != 0; bits &= bits - 1) {
+            const Index column = word * wordBits + Index(std::countr_zero(bits));
+            visit(column, cell(row, column));
+        }
+}
