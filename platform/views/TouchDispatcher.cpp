@@ -73,6 +73,7 @@ void TouchDispatcher::touchMoved(TouchID id, const CGPoint& location)
         return;
     tracked->touch->change({}, UITouchPhase::Moved, location, Scheduler::current().now());
     tellRecognizers(tracked);
+    withholdIfHidden(*tracked);
     if (isTracked(tracked) && tracked->delivery == Delivery::Delivered)
         tellView(*tracked, UITouchPhase::Moved);
 }
@@ -93,9 +94,14 @@ void TouchDispatcher::touchCancelled(TouchID id)
 
 void TouchDispatcher::cancelAllTouches()
 {
+    const auto keepAlive = m_window.weak_from_this().lock();
     const auto all = m_tracked;
     for (const auto& tracked : all)
         touchCancelled(tracked->id);
+    m_late.clear();
+    for (const auto& held : std::exchange(m_undecided, {}))
+        if (const auto recognizer = held.lock())
+            recognizer->abandon({});
 }
 
 bool TouchDispatcher::scroll(UIScrollEvent event)
@@ -117,17 +123,24 @@ void TouchDispatcher::finish(const TrackedPointer& tracked, UITouchPhase phase, 
 {
     tracked->touch->change({}, phase, location, Scheduler::current().now());
     tellRecognizers(tracked);
+    withholdIfHidden(*tracked);
     if (phase == UITouchPhase::Ended && tracked->delivery == Delivery::Held) {
-        // A touch so short that its view has not heard of it yet.
-        tracked->delivery = Delivery::Delivered;
-        tellView(*tracked, UITouchPhase::Began);
+        m_late.push_back(tracked); // so short that its view has not heard of it yet
+        deliverLate();
     }
     Scheduler::current().cancel(tracked->delayTimer);
     if (std::exchange(tracked->delivery, Delivery::Withheld) == Delivery::Delivered)
         tellView(*tracked, phase);
     std::erase(m_tracked, tracked);
-    for (const auto& recognizer : tracked->touch->gestureRecognizers())
+    for (const auto& recognizer : tracked->touch->gestureRecognizers()) {
         recognizer->forgetTouch({}, *tracked->touch);
+        if (recognizer->isUndecided() && recognizer->view())
+            m_undecided.push_back(recognizer);
+    }
+    std::erase_if(m_undecided, [](const auto& held) {
+        const auto recognizer = held.lock();
+        return !recognizer || !recognizer->isUndecided();
+    });
 }
 
 // --- Delivery ----------------------------------------------------------------------------------------
@@ -248,12 +261,43 @@ void TouchDispatcher::deliverWhenFree(Tracked& tracked)
 {
     if (tracked.delivery != Delivery::Held || !tracked.delayElapsed)
         return;
-    for (const auto& recognizer : tracked.touch->gestureRecognizers())
-        if (recognizer->delaysTouchesBegan() && recognizer->state() == UIGestureRecognizerState::Possible
-            && recognizer->numberOfTouches() > 0)
-            return;
+    if (isHeldBack(tracked))
+        return;
     tracked.delivery = Delivery::Delivered;
     tellView(tracked, UITouchPhase::Began);
+}
+
+bool TouchDispatcher::isHeldBack(const Tracked& tracked)
+{
+    const auto recognizers = tracked.touch->gestureRecognizers();
+    return std::any_of(recognizers.begin(), recognizers.end(),
+        [](const auto& recognizer) { return recognizer->delaysTouchesBegan() && recognizer->isUndecided(); });
+}
+
+void TouchDispatcher::deliverLate()
+{
+    const auto all = m_late;
+    for (const auto& tracked : all) {
+        if (isHeldBack(*tracked) || std::erase(m_late, tracked) == 0)
+            continue;
+        tracked->delivery = Delivery::Withheld;
+        tellView(*tracked, UITouchPhase::Began);
+        tellView(*tracked, UITouchPhase::Ended);
+    }
+}
+
+bool TouchDispatcher::isHidden(const UIView* view)
+{
+    while (view && !view->isHidden())
+        view = view->superview();
+    return view != nullptr;
+}
+
+void TouchDispatcher::withholdIfHidden(Tracked& tracked)
+{
+    const auto view = tracked.touch->view();
+    if (isHidden(view.get()))
+        withhold(tracked);
 }
 
 void TouchDispatcher::withhold(Tracked& tracked)
@@ -274,6 +318,15 @@ void TouchDispatcher::viewWillLeaveWindow(UIView& root)
             if (recognizer->view() && root.containsView(*recognizer->view()))
                 recognizer->abandon({});
     }
+    std::erase_if(m_late, [&](const TrackedPointer& tracked) {
+        const auto view = tracked->touch->view();
+        return view && root.containsView(*view);
+    });
+    const auto undecided = m_undecided;
+    for (const auto& held : undecided)
+        if (const auto recognizer = held.lock())
+            if (recognizer->view() && root.containsView(*recognizer->view()))
+                recognizer->abandon({});
 }
 
 // --- Between recognisers -----------------------------------------------------------------------------
@@ -292,19 +345,28 @@ bool TouchDispatcher::mayRecognize(UIGestureRecognizer& recognizer) const
 
 void TouchDispatcher::didRecognize(UIGestureRecognizer& recognizer)
 {
+    const auto keepAlive = m_window.weak_from_this().lock();
     for (const auto& rival : rivalsOf(recognizer))
         if (rival->state() == UIGestureRecognizerState::Possible && !mayRunTogether(recognizer, *rival))
             rival->fail({});
-    if (!recognizer.cancelsTouchesInView())
-        return;
-    const auto touches = recognizer.touches();
-    for (const auto& touch : touches)
-        if (const auto tracked = find(*touch))
-            withhold(*tracked);
+    if (recognizer.cancelsTouchesInView()) {
+        const auto touches = recognizer.touches();
+        for (const auto& touch : touches)
+            if (const auto tracked = find(*touch))
+                withhold(*tracked);
+        std::erase_if(m_late, [&](const TrackedPointer& tracked) {
+            const auto watching = tracked->touch->gestureRecognizers();
+            return std::any_of(
+                watching.begin(), watching.end(), [&](const auto& one) { return one.get() == &recognizer; });
+        });
+    }
+    deliverLate();
 }
 
 void TouchDispatcher::didFail(UIGestureRecognizer& recognizer)
 {
+    const auto keepAlive = m_window.weak_from_this().lock(); // none while the window itself goes
+    deliverLate();
     const auto touches = recognizer.touches();
     for (const auto& touch : touches)
         if (const auto tracked = find(*touch))

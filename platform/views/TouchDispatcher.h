@@ -3,8 +3,9 @@
 // Positions are in the window. A touch belongs to the view it hits. The recognisers of that view and its
 // superviews see every change first, the deepest view's first of all; then the view, unless a
 // recogniser has taken the touch or something makes it wait. A touch whose view leaves the window is
-// cancelled there. Calls that make no sense (an unknown finger moves) change nothing. Everything
-// is delivered inside the call, at the scheduler's time; views and window may go away in it.
+// cancelled there, one whose view is hidden with the finger's next move. Calls that make no sense (an unknown
+// finger moves) change nothing. Everything is delivered inside the call, at the scheduler's time; views and
+// window may go away in it.
 #pragma once
 
 #include "platform/foundation/Scheduler.h"
@@ -44,6 +45,9 @@ public:
     // A view that waits for the gesture to fail may get its touch now.
     void didFail(UIGestureRecognizer&);
 
+    // Whether the view or one around it is hidden.
+    static bool isHidden(const UIView* view);
+
 private:
     // How far the view knows of a touch.
     enum class Delivery { Held, Delivered, Withheld };
@@ -61,8 +65,13 @@ private:
     void holdOrDeliver(const TrackedPointer&);
     void deliverWhenFree(Tracked&);
     void withhold(Tracked&);
+    void withholdIfHidden(Tracked&);
+    static bool isHeldBack(const Tracked&);
+    void deliverLate();
     bool isTakenByAnotherTouch(const Tracked&) const;
 
     UIWindow& m_window;
     std::vector<TrackedPointer> m_tracked;
+    std::vector<TrackedPointer> m_late; // whole touches that a recogniser holds back after their end
+    std::vector<std::weak_ptr<UIGestureRecognizer>> m_undecided; // after their touches had ended
 };

@@ -69,7 +69,7 @@ void UIGestureRecognizer::deliver(Key, const std::shared_ptr<UITouch>& touch, UI
     const auto keepAlive = shared_from_this();
     const bool begins = touch->phase() == UITouchPhase::Began;
     if (begins) {
-        if (!m_view || !m_enabled || isOver())
+        if (!m_view || !m_enabled || isOver() || isWaiting())
             return;
         m_touches.push_back(touch);
     }
@@ -78,6 +78,8 @@ void UIGestureRecognizer::deliver(Key, const std::shared_ptr<UITouch>& touch, UI
     m_lastCentroid = centroid();
     if (isOver())
         return;
+    if (TouchDispatcher::isHidden(m_view))
+        return setState(UIGestureRecognizerState::Cancelled);
     switch (touch->phase()) {
     case UITouchPhase::Began:
         return touchesBegan({ touch }, event);
@@ -93,8 +95,24 @@ void UIGestureRecognizer::deliver(Key, const std::shared_ptr<UITouch>& touch, UI
 
 void UIGestureRecognizer::forgetTouch(Key, const UITouch& touch)
 {
-    std::erase_if(m_touches, [&](const auto& watched) { return watched.get() == &touch; });
+    if (!watches(touch))
+        return;
+    if (isWaiting()) {
+        m_goneTouches.push_back(&touch);
+        return;
+    }
+    const auto keepAlive = shared_from_this();
+    ignoreTouch(touch);
+    const bool foundNothing = m_touches.empty() && m_state == UIGestureRecognizerState::Possible;
+    if (foundNothing && !waitsForMoreTouches())
+        setState(UIGestureRecognizerState::Failed);
     becomePossibleWhenFree();
+}
+
+void UIGestureRecognizer::ignoreTouch(const UITouch& touch)
+{
+    std::erase_if(m_touches, [&](const auto& watched) { return watched.get() == &touch; });
+    m_lastCentroid = centroid();
 }
 
 void UIGestureRecognizer::touchesCancelled(const UITouches&, UIEvent&)
@@ -107,6 +125,7 @@ void UIGestureRecognizer::abandon(Key)
     const auto keepAlive = shared_from_this();
     setState(UIGestureRecognizerState::Cancelled);
     m_touches.clear();
+    m_goneTouches.clear();
     becomePossibleWhenFree();
 }
 
@@ -118,10 +137,15 @@ bool UIGestureRecognizer::isOver() const
     return m_state == Ended || m_state == Cancelled || m_state == Failed;
 }
 
-bool UIGestureRecognizer::isGoingOn() const
+bool UIGestureRecognizer::isRecognized() const
 {
     using enum UIGestureRecognizerState;
-    return m_state == Began || m_state == Changed;
+    return m_state == Began || m_state == Changed || m_state == Ended;
+}
+
+bool UIGestureRecognizer::isUndecided() const
+{
+    return m_state == UIGestureRecognizerState::Possible && (!m_touches.empty() || waitsForMoreTouches());
 }
 
 void UIGestureRecognizer::setState(UIGestureRecognizerState state)
@@ -130,43 +154,67 @@ void UIGestureRecognizer::setState(UIGestureRecognizerState state)
     if (isOver() || state == Possible)
         return;
     const auto keepAlive = shared_from_this();
-    const bool begins = m_state == Possible && (state == Began || state == Changed || state == Ended);
-    if (begins) {
-        const bool allowed = mayBegin();
-        if (m_state != Possible || !m_view)
-            return; // one of those who were asked has stopped it
-        if (!allowed)
-            state = Failed;
-        else if (state == Changed)
-            state = Began;
-    } else if (m_state == Possible) {
-        state = Failed; // cancelled before it began
-    } else if (state == Failed) {
-        state = Cancelled;
-    } else if (state == Began) {
-        state = Changed;
-    }
-    m_state = state;
-    TouchDispatcher* const road = dispatcher();
-    if (state == Failed) {
-        if (road)
-            road->didFail(*this);
+    if (m_state != Possible) {
+        if (state == Failed)
+            state = Cancelled;
+        enter(state == Began ? Changed : state);
+    } else if (state == Failed || state == Cancelled) {
+        enter(Failed);
     } else {
-        if (begins && road)
-            road->didRecognize(*this);
-        if (m_state == state)
-            sendActions();
+        begin(state == Changed ? Began : state);
     }
+}
+
+void UIGestureRecognizer::begin(UIGestureRecognizerState state)
+{
+    const bool waitsAlready = isWaiting();
+    m_wish = state;
+    if (waitsAlready)
+        return;
+    waitForRequirements();
+    if (isWaiting()) // those who were asked may have stopped it
+        beginWhenFree();
+}
+
+void UIGestureRecognizer::beginWhenFree()
+{
+    if (!m_waitsFor.empty())
+        return;
+    const UIGestureRecognizerState state = m_wish;
+    const bool allowed = mayBegin();
+    if (isWaiting())
+        enter(allowed ? state : UIGestureRecognizerState::Failed);
+}
+
+void UIGestureRecognizer::enter(UIGestureRecognizerState state)
+{
+    using enum UIGestureRecognizerState;
+    const bool begins = m_state == Possible && state != Failed;
+    m_state = state;
+    m_wish = Possible;
+    m_waitsFor.clear();
+    TouchDispatcher* const road = dispatcher();
+    if (road && state == Failed)
+        road->didFail(*this);
+    if (road && begins)
+        road->didRecognize(*this);
+    if (begins || state == Failed)
+        tellDependents();
+    if (state != Failed && m_state == state)
+        sendActions();
+    for (const UITouch* gone : std::exchange(m_goneTouches, {}))
+        ignoreTouch(*gone);
     becomePossibleWhenFree();
 }
 
 bool UIGestureRecognizer::mayBegin()
 {
-    if (!m_enabled || !m_view)
+    if (!m_enabled || !m_view || TouchDispatcher::isHidden(m_view))
         return false;
-    for (const UIView* view = m_view; view; view = view->superview())
-        if (view->isHidden())
-            return false;
+    const auto required = requirements();
+    if (std::any_of(
+            required.begin(), required.end(), [](const auto& other) { return other->isRecognized(); }))
+        return false;
     const auto asked = delegate();
     if (asked && !asked->gestureRecognizerShouldBegin(*this))
         return false;

@@ -4,14 +4,17 @@
 // recognises its gesture makes the others fail, unless a delegate lets both go on. It goes
 // possible → ended for a gesture that happens at once, possible → began → changed … → ended or
 // cancelled for one that lasts, or possible → failed; when all its touches are gone it is possible
-// again. Targets are told of every state but possible and failed. A recogniser on a hidden or
-// disabled view does not recognise. It may be removed, disabled or dropped from inside its own action.
+// again. Targets are told of every state but possible and failed. On a hidden view nothing is recognised,
+// and what goes on there is cancelled with the next move. A gesture that has to wait for another one's
+// failure stays possible until then. A recogniser may be removed, disabled or dropped from inside its
+// own action.
 #pragma once
 
 #include "platform/foundation/Action.h"
 #include "platform/graphics/Geometry.h"
 #include "platform/views/UIGestureRecognizerDelegate.h"
 #include "platform/views/UIResponder.h"
+#include "platform/views/UITouch.h"
 
 enum class UIGestureRecognizerState {
     Possible = 0,
@@ -56,6 +59,11 @@ public:
     bool delaysTouchesBegan() const { return m_delaysTouchesBegan; }
     void setDelaysTouchesBegan(bool delays) { m_delaysTouchesBegan = delays; }
 
+    // requireGestureRecognizerToFail: — this gesture waits with its beginning while the other one may still
+    // be recognised, and fails if it is. Who watches no touch keeps nobody waiting; of two that wait for
+    // each other, the second one does not. The other one is held weakly.
+    void requireGestureRecognizerToFail(const std::shared_ptr<UIGestureRecognizer>& other);
+
     int numberOfTouches() const { return static_cast<int>(m_touches.size()); }
     // The middle of its touches, or where they last were. Nil stands for the window.
     virtual CGPoint locationInView(const UIView* view) const;
@@ -76,39 +84,63 @@ public:
     // Stops watching: cancels what is going on and lets go of all touches.
     void abandon(Key);
     void fail(Key) { setState(UIGestureRecognizerState::Failed); }
+    // Whether it watches touches, or waits for the next, and has not made up its mind.
+    bool isUndecided() const;
 
     const UITouches& touches() const { return m_touches; }
 
 protected:
     // For subclasses: touches arrive here while the gesture is possible or going on. The touches that end
-    // are still among touches(). By default a cancelled touch cancels the gesture.
+    // are still among touches(). By default a cancelled touch cancels the gesture. One that is still
+    // possible when its last touch has left has failed, unless waitsForMoreTouches().
     virtual void touchesBegan(const UITouches&, UIEvent&) { }
     virtual void touchesMoved(const UITouches&, UIEvent&) { }
     virtual void touchesEnded(const UITouches&, UIEvent&) { }
     virtual void touchesCancelled(const UITouches&, UIEvent&);
     // Called when the gesture becomes possible again: forget everything about the last one.
     virtual void reset() { }
+    virtual bool waitsForMoreTouches() const { return false; }
 
     // What the subclass has found out. A gesture that may not begin fails instead.
     void setState(UIGestureRecognizerState);
+    // ignoreTouch:forEvent: — as if the touch had never been there.
+    void ignoreTouch(const UITouch&);
     // The middle of the touches in the window: of all of them, and of those that stay.
     CGPoint centroid() const;
     CGPoint centroidOnScreen() const;
 
 private:
     bool isOver() const;
-    bool isGoingOn() const;
+    bool isRecognized() const;
     bool watches(const UITouch&) const;
+    void begin(UIGestureRecognizerState state);
+    void beginWhenFree();
+    void enter(UIGestureRecognizerState state);
     bool mayBegin();
     bool viewsLetBegin();
     TouchDispatcher* dispatcher() const;
     void sendActions();
     void becomePossibleWhenFree();
 
+    // Waiting for others: UIGestureRecognizer+Waiting.cpp
+    bool isWaiting() const { return m_wish != UIGestureRecognizerState::Possible; }
+    bool waitsFor(const UIGestureRecognizer& other) const;
+    bool mayStillRecognize(const UIGestureRecognizer& other) const;
+    bool mustWaitFor(UIGestureRecognizer& other);
+    UIGestureRecognizers requirements() const;
+    void waitForRequirements();
+    void requirementDecided(const UIGestureRecognizer& other);
+    void tellDependents();
+
     std::vector<Action> m_actions;
     UIView* m_view = nullptr;
     std::weak_ptr<UIGestureRecognizerDelegate> m_delegate;
     UITouches m_touches;
+    std::vector<std::weak_ptr<UIGestureRecognizer>> m_requirements; // that it was told of
+    std::vector<std::weak_ptr<UIGestureRecognizer>> m_waitsFor; // now, undecided ones
+    std::vector<std::weak_ptr<UIGestureRecognizer>> m_dependents; // that wait for this one
+    std::vector<const UITouch*> m_goneTouches; // of touches(), that ended while it waited
+    UIGestureRecognizerState m_wish = UIGestureRecognizerState::Possible; // what it waits to become
     CGPoint m_lastCentroid;
     UIGestureRecognizerState m_state = UIGestureRecognizerState::Possible;
     bool m_enabled = true;

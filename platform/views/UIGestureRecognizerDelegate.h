@@ -16,6 +16,18 @@ public:
         return false;
     }
 
+    // gestureRecognizer:shouldRequireFailureOfGestureRecognizer: — whether the first waits until the second,
+    // which watches the same touch, has failed. Asked when the first would begin.
+    virtual bool gestureRecognizerShouldRequireFailure(UIGestureRecognizer&, UIGestureRecognizer&)
+    {
+        return false;
+    }
+    // gestureRecognizer:shouldBeRequiredToFailByGestureRecognizer: — the same, asked from the other side.
+    virtual bool gestureRecognizerShouldBeRequiredToFail(UIGestureRecognizer&, UIGestureRecognizer&)
+    {
+        return false;
+    }
+
 protected:
     ~UIGestureRecognizerDelegate() = default; // nobody owns a delegate through this type
 };

@@ -1,7 +1,6 @@
 #include "platform/views/UIPanGestureRecognizer.h"
 
-#include "platform/views/InteractionConstants.h"
-#include "platform/views/UITouch.h"
+#include "platform/foundation/NSAssertionHandler.h"
 #include "platform/views/UIView.h"
 
 namespace {
@@ -32,33 +31,50 @@ CGPoint UIPanGestureRecognizer::translationInView(const UIView* view) const
 
 void UIPanGestureRecognizer::setTranslation(const CGPoint& translation, const UIView* view)
 {
+    const bool isFinite = std::isfinite(translation.x()) && std::isfinite(translation.y());
+    NSParameterAssert(isFinite, "UIPanGestureRecognizer", "translation is finite");
+    if (!isFinite)
+        return;
     m_origin = m_moved - vectorOutOfView(translation, view);
-    if (m_samples.size() > 1)
-        m_samples.erase(m_samples.begin(), m_samples.end() - 1);
+    m_samples.keepLast();
 }
 
 CGPoint UIPanGestureRecognizer::velocityInView(const UIView* view) const
 {
-    if (m_samples.empty())
-        return {};
-    const Sample& first = m_samples.front();
-    const Sample& last = m_samples.back();
-    const double duration = last.time - first.time;
-    if (!(duration > 0))
-        return {};
-    return vectorIntoView((last.position - first.position) / duration, view);
+    return vectorIntoView(m_samples.velocity(), view);
 }
+
+void UIPanGestureRecognizer::setMinimumNumberOfTouches(int touches)
+{
+    NSParameterAssert(touches >= 1, "UIPanGestureRecognizer", "touches >= 1");
+    m_minimumTouches = std::max(touches, 1);
+}
+
+void UIPanGestureRecognizer::setMaximumNumberOfTouches(int touches)
+{
+    NSParameterAssert(touches >= 1, "UIPanGestureRecognizer", "touches >= 1");
+    m_maximumTouches = std::max(touches, 1);
+}
+
+// --- Touches -----------------------------------------------------------------------------------------
 
 void UIPanGestureRecognizer::touchesBegan(const UITouches& began, UIEvent&)
 {
+    if (numberOfTouches() > m_maximumTouches) {
+        if (state() == UIGestureRecognizerState::Possible)
+            return setState(UIGestureRecognizerState::Failed);
+        ignoreTouch(*began.front());
+    }
     m_anchor = centroid();
-    if (m_samples.empty())
-        m_samples.push_back({ began.front()->timestamp(), m_moved });
+    if (m_samples.isEmpty())
+        m_samples.add(began.front()->timestamp(), m_moved);
 }
 
 void UIPanGestureRecognizer::touchesMoved(const UITouches& moved, UIEvent&)
 {
     follow(moved.front()->timestamp());
+    if (numberOfTouches() < m_minimumTouches)
+        return;
     if (state() != UIGestureRecognizerState::Possible)
         return setState(UIGestureRecognizerState::Changed);
     const double distance = lengthOf(m_moved);
@@ -88,9 +104,8 @@ void UIPanGestureRecognizer::reset()
 void UIPanGestureRecognizer::follow(double time)
 {
     const CGPoint middle = centroid();
-    m_moved += middle - m_anchor;
+    if (numberOfTouches() >= m_minimumTouches)
+        m_moved += middle - m_anchor;
     m_anchor = middle;
-    std::erase_if(m_samples,
-        [time](const Sample& sample) { return sample.time < time - InteractionConstants::velocityWindow; });
-    m_samples.push_back({ time, m_moved });
+    m_samples.add(time, m_moved);
 }

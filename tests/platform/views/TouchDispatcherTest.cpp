@@ -187,6 +187,28 @@ TEST_F(TouchDispatcherTest, ATouchGoesOnWhenItsViewMovesWithinTheWindow)
     EXPECT_EQ(view->lines, (Lines { "began 50 50", "ended 50 50" }));
 }
 
+TEST_F(TouchDispatcherTest, ATouchOfAViewThatIsHiddenIsCancelledWithTheNextMove)
+{
+    touch.down({ 150, 150 });
+    view->setHidden(true);
+    touch.moveTo({ 160, 150 });
+    EXPECT_EQ(view->lines, (Lines { "began 50 50", "cancelled 60 50" }));
+    view->setHidden(false);
+    touch.moveTo({ 170, 150 });
+    touch.up();
+    EXPECT_EQ(view->lines.size(), 2u);
+}
+
+TEST_F(TouchDispatcherTest, ATouchOfAViewInsideAHiddenOneEndsAsCancelled)
+{
+    const auto inner = make<LoggingView>(CGRect(0, 0, 50, 50));
+    view->addSubview(inner);
+    touch.down({ 110, 110 });
+    view->setHidden(true);
+    touch.up();
+    EXPECT_EQ(inner->lines, (Lines { "began 10 10", "cancelled 10 10" }));
+}
+
 TEST_F(TouchDispatcherTest, AViewMayBeDroppedFromInsideItsTouch)
 {
     std::weak_ptr<LoggingView> watched = view;
@@ -272,6 +294,15 @@ TEST_F(DelayedTouchTest, ATouchThatScrollsAfterTheDelayIsCancelled)
     touch.moveTo({ 110, 140 });
     touch.up();
     EXPECT_EQ(view->lines, (Lines { "began 10 10", "cancelled 10 40" }));
+}
+
+TEST_F(DelayedTouchTest, ATouchThatWaitedForAHiddenViewIsNeverTold)
+{
+    touch.down({ 110, 110 });
+    view->setHidden(true);
+    touch.up();
+    touch.wait(1);
+    EXPECT_TRUE(view->lines.empty());
 }
 
 TEST_F(DelayedTouchTest, ACancelledTouchThatWaitedIsNeverTold)

@@ -295,6 +295,67 @@ TEST_F(UIGestureRecognizerTest, OnAHiddenViewItDoesNotFire)
     EXPECT_TRUE(target->states.empty());
 }
 
+TEST_F(UIGestureRecognizerTest, HidingItsViewCancelsWhatGoesOnWithTheNextMove)
+{
+    outer->addGestureRecognizer(pan);
+    touch.down({ 110, 110 });
+    touch.moveTo({ 110, 140 });
+    outer->setHidden(true);
+    EXPECT_EQ(target->states, (States { 1 }));
+    touch.moveTo({ 110, 150 });
+    touch.moveTo({ 110, 160 });
+    touch.up();
+    EXPECT_EQ(target->states, (States { 1, 4 }));
+    outer->setHidden(false);
+    dragFrom({ 110, 110 });
+    EXPECT_EQ(target->states.size(), 5u);
+}
+
+TEST_F(UIGestureRecognizerTest, GoesOnWhenOnlyTheTouchedViewIsHidden)
+{
+    outer->addGestureRecognizer(pan);
+    touch.down({ 110, 110 });
+    touch.moveTo({ 110, 140 });
+    view->setHidden(true);
+    touch.moveTo({ 110, 150 });
+    touch.up();
+    EXPECT_EQ(target->states, (States { 1, 2, 3 }));
+}
+
+TEST_F(UIGestureRecognizerTest, OneThatHasFoundNothingWhenItsLastTouchLeavesHasFailed)
+{
+    class Idle : public UIGestureRecognizer {
+    public:
+        void reset() override { ++resets; }
+        int resets = 0;
+    };
+    const auto idle = make<Idle>();
+    idle->setDelaysTouchesBegan(true);
+    view->addGestureRecognizer(idle);
+    touch.tap({ 110, 110 });
+    EXPECT_EQ(idle->resets, 1);
+    EXPECT_EQ(idle->state(), UIGestureRecognizerState::Possible);
+    EXPECT_EQ(view->lines, (Lines { "began 10 10", "ended 10 10" }));
+}
+
+TEST_F(UIGestureRecognizerTest, DisablingItWhileItIsAskedWhetherItMayBeginMakesItFail)
+{
+    class Disabling : public Judge {
+    public:
+        bool gestureRecognizerShouldBegin(UIGestureRecognizer& recognizer) override
+        {
+            recognizer.setEnabled(false);
+            return true;
+        }
+    };
+    const auto disabling = make<Disabling>();
+    view->addGestureRecognizer(pan);
+    pan->setDelegate(disabling);
+    dragFrom({ 110, 110 });
+    EXPECT_TRUE(target->states.empty());
+    EXPECT_EQ(pan->state(), UIGestureRecognizerState::Possible);
+}
+
 TEST_F(UIGestureRecognizerTest, ACancelledTouchCancelsTheGesture)
 {
     view->addGestureRecognizer(pan);

@@ -1,7 +1,10 @@
 #include "platform/views/UIPanGestureRecognizer.h"
 
 #include "tests/platform/views/ViewLog.h"
+#include "tests/support/AssertionRecorder.h"
 #include "tests/support/SceneFixture.h"
+
+#include <limits>
 
 namespace {
 
@@ -137,6 +140,100 @@ TEST_F(UIPanGestureRecognizerTest, EachGestureStartsAnew)
     EXPECT_EQ(target->states, (States { 1 }));
     expectNear(translation, { 0, 11 });
     EXPECT_NEAR(velocity.y(), 0, 1e-6); // both positions are of the same moment
+}
+
+// --- How many fingers ------------------------------------------------------------------------------------
+
+TEST_F(UIPanGestureRecognizerTest, MovesWithTooFewFingersDoNotCount)
+{
+    pan->setMinimumNumberOfTouches(2);
+    touch.down({ 150, 150 }, 1);
+    touch.moveTo({ 150, 200 }, 1);
+    EXPECT_TRUE(target->states.empty());
+    touch.down({ 250, 200 }, 2);
+    touch.moveTo({ 150, 220 }, 1); // the middle by 10
+    EXPECT_TRUE(target->states.empty());
+    touch.moveTo({ 250, 220 }, 2);
+    EXPECT_EQ(target->states, (States { 1 }));
+    expectNear(translation, { 0, 10 });
+    touch.up(2);
+    touch.moveTo({ 150, 300 }, 1);
+    EXPECT_EQ(target->states, (States { 1 }));
+    touch.up(1);
+    EXPECT_EQ(target->states, (States { 1, 3 }));
+    expectNear(translation, { 0, 10 });
+}
+
+TEST_F(UIPanGestureRecognizerTest, AFingerTooManyBeforeTheBeginningMakesItFail)
+{
+    pan->setMaximumNumberOfTouches(1);
+    touch.down({ 150, 150 }, 1);
+    touch.down({ 250, 150 }, 2);
+    touch.moveTo({ 150, 200 }, 1);
+    touch.moveTo({ 250, 200 }, 2);
+    touch.up(1);
+    touch.up(2);
+    EXPECT_TRUE(target->states.empty());
+    touch.drag({ 150, 150 }, { 150, 200 }, 0.2);
+    EXPECT_EQ(target->states.front(), 1);
+}
+
+TEST_F(UIPanGestureRecognizerTest, AFingerTooManyLaterIsNotWatched)
+{
+    pan->setMaximumNumberOfTouches(1);
+    touch.down({ 150, 150 }, 1);
+    touch.moveTo({ 150, 180 }, 1);
+    touch.down({ 250, 280 }, 2);
+    touch.moveTo({ 250, 180 }, 2);
+    EXPECT_EQ(pan->numberOfTouches(), 1);
+    EXPECT_EQ(target->states, (States { 1 }));
+    touch.up(1);
+    EXPECT_EQ(target->states, (States { 1, 3 }));
+    expectNear(translation, { 0, 20 });
+    touch.up(2);
+    EXPECT_EQ(target->states.size(), 2u);
+}
+
+TEST_F(UIPanGestureRecognizerTest, MoreFingersNeededThanAllowedNeverPan)
+{
+    pan->setMinimumNumberOfTouches(std::numeric_limits<int>::max());
+    pan->setMaximumNumberOfTouches(1);
+    touch.drag({ 150, 150 }, { 150, 250 }, 0.2);
+    EXPECT_TRUE(target->states.empty());
+}
+
+TEST_F(UIPanGestureRecognizerTest, NoFingerAtAllIsAProgrammingError)
+{
+    AssertionRecorder recorder;
+    pan->setMinimumNumberOfTouches(0);
+    pan->setMaximumNumberOfTouches(-1);
+    const NSString message = QStringLiteral("Invalid parameter not satisfying: touches >= 1");
+    EXPECT_EQ(recorder.messages(), (std::vector<NSString> { message, message }));
+    EXPECT_EQ(pan->minimumNumberOfTouches(), 1);
+    EXPECT_EQ(pan->maximumNumberOfTouches(), 1);
+}
+
+// --- Numbers that are none -------------------------------------------------------------------------------
+
+TEST_F(UIPanGestureRecognizerTest, ATranslationThatIsNotFiniteIsAProgrammingErrorAndChangesNothing)
+{
+    touch.down({ 150, 150 });
+    touch.moveTo({ 150, 180 });
+    AssertionRecorder recorder;
+    const double infinity = std::numeric_limits<double>::infinity();
+    pan->setTranslation({ std::numeric_limits<double>::quiet_NaN(), 0 }, view.get());
+    pan->setTranslation({ 0, infinity }, view.get());
+    const NSString message = QStringLiteral("Invalid parameter not satisfying: translation is finite");
+    EXPECT_EQ(recorder.messages(), (std::vector<NSString> { message, message }));
+    expectNear(pan->translationInView(view.get()), { 0, 20 });
+}
+
+TEST_F(UIPanGestureRecognizerTest, AHugeTranslationIsTaken)
+{
+    touch.down({ 150, 150 });
+    touch.moveTo({ 150, 180 });
+    pan->setTranslation({ 1e12, 0 }, view.get());
+    EXPECT_EQ(pan->translationInView(view.get()).x(), 1e12);
 }
 
 } // namespace

@@ -115,6 +115,109 @@ TEST_F(UITapGestureRecognizerTest, MayGoWhileItWaitsForTheSecondTap)
     EXPECT_TRUE(target->states.empty());
 }
 
+// --- Several fingers -------------------------------------------------------------------------------------
+
+TEST_F(UITapGestureRecognizerTest, ATapOfTwoFingersNeedsBothDownTogether)
+{
+    tap->setNumberOfTouchesRequired(2);
+    touch.down({ 150, 150 }, 1);
+    touch.down({ 190, 150 }, 2);
+    touch.up(1);
+    EXPECT_TRUE(target->states.empty());
+    touch.up(2);
+    EXPECT_EQ(target->states, (States { 3 }));
+    touch.tap({ 150, 150 });
+    touch.tap({ 190, 150 }); // one after the other
+    EXPECT_EQ(target->states.size(), 1u);
+}
+
+TEST_F(UITapGestureRecognizerTest, ATapOfTwoFingersWasInTheMiddleOfBoth)
+{
+    CGPoint place;
+    target->onAction
+        = [&](UIGestureRecognizer& recognizer) { place = recognizer.locationInView(view.get()); };
+    tap->setNumberOfTouchesRequired(2);
+    touch.down({ 150, 150 }, 1);
+    touch.down({ 190, 160 }, 2);
+    touch.up(1);
+    touch.up(2);
+    EXPECT_EQ(place, CGPoint(70, 55));
+}
+
+TEST_F(UITapGestureRecognizerTest, AFingerThatReplacesAnotherIsNoTapOfTwo)
+{
+    tap->setNumberOfTouchesRequired(2);
+    touch.down({ 150, 150 }, 1);
+    touch.down({ 190, 150 }, 2);
+    touch.up(1);
+    touch.down({ 150, 150 }, 1);
+    touch.up(1);
+    touch.up(2);
+    EXPECT_TRUE(target->states.empty());
+    EXPECT_EQ(tap->state(), UIGestureRecognizerState::Possible);
+}
+
+TEST_F(UITapGestureRecognizerTest, AThirdFingerIsTooManyForTwo)
+{
+    tap->setNumberOfTouchesRequired(2);
+    for (int finger = 1; finger <= 3; ++finger)
+        touch.down({ 120.0 + 30 * finger, 150 }, finger);
+    for (int finger = 1; finger <= 3; ++finger)
+        touch.up(finger);
+    EXPECT_TRUE(target->states.empty());
+}
+
+TEST_F(UITapGestureRecognizerTest, EachOfTwoFingersMayMoveTenPoints)
+{
+    tap->setNumberOfTouchesRequired(2);
+    touch.down({ 150, 150 }, 1);
+    touch.down({ 190, 150 }, 2);
+    touch.moveTo({ 160, 150 }, 1);
+    touch.moveTo({ 190, 160 }, 2);
+    touch.up(1);
+    touch.up(2);
+    EXPECT_EQ(target->states, (States { 3 }));
+    touch.down({ 150, 150 }, 1);
+    touch.down({ 190, 150 }, 2);
+    touch.moveTo({ 190, 161 }, 2);
+    touch.up(1);
+    touch.up(2);
+    EXPECT_EQ(target->states.size(), 1u);
+}
+
+TEST_F(UITapGestureRecognizerTest, TwoFingersMayTapTwice)
+{
+    tap->setNumberOfTouchesRequired(2);
+    tap->setNumberOfTapsRequired(2);
+    for (int time = 0; time < 2; ++time) {
+        EXPECT_TRUE(target->states.empty());
+        touch.wait(0.1);
+        touch.down({ 150, 150 }, 1);
+        touch.down({ 250, 150 }, 2);
+        touch.up(2);
+        touch.up(1);
+    }
+    EXPECT_EQ(target->states, (States { 3 }));
+}
+
+TEST_F(UITapGestureRecognizerTest, ACancelledTouchIsNoTap)
+{
+    touch.down({ 150, 150 });
+    touch.cancel();
+    EXPECT_TRUE(target->states.empty());
+    touch.tap({ 150, 150 });
+    EXPECT_EQ(target->states, (States { 3 }));
+}
+
+TEST_F(UITapGestureRecognizerTest, NoFingerAtAllIsAProgrammingError)
+{
+    AssertionRecorder recorder;
+    tap->setNumberOfTouchesRequired(-3);
+    EXPECT_EQ(recorder.messages(),
+        (std::vector<NSString> { QStringLiteral("Invalid parameter not satisfying: touches >= 1") }));
+    EXPECT_EQ(tap->numberOfTouchesRequired(), 1);
+}
+
 TEST_F(UITapGestureRecognizerTest, NoTapAtAllIsAProgrammingError)
 {
     AssertionRecorder recorder;
