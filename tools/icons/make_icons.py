@@ -21,19 +21,18 @@ def render(svg, target, zoom=1):
     subprocess.run(command, input=svg.encode(), check=True)
 
 
-def render_scales(name, svg):
-    """Draws one picture at the three scales, under the names the application looks for."""
-    for zoom, suffix in SCALES:
-        render(svg, IMAGES / f"{name}{suffix}.png", zoom)
+def pictures(zoom):
+    """All pictures for zoom pixels a point as (name, SVG text) pairs."""
+    drawn = [(source.stem, source.read_text()) for source in sorted(HERE.glob("*.svg"))]
+    return [*drawn, *waveforms.pictures(zoom)]
 
 
 def main():
     """Renders everything."""
     IMAGES.mkdir(parents=True, exist_ok=True)
-    for source in sorted(HERE.glob("*.svg")):
-        render_scales(source.stem, source.read_text())
-    for name, svg in waveforms.pictures():
-        render_scales(name, svg)
+    for zoom, suffix in SCALES:
+        for name, svg in pictures(zoom):
+            render(svg, IMAGES / f"{name}{suffix}.png", zoom)
     icon = IMAGES / "oruvane.svg"
     render(icon.read_text(), icon.with_suffix(".png"))
 
