@@ -127,13 +127,14 @@ void LayoutIsland::expel(std::size_t index)
 // A free item that no constraint speaks of leaves; a number that is given and that nobody reads is forgotten.
 void LayoutIsland::takeOutIfUnused(LayoutNode& node)
 {
-    const auto reads = [&](const Member& member) {
-        return std::find(member.nodes.begin(), member.nodes.end(), &node) != member.nodes.end();
-    };
-    if (!node.constraints().empty() && std::any_of(m_members.begin(), m_members.end(), reads))
+    if (node.island().get() == this) {
+        if (node.constraints().empty())
+            takeOutFree(node);
         return;
-    if (node.island().get() == this)
-        takeOutFree(node);
+    }
+    const auto isRead = [this](const NSLayoutConstraint* constraint) { return isMember(*constraint); };
+    if (std::any_of(node.constraints().begin(), node.constraints().end(), isRead))
+        return;
     std::erase_if(m_givens, [&](Given& given) {
         if (given.node != &node)
             return false;
@@ -159,6 +160,11 @@ void LayoutIsland::takeOutFree(LayoutNode& node)
     std::erase(m_nodes, &node);
     const auto keepAlive = node.island();
     node.setIsland(nullptr);
+}
+
+bool LayoutIsland::isMember(const NSLayoutConstraint& constraint) const
+{
+    return constraint.membership({}).island.get() == this;
 }
 
 void LayoutIsland::renew(NSLayoutConstraint& constraint)
@@ -212,8 +218,14 @@ void LayoutIsland::rebuild()
 
 // --- What changes around the constraints -------------------------------------------------------------
 
-void LayoutIsland::givenFrameDidChange()
+void LayoutIsland::givenFrameDidChange(LayoutNode& node)
 {
+    const auto changes = [&](const Given& given) {
+        return given.node == &node && given.value != node.givenValue(given.quantity);
+    };
+    if (std::none_of(m_givens.begin(), m_givens.end(), changes))
+        return;
+    tellContainer(node);
     m_givensChanged = true;
     wait();
 }

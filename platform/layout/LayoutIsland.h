@@ -25,7 +25,7 @@ public:
     // The frame of one of its items; what is not constrained is as in the given one. Solve before.
     CGRect foundFrame(const LayoutNode& node, const CGRect& frame) const;
 
-    void givenFrameDidChange();
+    void givenFrameDidChange(LayoutNode& node);
     void contentDidChange(LayoutNode& node);
     // Takes everything apart and lets every constraint find its island anew.
     void rebuild();
@@ -73,6 +73,7 @@ private:
     void admit(NSLayoutConstraint& constraint, const LayoutTerms& terms);
     void absorb(LayoutIsland& other);
     void expel(std::size_t index);
+    bool isMember(const NSLayoutConstraint& constraint) const;
     void takeOutIfUnused(LayoutNode& node);
     void takeOutFree(LayoutNode& node);
     void wait();

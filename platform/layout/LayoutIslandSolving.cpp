@@ -31,7 +31,7 @@ void LayoutIsland::solve()
         refreshContents();
     if (std::exchange(m_membersWait, false) || m_leftOutCount > 0)
         enforceMembers();
-    m_isFeasible = m_solver.solve() && m_isFeasible;
+    m_isFeasible = m_solver.solve();
     resolveConflicts();
     tellContainers();
 }

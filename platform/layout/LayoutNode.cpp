@@ -53,7 +53,7 @@ void LayoutNode::deactivateConstraints()
 void LayoutNode::givenFrameDidChange()
 {
     for (LayoutIsland* const island : m_readers)
-        island->givenFrameDidChange();
+        island->givenFrameDidChange(*this);
 }
 
 void LayoutNode::contentDidChange()

@@ -95,6 +95,7 @@ public:
         std::size_t index = 0;
     };
     Membership& membership(Key) { return m_membership; }
+    const Membership& membership(Key) const { return m_membership; }
     static void report(Key, const Conflict&);
 
     // For make<>() alone.

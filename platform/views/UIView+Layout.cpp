@@ -85,11 +85,11 @@ void UIView::layoutSublayersOfLayer(CALayer&)
 {
     const auto keepAlive = shared_from_this();
     const auto owner = m_owner ? m_owner->shared_from_this() : nullptr;
+    if (m_owner)
+        m_owner->viewWillLayoutSubviews();
     updateConstraintsIfNeeded();
     refreshInsetGuides();
     placeSubviews();
-    if (m_owner)
-        m_owner->viewWillLayoutSubviews();
     layoutSubviews();
     if (m_owner)
         m_owner->viewDidLayoutSubviews();
