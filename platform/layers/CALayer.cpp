@@ -7,6 +7,7 @@
 #include "platform/layers/CALayerAnimations.h"
 #include "platform/layers/CALayerTree.h"
 #include "platform/layers/CATransaction.h"
+#include "platform/layers/FiniteNumbers.h"
 
 #include <algorithm>
 
@@ -32,6 +33,14 @@ bool isSame(const CGRect& first, const CGRect& second)
 {
     return first.x() == second.x() && first.y() == second.y() && first.width() == second.width()
         && first.height() == second.height();
+}
+
+bool isFinite(const std::shared_ptr<UIColor>&) { return true; }
+
+// The ends of a stroke are kept as they are given, and taken to the nearer end where they are drawn.
+bool takesAnyNumber(CAProperty property)
+{
+    return property == CAProperty::StrokeStart || property == CAProperty::StrokeEnd;
 }
 
 } // namespace
@@ -66,6 +75,10 @@ void CALayer::change(CAProperty property, Value CALayerValues::*member, const Va
         return;
     }
     const NSString& key = CAKeyPath::key(property);
+    const bool accepted = takesAnyNumber(property) || isFinite(value);
+    NSCAssert(accepted, "CALayer", QStringLiteral("Invalid parameter not satisfying: isfinite(%1)").arg(key));
+    if (!accepted)
+        return;
     const auto action = CATransaction::disableActions() ? nullptr : actionForKey(key);
     m_values.*member = value;
     if (action)
@@ -81,7 +94,8 @@ void CALayer::setBounds(const CGRect& bounds)
 {
     const CGSize old = m_values.bounds.size();
     change(CAProperty::Bounds, &CALayerValues::bounds, bounds);
-    if (old.width() == bounds.width() && old.height() == bounds.height())
+    const CGSize size = m_values.bounds.size(); // the old one, where the bounds were refused
+    if (old.width() == size.width() && old.height() == size.height())
         return;
     setNeedsLayout();
     contentsDidChange();
@@ -112,6 +126,10 @@ void CALayer::setFrame(const CGRect& frame)
         placed.bounds.setSize(transform.inverted().mapRect(frame).size());
     placed.position = {};
     placed.position = frame.topLeft() - placed.frame().topLeft();
+    const bool accepted = isFinite(placed.bounds) && isFinite(placed.position);
+    NSParameterAssert(accepted, "CALayer", "isfinite(frame)");
+    if (!accepted)
+        return;
     setBounds(placed.bounds);
     setPosition(placed.position);
 }
@@ -275,6 +293,13 @@ void CALayer::addAnimation(const std::shared_ptr<CAAnimation>& animation, const 
         m_animations = std::make_unique<CALayerAnimations>(*this);
     m_animations->add(*animation, key);
     setNeedsFrame();
+}
+
+void CALayer::removeAnimationsOfSubtree()
+{
+    removeAllAnimations();
+    for (const auto& sublayer : m_sublayers)
+        sublayer->removeAnimationsOfSubtree();
 }
 
 std::shared_ptr<const CAAnimation> CALayer::animationForKey(const NSString& key) const

@@ -1,7 +1,8 @@
 // A rectangle on the screen with a background, contents and sublayers.
 //
 // What is set here is the model and is read back at once; animations only change what is shown. Changing
-// an animatable property first asks actionForKey() for an animation from the old value to the new.
+// an animatable property first asks actionForKey() for an animation from the old value to the new. A number
+// that is not finite is a programming error and changes nothing, except where another answer is stated.
 // A change of something that is on the screen asks for a frame. Main thread only.
 #pragma once
 
@@ -56,6 +57,7 @@ public:
 
     // --- Looks ---------------------------------------------------------------------------------------
 
+    // Kept as it is given; shown as the nearer of 0 and 1.
     double opacity() const { return m_values.opacity; }
     void setOpacity(double);
     bool isHidden() const { return m_hidden; }
@@ -71,7 +73,7 @@ public:
     bool shouldRasterize() const { return m_shouldRasterize; }
     void setShouldRasterize(bool rasterize) { m_shouldRasterize = rasterize; }
     double rasterizationScale() const { return m_rasterizationScale; }
-    void setRasterizationScale(double scale) { m_rasterizationScale = scale; }
+    void setRasterizationScale(double scale); // above 0
 
     // --- Contents ------------------------------------------------------------------------------------
 
@@ -83,7 +85,7 @@ public:
     // Not nil: only the alpha of the contents counts, drawn or put in, and is filled with this colour.
     const std::shared_ptr<UIColor>& contentsTintColor() const { return m_values.contentsTintColor; }
     void setContentsTintColor(const std::shared_ptr<UIColor>&);
-    // Device pixels in a point of drawn contents.
+    // Device pixels in a point of drawn contents, above 0.
     double contentsScale() const { return m_contents.scale(); }
     void setContentsScale(double);
 
@@ -126,6 +128,8 @@ public:
     std::vector<NSString> animationKeys() const;
     void removeAnimationForKey(const NSString& key); // an unknown key has no effect
     void removeAllAnimations();
+    // For a view that leaves its window: the layer's, and those of all layers below it.
+    void removeAnimationsOfSubtree();
     bool hasAnimations() const;
 
     // The animation that a change of the property is to have, or nil. Asks the delegate, then, where the
@@ -144,6 +148,7 @@ public:
 
     // The layer's time is (superlayer's time − beginTime) · speed + timeOffset, and its animations and
     // sublayers go by it: speed 0 holds them where timeOffset says, a negative one plays them backwards.
+    // Any number is kept; what is not yet or no more under way at the time that comes out is not shown.
     double beginTime() const { return m_timing.beginTime; }
     void setBeginTime(double);
     double timeOffset() const { return m_timing.timeOffset; }

@@ -2,8 +2,11 @@
 //
 // A layer that waits marks the layers above it, so a pass goes straight to what waits and costs nothing
 // where nothing does.
+#include "platform/foundation/NSAssertionHandler.h"
 #include "platform/layers/CALayer.h"
 #include "platform/layers/CALayerTree.h"
+
+#include <cmath>
 
 namespace {
 
@@ -80,10 +83,20 @@ void CALayer::setContentsGravity(CAContentsGravity gravity)
 
 void CALayer::setContentsScale(double scale)
 {
-    if (m_contents.scale() == scale)
+    const bool usable = std::isfinite(scale) && scale > 0;
+    NSParameterAssert(usable, "CALayer", "contentsScale > 0");
+    if (!usable || m_contents.scale() == scale)
         return;
     m_contents.setScale(scale);
     contentsDidChange();
+}
+
+void CALayer::setRasterizationScale(double scale)
+{
+    const bool usable = std::isfinite(scale) && scale > 0;
+    NSParameterAssert(usable, "CALayer", "rasterizationScale > 0");
+    if (usable)
+        m_rasterizationScale = scale;
 }
 
 // What is drawn has another size now.

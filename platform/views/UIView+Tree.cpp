@@ -65,6 +65,8 @@ void UIView::insert(const std::shared_ptr<UIView>& added, std::size_t index)
         view->leaveWindow();
     if (view->m_superview)
         view->m_superview->takeOut(*view);
+    if (changesWindow)
+        view->m_layer->removeAnimationsOfSubtree();
 
     index = std::min(index, m_subviews.size());
     const std::size_t sublayerIndex = layerIndex(*view, index);
@@ -133,6 +135,7 @@ void UIView::removeFromSuperview()
 
     m_superview->takeOut(*this);
     if (windowBefore) {
+        m_layer->removeAnimationsOfSubtree();
         setWindow(nullptr);
         tellDidMoveToWindow(nullptr);
     }

@@ -1,6 +1,8 @@
 #include "platform/views/UIView.h"
 
+#include "platform/foundation/NSAssertionHandler.h"
 #include "platform/graphics/UIColor.h"
+#include "platform/layers/FiniteNumbers.h"
 #include "platform/views/Autoresizing.h"
 #include "platform/views/UIGestureRecognizer.h"
 #include "platform/views/UIViewAnimationBlock.h"
@@ -63,15 +65,23 @@ CGRect UIView::frame() const { return m_layer->frame(); }
 
 void UIView::setFrame(const CGRect& frame)
 {
-    setBounds({ bounds().topLeft(), frame.size() });
     const CGPoint anchor = m_layer->anchorPoint();
-    setCenter({ frame.x() + anchor.x() * frame.width(), frame.y() + anchor.y() * frame.height() });
+    const CGPoint center(frame.x() + anchor.x() * frame.width(), frame.y() + anchor.y() * frame.height());
+    const bool accepted = isFinite(frame) && isFinite(center);
+    NSParameterAssert(accepted, "UIView", "isfinite(frame)");
+    if (!accepted)
+        return;
+    setBounds({ bounds().topLeft(), frame.size() });
+    setCenter(center);
 }
 
 CGRect UIView::bounds() const { return m_layer->bounds(); }
 
 void UIView::setBounds(const CGRect& bounds)
 {
+    NSParameterAssert(isFinite(bounds), "UIView", "isfinite(bounds)");
+    if (!isFinite(bounds))
+        return;
     const CGSize oldSize = m_layer->bounds().size();
     m_layer->setBounds(bounds);
     if (bounds.size() == oldSize)
@@ -88,13 +98,21 @@ CGPoint UIView::center() const { return m_layer->position(); }
 
 void UIView::setCenter(const CGPoint& center)
 {
+    NSParameterAssert(isFinite(center), "UIView", "isfinite(center)");
+    if (!isFinite(center))
+        return;
     m_layer->setPosition(center);
     layoutFrameDidChange();
 }
 
 CGAffineTransform UIView::transform() const { return m_layer->transform(); }
 
-void UIView::setTransform(const CGAffineTransform& transform) { m_layer->setTransform(transform); }
+void UIView::setTransform(const CGAffineTransform& transform)
+{
+    NSParameterAssert(isFinite(transform), "UIView", "isfinite(transform)");
+    if (isFinite(transform))
+        m_layer->setTransform(transform);
+}
 
 void UIView::resizeWithSuperview(const CGSize& oldSize, const CGSize& newSize)
 {
@@ -147,7 +165,12 @@ void UIView::invalidateIntrinsicContentSize()
 
 double UIView::alpha() const { return m_layer->opacity(); }
 
-void UIView::setAlpha(double alpha) { m_layer->setOpacity(alpha); }
+void UIView::setAlpha(double alpha)
+{
+    NSParameterAssert(isFinite(alpha), "UIView", "isfinite(alpha)");
+    if (isFinite(alpha))
+        m_layer->setOpacity(alpha);
+}
 
 bool UIView::isHidden() const { return m_layer->isHidden(); }
 

@@ -32,6 +32,7 @@ public:
     ~UIView() override;
 
     // --- Geometry ------------------------------------------------------------------------------------
+    // A number that is not finite is a programming error and changes nothing.
 
     const std::shared_ptr<CALayer>& layer() const { return m_layer; }
     // In the superview's coordinates. Setting it goes through setBounds() and setCenter().
@@ -64,6 +65,7 @@ public:
 
     // --- Looks ---------------------------------------------------------------------------------------
 
+    // Kept as it is given, which must be finite; shown as the nearer of 0 and 1.
     double alpha() const;
     void setAlpha(double alpha);
     bool isHidden() const;
@@ -205,7 +207,9 @@ public:
 
     // animateWithDuration:… — what the block changes moves there, over the seconds. The completion always
     // runs later than this call; finished tells whether every motion ran to its end. A duration of 0 applies
-    // the changes at once.
+    // the changes at once, and so does one below 0. A duration or delay that is not finite is a programming
+    // error and counts as 0. A view that leaves its window is no longer animated: the completion hears that
+    // it has not finished.
     static void animate(double duration, const Animations& animations, Completion completion = nullptr);
     static void animate(double duration, double delay, UIViewAnimationOptions options,
         const Animations& animations, Completion completion = nullptr);

@@ -1,8 +1,11 @@
 #include "platform/views/UIViewAnimationBlock.h"
 
+#include "platform/foundation/NSAssertionHandler.h"
 #include "platform/foundation/Scheduler.h"
 #include "platform/layers/CALayer.h"
 #include "platform/layers/CASpringAnimation.h"
+
+#include <cmath>
 
 namespace {
 
@@ -23,6 +26,8 @@ std::shared_ptr<CAMediaTimingFunction> timingFunctionOf(UIViewAnimationCurve cur
     }
     return CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseInEaseOut);
 }
+
+double finiteSeconds(double seconds) { return std::isfinite(seconds) ? seconds : 0; }
 
 } // namespace
 
@@ -48,8 +53,13 @@ std::shared_ptr<UIViewAnimationBlock> UIViewAnimationBlock::current()
     return blocksInForce.empty() ? nullptr : blocksInForce.back();
 }
 
-void UIViewAnimationBlock::run(const Parameters& parameters, const Changes& changes, Completion completion)
+void UIViewAnimationBlock::run(const Parameters& given, const Changes& changes, Completion completion)
 {
+    Parameters parameters = given;
+    parameters.duration = finiteSeconds(given.duration);
+    parameters.delay = finiteSeconds(given.delay);
+    NSParameterAssert(std::isfinite(given.duration), "UIView", "isfinite(duration)");
+    NSParameterAssert(std::isfinite(given.delay), "UIView", "isfinite(delay)");
     if (!(parameters.duration > 0)) {
         runWithout(changes);
         if (completion)

@@ -5,6 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
+
 namespace {
 
 std::shared_ptr<UIImage> picture(int width, int height, double scale)
@@ -93,6 +96,16 @@ TEST(CALayerContentsTest, ADrawingOfPartOfAPixelIsNotStretched)
     const auto& image = std::get<FrameImage>(content);
     EXPECT_EQ(image.image.size(), QSize(21, 11));
     EXPECT_EQ(image.rect, CGRect(0, 0, 10.5, 5.5));
+}
+
+TEST(CALayerContentsTest, BoundsThatCannotBeDrawnMakeNoBitmap)
+{
+    const double infinity = std::numeric_limits<double>::infinity();
+    CALayerContents contents;
+    for (const double bad : { 0.0, -5.0, std::nan(""), infinity, 1e9, 1e300 }) {
+        contents.draw({ 0, 0, bad, 10 }, [](CGContext&) { ADD_FAILURE() << "nothing to draw into"; });
+        EXPECT_FALSE(contents.hasDrawn()) << bad;
+    }
 }
 
 TEST(CALayerContentsTest, ALengthThatIsWholeButForRoundingMakesThatManyPixels)

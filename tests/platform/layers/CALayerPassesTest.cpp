@@ -219,8 +219,7 @@ TEST_F(CALayerPassesTest, WithoutAnythingToDrawThereIsNoBitmap)
 TEST_F(CALayerPassesTest, SizesThatMakeNoBitmapDrawNothing)
 {
     delegate->draws = true;
-    for (const CGSize& size : { CGSize(0, 10), CGSize(10, 0), CGSize(-5, 10), CGSize(notANumber, 10),
-             CGSize(infinity, 10), CGSize(1e9, 1e9) }) {
+    for (const CGSize& size : { CGSize(0, 10), CGSize(10, 0), CGSize(-5, 10), CGSize(1e9, 1e9) }) {
         root->setBounds({ CGPoint(0, 0), size });
         root->displayIfNeeded();
         EXPECT_EQ(drawnSize(*root), QSize(0, 0));

@@ -345,22 +345,4 @@ TEST_F(CALayerTest, PausingKeepsWhatIsShown)
     EXPECT_FALSE(layer->hasAnimations());
 }
 
-TEST_F(CALayerTest, SpeedsThatAreNoneDoNoHarm)
-{
-    layer->addAnimation(basic("opacity", 0.0, 1.0), QStringLiteral("key"));
-    for (const double bad : { notANumber, infinity, -infinity, 1e308, 0.0 }) {
-        layer->setSpeed(bad);
-        layer->setTimeOffset(bad);
-        layer->setBeginTime(bad);
-        layer->presentationValues();
-        layer->convertTimeToMedia(1);
-        scheduler.advance(0.1);
-    }
-    layer->setSpeed(1);
-    layer->setTimeOffset(0);
-    layer->setBeginTime(0);
-    EXPECT_EQ(layer->convertTimeFromMedia(7), 7);
-    EXPECT_EQ(layer->presentationValuesAt(7).bounds, layer->bounds());
-}
-
 } // namespace

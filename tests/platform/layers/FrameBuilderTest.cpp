@@ -98,10 +98,13 @@ TEST_F(FrameBuilderTest, HiddenAndTransparentSubtreesAreLeftOut)
     card->setHidden(true);
     EXPECT_EQ(itemCount(), 1u);
     card->setHidden(false);
-    for (const double nothing : { 0.0, -1.0, notANumber }) {
+    for (const double nothing : { 0.0, -1.0 }) {
         card->setOpacity(nothing);
         EXPECT_EQ(itemCount(), 1u) << nothing;
     }
+    card->addAnimation(basic("opacity", notANumber, notANumber), QStringLiteral("key"));
+    EXPECT_EQ(itemCount(), 1u);
+    card->removeAllAnimations();
     card->setOpacity(7);
     EXPECT_EQ(frame().list.items.at(1).opacity, 1);
 }
@@ -203,20 +206,25 @@ TEST_F(FrameBuilderTest, GeometryThatCannotBeDrawnLeavesTheSubtreeOut)
 {
     const auto card = box({ 10, 20, 50, 50 });
     box({ 1, 2, 3, 4 }, card);
+    card->setBounds({ 0, 0, 10, 10 });
     for (const double bad : { notANumber, infinity, -infinity, 1.7e308 }) {
-        card->setPosition({ bad, bad });
+        const auto show = [&](const char* path, const CAValue& value) {
+            card->removeAllAnimations();
+            card->addAnimation(basic(path, value, value), {});
+        };
+        show("position", CGPoint(bad, bad));
         EXPECT_EQ(itemCount(), 1u) << "position " << bad;
-        card->setPosition({ 10, 10 });
-        card->setBounds({ bad, 0, 10, bad });
+        show("bounds", CGRect(bad, 0, 10, bad));
         EXPECT_EQ(itemCount(), 1u) << "bounds " << bad;
-        card->setBounds({ 0, 0, 10, 10 });
-        card->setTransform(CGAffineTransform::fromScale(bad, bad));
+        show("transform", CGAffineTransform::fromScale(bad, bad));
         EXPECT_EQ(itemCount(), 1u) << "transform " << bad;
-        card->setTransform({});
-        card->setCornerRadius(bad);
+        show("cornerRadius", bad);
         EXPECT_EQ(frame().list.items.at(1).cornerRadius, bad > 0 ? 5 : 0) << "radius " << bad;
-        card->setCornerRadius(0);
     }
+    card->removeAllAnimations();
+    card->setPosition({ 1.7e308, 1.7e308 });
+    EXPECT_EQ(itemCount(), 1u);
+    card->setPosition({ 10, 10 });
     card->setTransform(CGAffineTransform::fromScale(0, 1)); // no area
     EXPECT_EQ(itemCount(), 1u);
     card->setTransform({});
