@@ -2,6 +2,45 @@
 
 #include "platform/controls/UIButton.h"
 
+namespace {
+
+// The button of a picture item. Who does not see the screen hears of it what the item says, at the moment of
+// asking.
+class ItemButton final : public UIButton {
+public:
+    explicit ItemButton(std::weak_ptr<const UIBarButtonItem> item)
+        : UIButton(UIButtonType::System)
+        , m_item(std::move(item))
+    {
+    }
+
+    bool isAccessibilityElement() const override
+    {
+        const auto item = m_item.lock();
+        return item ? item->isAccessibilityElement() : UIButton::isAccessibilityElement();
+    }
+    NSString accessibilityLabel() const override
+    {
+        const auto item = m_item.lock();
+        return item ? item->accessibilityLabel() : UIButton::accessibilityLabel();
+    }
+    NSString accessibilityHint() const override
+    {
+        const auto item = m_item.lock();
+        return item ? item->accessibilityHint() : UIButton::accessibilityHint();
+    }
+    NSString accessibilityValue() const override
+    {
+        const auto item = m_item.lock();
+        return item ? item->accessibilityValue() : UIButton::accessibilityValue();
+    }
+
+private:
+    std::weak_ptr<const UIBarButtonItem> m_item; // the button may outlive it in a view of somebody's
+};
+
+} // namespace
+
 UIBarButtonItem::UIBarButtonItem(std::shared_ptr<UIImage> image, UIBarButtonItemStyle style, Action action)
     : m_image(std::move(image))
     , m_style(style)
@@ -19,7 +58,8 @@ void UIBarButtonItem::init()
     NSObject::init();
     if (m_customView)
         return;
-    m_button = make<UIButton>(UIButtonType::System);
+    setIsAccessibilityElement(true);
+    m_button = make<ItemButton>(weakSelf(this));
     m_button->setImage(m_image, UIControlState::Normal);
     m_button->addTarget(Action(strongSelf(this), &UIBarButtonItem::pressed), UIControlEvents::TouchUpInside);
 }

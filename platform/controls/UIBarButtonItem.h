@@ -5,6 +5,7 @@
 
 #include "platform/foundation/Action.h"
 #include "platform/graphics/Geometry.h"
+#include "platform/views/UIAccessibility.h"
 
 #include <vector>
 
@@ -14,7 +15,9 @@ class UIView;
 
 enum class UIBarButtonItemStyle { Plain = 0 };
 
-class UIBarButtonItem : public NSObject {
+// What the item tells to those who do not see the screen is what its button tells; a custom view speaks for
+// itself.
+class UIBarButtonItem : public NSObject, public UIAccessibility {
 public:
     // A finger's width: no button in a bar is narrower.
     static constexpr double minimumTouchWidth = 44;

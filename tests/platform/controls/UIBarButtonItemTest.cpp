@@ -113,6 +113,60 @@ TEST_F(UIBarButtonItemTest, AViewThatWasSqueezedGetsItsSizeBack)
     EXPECT_EQ(item->view()->frame(), CGRect(6, 40, 20, 20));
 }
 
+TEST_F(UIBarButtonItemTest, ItsButtonTellsWhatTheItemSaysAtTheMomentOfAsking)
+{
+    const auto item = pictureItem(24);
+    const auto view = item->view();
+    EXPECT_TRUE(view->isAccessibilityElement());
+    EXPECT_TRUE(view->accessibilityLabel().isNull());
+    item->setAccessibilityLabel(QStringLiteral("List"));
+    item->setAccessibilityHint(QStringLiteral("Switches to the records list"));
+    item->setAccessibilityValue(QStringLiteral("12 records"));
+    EXPECT_EQ(view->accessibilityLabel(), QStringLiteral("List"));
+    EXPECT_EQ(view->accessibilityHint(), QStringLiteral("Switches to the records list"));
+    EXPECT_EQ(view->accessibilityValue(), QStringLiteral("12 records"));
+    item->setAccessibilityLabel(QStringLiteral("Map"));
+    EXPECT_EQ(view->accessibilityLabel(), QStringLiteral("Map"));
+    item->setIsAccessibilityElement(false);
+    EXPECT_FALSE(view->isAccessibilityElement());
+}
+
+TEST_F(UIBarButtonItemTest, AnItemsLabelMayFollowItsState)
+{
+    class Switching final : public UIBarButtonItem {
+    public:
+        using UIBarButtonItem::UIBarButtonItem;
+        NSString accessibilityLabel() const override
+        {
+            return on ? QStringLiteral("Pause") : QStringLiteral("Play");
+        }
+        bool on = false;
+    };
+    const auto item = make<Switching>(picture(24), UIBarButtonItemStyle::Plain, Action());
+    EXPECT_EQ(item->view()->accessibilityLabel(), QStringLiteral("Play"));
+    item->on = true;
+    EXPECT_EQ(item->view()->accessibilityLabel(), QStringLiteral("Pause"));
+}
+
+TEST_F(UIBarButtonItemTest, ACustomViewSpeaksForItself)
+{
+    const auto item = viewItem(30);
+    item->setAccessibilityLabel(QStringLiteral("the item"));
+    item->view()->setAccessibilityLabel(QStringLiteral("the view"));
+    EXPECT_EQ(item->view()->accessibilityLabel(), QStringLiteral("the view"));
+    EXPECT_FALSE(item->isAccessibilityElement());
+}
+
+TEST_F(UIBarButtonItemTest, AButtonThatOutlivesItsItemHasNothingToTell)
+{
+    auto item = pictureItem(24);
+    item->setAccessibilityLabel(QStringLiteral("List"));
+    const auto view = item->view();
+    item = nullptr;
+    EXPECT_TRUE(view->accessibilityLabel().isNull());
+    EXPECT_FALSE(view->isAccessibilityElement());
+}
+
 TEST_F(UIBarButtonItemTest, MayBeDroppedFromInsideItsAction)
 {
     const std::weak_ptr<UIBarButtonItem> watch = [&] {

@@ -209,6 +209,22 @@ TEST_F(UIAppearanceTest, EnteringAgainSetsNothingTwice)
     EXPECT_THAT(toldOnEntering(), ElementsAre("in a window"));
 }
 
+TEST_F(UIAppearanceTest, EnteringASecondWindowBringsWhatIsNewAndWhatItsContainerWants)
+{
+    UIAppearance::of<Sheet>().set(&Sheet::setInk, "blue").set(&Sheet::setPaper, "white");
+    toldOnEntering();
+    UIAppearance::of<Sheet>().whenContainedIn<Folder>().set(&Sheet::setInk, "red");
+    const auto second = make<UIWindow>(UIScreen::mainScreen()->bounds());
+    second->addSubview(sheet);
+    EXPECT_THAT(told(*sheet), ElementsAre("in a window"));
+    const auto folder = make<Folder>();
+    second->addSubview(folder);
+    EXPECT_THAT(toldOnEntering(*folder), ElementsAre("ink red", "in a window"));
+    window->addSubview(folder); // the whole subtree enters the first one
+    EXPECT_THAT(told(*sheet), ElementsAre("in a window"));
+    sheet->removeFromSuperview();
+}
+
 TEST_F(UIAppearanceTest, WhatIsRecordedLaterComesWithTheNextWindow)
 {
     toldOnEntering();
