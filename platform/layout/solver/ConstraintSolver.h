@@ -10,7 +10,10 @@
 #pragma once
 
 #include "platform/foundation/FoundationTypes.h"
+#include "platform/layout/solver/DualSimplex.h"
+#include "platform/layout/solver/PrimalSimplex.h"
 
+#include <cmath>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -63,8 +66,39 @@ public:
     NSString description() const; // constraints, values, and the tableau, a line each
 
 private:
-    std::vector<Constraint> m_conflict;
+    using Index = SolverVertex::Index;
+
+    bool isVariable(Variable) const;
+    bool isConstraint(Constraint) const;
+    bool areAcceptable(std::span<const Term>, double constant, double priority) const;
+    void collectTerms(std::span<const Term>, int sign);
+    bool isFeasible();
+    bool admit(Index);
+    void noteConflict(Index symbol, Index except);
+    void publish();
+    double valueOfUnknown() const;
+    NSString textOfConstraint(Index) const;
+    NSString textOfRow(Index) const;
+
+    SolverVertex m_vertex;
+    SolverConstraints m_constraints;
+    DualSimplex m_dual;
+    PrimalSimplex m_primal;
+    std::vector<double> m_values; // by symbol; not a number where that is no variable
+    std::vector<char> m_isChanged; // by symbol
     std::vector<Variable> m_changed;
+    std::vector<Constraint> m_conflict;
+    std::vector<SolverVertex::Term> m_terms; // of the constraint that is being added
     std::size_t m_variableCount = 0;
     std::size_t m_constraintCount = 0;
+    bool m_isPending = false;
+    bool m_isConflicting = false;
 };
+
+inline double ConstraintSolver::value(Variable variable) const
+{
+    const auto index = static_cast<std::size_t>(variable);
+    if (index < m_values.size() && !std::isnan(m_values[index])) [[likely]]
+        return m_values[index];
+    return valueOfUnknown();
+}

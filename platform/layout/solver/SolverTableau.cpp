@@ -110,6 +110,15 @@ bool SolverTableau::isColumnEmpty(Index column)
     return isEmpty;
 }
 
+bool SolverTableau::isOnlyInRow(Index column, Index row) const
+{
+    const Word* const mask = m_columnMasks.data() + std::size_t(column) * m_rowWords;
+    for (Index word = 0; word < m_rowWords; ++word)
+        if (mask[word] != (word == row / wordBits ? bit(row) : 0))
+            return false;
+    return true;
+}
+
 void SolverTableau::add(Index row, Index column, double value)
 {
     cells(row)[column] += value;

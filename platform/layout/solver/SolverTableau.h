@@ -1,8 +1,8 @@
 // The rows of a dictionary: each basic symbol as a sum of nonbasic ones, which have a column each.
 //
 // The cells lie in one dense block, and each row and each column has a mask of where it may differ from 0. So
-// a cell is found at once while all work costs what is really there, which in layouts is a tenth of the block.
-// Knows rows and columns by number and nothing of what they stand for.
+// a cell is found at once while all work costs what is really there, which in layouts is a tenth of the
+// block. Knows rows and columns by number and nothing of what they stand for.
 #pragma once
 
 #include <bit>
@@ -32,6 +32,7 @@ public:
 
     Index columnWords() const { return m_columnWords; } // how many words a set of columns has
     bool isColumnEmpty(Index);
+    bool isOnlyInRow(Index column, Index row) const;
     // Hands (row, value) to the visitor, rows in order.
     template <typename Visitor> void forEachInColumn(Index column, Visitor visit);
     // Hands (column, value) to the visitor, columns in order, for the columns of the set.

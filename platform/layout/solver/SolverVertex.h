@@ -4,31 +4,26 @@
 // for DualSimplex and PrimalSimplex to say.
 #pragma once
 
+#include "platform/layout/solver/SolverConstraints.h"
 #include "platform/layout/solver/SolverPriorities.h"
-#include "platform/layout/solver/SolverSymbol.h"
 #include "platform/layout/solver/SolverTableau.h"
-
-#include <span>
 
 class SolverVertex {
 public:
     using Index = std::uint32_t;
     using Kind = SolverSymbol::Kind;
     using Sides = SolverSymbol::Sides;
-    struct Term {
-        Index symbol;
-        double coefficient;
-    };
+    using Term = SolverConstraints::Term;
     static constexpr Index none = 0; // no symbol has this number
     static constexpr Index noColumn = ~0u;
     static constexpr double smallestPivot = 1e-9;
 
     Index addVariable();
-    void removeVariable(Index); // one that is in no row
-    // Adds the symbol of a constraint as a row. The value is that of its terms and its constant.
-    Index addConstraint(std::span<const Term>, double value, Kind, double priority);
+    void removeVariable(Index, const SolverConstraints&); // one that no constraint mentions
+    // Adds the symbol of a constraint as a row, without doing anything about its value.
+    Index addConstraint(std::span<const Term>, double constant, Kind, double priority);
     void removeConstraint(Index);
-    // What a constraint's symbol would be now changes by so much, and all that it carries with it.
+    // The constant of a constraint has grown by so much.
     void shiftConstraint(Index, double difference);
 
     const SolverSymbol& symbol(Index index) const { return m_symbols[index]; }
@@ -38,24 +33,30 @@ public:
     SolverTableau& tableau() { return m_tableau; }
     const SolverTableau& tableau() const { return m_tableau; }
     const std::vector<SolverTableau::Word>& movableColumns() const { return m_movable; }
-    const SolverPriorities& priorities() const { return m_priorities; }
+    std::size_t levelCount() const { return m_priorities.count(); }
+    // Values nearer to each other than this are the same. Grows with the numbers that are dealt with.
     double tolerance() const { return m_tolerance; }
     void widenTolerance(double magnitude);
 
-    // Whether no small move of a symbol outside the basis makes the weaker constraints' costs less.
+    // Whether moving a symbol outside the basis cannot lessen what the weaker constraints cost.
     bool isOptimal() const { return m_isOptimal; }
     void setOptimal(bool isOptimal) { m_isOptimal = isOptimal; }
     bool mayMove(Index symbol, int direction) const;
-    // What moving the column's symbol by 1 that way costs, by level.
+    // What it costs, by level, to move the column's symbol by 1 that way.
     void computeCost(Index column, int direction, double* cost) const;
-    bool isCostFree(Index column) const; // neither way costs nor saves, its own cost left out
 
     // A column in the row whose symbol is bound to nothing; noColumn when there is none.
     Index freeColumn(Index row);
     void moveColumn(Index column, double distance);
     void setSides(Index symbol, Sides);
-    // The row's symbol leaves the basis with the value 0; the column's one enters it, having moved that way.
+    // The row's symbol leaves the basis; the column's one enters it, moving that way.
     void pivot(Index row, Index column, int direction);
+    // Makes the row's symbol 0 by moving the column's one, and swaps the two. The direction is that of the
+    // move, which is not to be seen where there is no way to go.
+    void settle(Index row, Index column, int direction);
+    // A new constraint leaves the basis if there is a free column for it. Saves the state before that when
+    // required symbols are outside their sides afterwards.
+    void settleNew(Index symbol);
 
     // The basic symbols that may have left their sides, the required ones and the others.
     std::vector<Index>& requiredSuspects() { return m_requiredSuspects; }
@@ -65,15 +66,25 @@ public:
     std::span<const Index> touched() const { return m_touched; }
     void clearTouched();
 
-private:
-    friend class SolverRefactoring;
+    // Makes the tableau anew for the same basis, free of what rounding has added up to.
+    void rebuild(const SolverConstraints&);
+    bool isWorn() const { return m_wear > 4096; } // worth to be rebuilt
+    // Puts back the values and the basis of the last save(); symbols made since are rows.
+    void save();
+    void restore(const SolverConstraints&);
 
+private:
     Index takeSymbol(Kind);
-    void release(Index);
+    void releaseSymbol(Index);
+    void fillRow(Index row, std::span<const Term>);
     void setColumn(Index column, Index symbol);
-    void setSlope(SolverSymbol&, Index, int slope);
-    void check(SolverSymbol&, Index);
-    void acquireLevel(SolverSymbol&, double priority);
+    void setSlope(Index symbol, int slope);
+    void acquireLevel(Index symbol, double priority);
+    void check(Index symbol);
+    void touch(Index symbol);
+    bool isCostFree(Index column);
+    void resetTableau();
+    void addRows(const SolverConstraints&);
 
     SolverTableau m_tableau;
     SolverPriorities m_priorities;
@@ -87,6 +98,11 @@ private:
     std::vector<Index> m_requiredSuspects;
     std::vector<Index> m_weakSuspects;
     std::vector<Index> m_touched;
+    std::vector<double> m_cost;
+    std::vector<SolverSymbol> m_saved;
+    std::vector<Index> m_outside; // while rebuilding: the constraints that belong outside the basis
     double m_tolerance = 1e-9;
+    std::uint32_t m_wear = 0; // moves since the tableau was made
     bool m_isOptimal = true;
+    bool m_wasOptimal = true;
 };

@@ -1,0 +1,93 @@
+#include "platform/layout/solver/ConstraintSolver.h"
+
+#include <QStringList>
+
+namespace {
+
+NSString number(double value) { return NSString::number(value, 'g', 10); }
+
+// A sum, as it is written: 2 v1 - v2 + 0.5
+class SumText {
+public:
+    void add(double coefficient, const NSString& name)
+    {
+        const double size = std::abs(coefficient);
+        addPart(coefficient < 0,
+            name.isEmpty()  ? number(size)
+                : size == 1 ? name
+                            : number(size) + ' ' + name);
+    }
+    NSString text() const { return m_text.isEmpty() ? QStringLiteral("0") : m_text; }
+
+private:
+    void addPart(bool isNegative, const NSString& part)
+    {
+        if (m_text.isEmpty())
+            m_text = (isNegative ? QStringLiteral("-") : NSString()) + part;
+        else
+            m_text += (isNegative ? QStringLiteral(" - ") : QStringLiteral(" + ")) + part;
+    }
+
+    NSString m_text;
+};
+
+NSString nameOf(const SolverSymbol& symbol, std::uint32_t index)
+{
+    const char letter = symbol.kind == SolverSymbol::Kind::Variable ? 'v' : symbol.isConstraint() ? 'c' : 'x';
+    return NSString(QLatin1Char(letter)) + NSString::number(index);
+}
+
+} // namespace
+
+NSString ConstraintSolver::textOfConstraint(Index index) const
+{
+    const auto& constraint = m_constraints[index];
+    SumText sum;
+    for (const auto& term : m_constraints.terms(index))
+        sum.add(constraint.sign * term.coefficient, nameOf(m_vertex.symbol(term.symbol), term.symbol));
+    if (constraint.constant != 0)
+        sum.add(constraint.sign * constraint.constant, NSString());
+    const bool isEquality = m_vertex.symbol(index).kind == SolverSymbol::Kind::Equality;
+    const auto relation = isEquality ? QStringLiteral(" = 0")
+        : constraint.sign > 0        ? QStringLiteral(" >= 0")
+                                     : QStringLiteral(" <= 0");
+    const auto priority
+        = constraint.priority < required ? QStringLiteral(" @") + number(constraint.priority) : NSString();
+    return nameOf(m_vertex.symbol(index), index) + QStringLiteral(": ") + sum.text() + relation + priority;
+}
+
+// The basic symbol by those outside the basis, and its value.
+NSString ConstraintSolver::textOfRow(Index index) const
+{
+    const SolverSymbol& symbol = m_vertex.symbol(index);
+    SumText sum;
+    for (Index other = 1; other < m_vertex.symbolCount(); ++other) {
+        const SolverSymbol& outside = m_vertex.symbol(other);
+        if (outside.kind == SolverSymbol::Kind::Unused || outside.isBasic)
+            continue;
+        const double coefficient = m_vertex.tableau().cell(symbol.place, outside.place);
+        if (std::abs(coefficient) > SolverTableau::tiny)
+            sum.add(coefficient, nameOf(outside, other));
+    }
+    return QStringLiteral("row ") + nameOf(symbol, index) + QStringLiteral(" by ") + sum.text()
+        + QStringLiteral(", now ") + number(symbol.value);
+}
+
+NSString ConstraintSolver::description() const
+{
+    QStringList variables;
+    QStringList constraints;
+    QStringList rows;
+    for (Index index = 1; index < m_vertex.symbolCount(); ++index) {
+        const SolverSymbol& symbol = m_vertex.symbol(index);
+        if (symbol.kind == SolverSymbol::Kind::Variable)
+            variables.push_back(nameOf(symbol, index) + QStringLiteral(" = ") + number(m_values[index]));
+        if (symbol.isConstraint())
+            constraints.push_back(textOfConstraint(index));
+        if (symbol.isBasic)
+            rows.push_back(textOfRow(index));
+    }
+    const auto heading
+        = QStringLiteral("%1 variables, %2 constraints").arg(m_variableCount).arg(m_constraintCount);
+    return (QStringList { heading } + variables + constraints + rows).join('\n');
+}

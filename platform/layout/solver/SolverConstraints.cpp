@@ -1,0 +1,56 @@
+#include "platform/layout/solver/SolverConstraints.h"
+
+#include <algorithm>
+
+// A removed constraint's room waits for the next one of its number; too small, it is given up.
+void SolverConstraints::makeRoom(Constraint& constraint, Index count)
+{
+    if (constraint.termCapacity >= count)
+        return;
+    m_wasted += constraint.termCapacity;
+    constraint.termCapacity = 0;
+    if (m_wasted > m_terms.size() / 2 + 64)
+        compact();
+    constraint.firstTerm = Index(m_terms.size());
+    constraint.termCapacity = count;
+    m_terms.resize(m_terms.size() + count);
+}
+
+void SolverConstraints::compact()
+{
+    std::vector<Term> kept;
+    kept.reserve(m_terms.size() - m_wasted);
+    for (Constraint& constraint : m_constraints) {
+        const auto first = m_terms.begin() + constraint.firstTerm;
+        constraint.firstTerm = Index(kept.size());
+        kept.insert(kept.end(), first, first + constraint.termCapacity);
+    }
+    m_terms.swap(kept);
+    m_wasted = 0;
+}
+
+void SolverConstraints::add(
+    Index symbol, std::span<const Term> terms, double constant, double priority, int sign)
+{
+    Index last = symbol;
+    for (const Term& term : terms)
+        last = std::max(last, term.symbol);
+    if (last >= m_constraints.size())
+        m_constraints.resize(last + 1);
+    Constraint& constraint = m_constraints[symbol];
+    makeRoom(constraint, Index(terms.size()));
+    std::copy(terms.begin(), terms.end(), m_terms.begin() + constraint.firstTerm);
+    constraint.termCount = Index(terms.size());
+    constraint.constant = constant;
+    constraint.priority = priority;
+    constraint.sign = sign;
+    for (const Term& term : terms)
+        ++m_constraints[term.symbol].mentions;
+}
+
+void SolverConstraints::remove(Index symbol)
+{
+    for (const Term& term : terms(symbol))
+        --m_constraints[term.symbol].mentions;
+    m_constraints[symbol].termCount = 0;
+}

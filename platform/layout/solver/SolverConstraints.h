@@ -1,0 +1,50 @@
+// The constraints as they were stated, each turned so that its sum is at least 0 or is 0.
+//
+// What the tableau has become by many pivots can be made anew from them.
+#pragma once
+
+#include "platform/layout/solver/SolverSymbol.h"
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+class SolverConstraints {
+public:
+    using Index = std::uint32_t;
+    struct Term {
+        Index symbol;
+        double coefficient;
+    };
+    struct Constraint {
+        double constant = 0;
+        double priority = 0;
+        int sign = 1; // -1 when it was turned
+        Index firstTerm = 0;
+        Index termCount = 0;
+        Index termCapacity = 0;
+        Index mentions = 0; // of a variable: how many constraints it is in
+    };
+
+    void add(Index symbol, std::span<const Term>, double constant, double priority, int sign);
+    void remove(Index symbol);
+
+    const Constraint& operator[](Index symbol) const { return m_constraints[symbol]; }
+    void setConstant(Index symbol, double constant) { m_constraints[symbol].constant = constant; }
+    std::span<const Term> terms(Index symbol) const
+    {
+        return { m_terms.data() + m_constraints[symbol].firstTerm, m_constraints[symbol].termCount };
+    }
+    bool isMentioned(Index symbol) const
+    {
+        return symbol < m_constraints.size() && m_constraints[symbol].mentions > 0;
+    }
+
+private:
+    void makeRoom(Constraint&, Index count);
+    void compact();
+
+    std::vector<Constraint> m_constraints; // by symbol; a variable's has no terms
+    std::vector<Term> m_terms;
+    std::size_t m_wasted = 0; // terms that belong to nobody
+};

@@ -1,0 +1,328 @@
+#include "platform/layout/solver/SolverVertex.h"
+
+#include <algorithm>
+
+namespace {
+
+using Word = SolverTableau::Word;
+
+void setBit(std::vector<Word>& words, std::uint32_t index, bool isSet)
+{
+    const Word bit = Word(1) << (index % SolverTableau::wordBits);
+    Word& word = words[index / SolverTableau::wordBits];
+    word = isSet ? word | bit : word & ~bit;
+}
+
+} // namespace
+
+SolverVertex::Index SolverVertex::takeSymbol(Kind kind)
+{
+    if (m_symbols.empty())
+        m_symbols.emplace_back(); // the one that stands for none
+    Index index = Index(m_symbols.size());
+    if (m_unused.empty()) {
+        m_symbols.emplace_back();
+    } else {
+        index = m_unused.back();
+        m_unused.pop_back();
+        m_symbols[index] = SolverSymbol();
+    }
+    m_symbols[index].kind = kind;
+    return index;
+}
+
+void SolverVertex::releaseSymbol(Index index)
+{
+    SolverSymbol& symbol = m_symbols[index];
+    setSlope(index, 0);
+    if (!symbol.isRequired())
+        m_priorities.release(symbol.level);
+    const bool isSuspect = symbol.isSuspect;
+    const bool isTouched = symbol.isTouched;
+    symbol = SolverSymbol();
+    if (isSuspect) {
+        std::erase(m_requiredSuspects, index);
+        std::erase(m_weakSuspects, index);
+    }
+    if (isTouched)
+        std::erase(m_touched, index);
+    m_unused.push_back(index);
+}
+
+void SolverVertex::setColumn(Index column, Index index)
+{
+    const SolverSymbol& symbol = m_symbols[index];
+    const bool isFree = !symbol.isConstraint();
+    setBit(m_free, column, isFree);
+    setBit(m_movable, column, isFree || !symbol.isRequired() || symbol.kind == Kind::Inequality);
+    m_columnSymbols[column] = index;
+}
+
+SolverVertex::Index SolverVertex::addVariable()
+{
+    const Index index = takeSymbol(Kind::Variable);
+    const Index column = m_tableau.addColumn();
+    if (column >= m_columnSymbols.size())
+        m_columnSymbols.resize(column + 1);
+    if (m_free.size() < m_tableau.columnWords()) {
+        m_free.resize(m_tableau.columnWords());
+        m_movable.resize(m_tableau.columnWords());
+    }
+    m_symbols[index].place = column;
+    setColumn(column, index);
+    return index;
+}
+
+void SolverVertex::removeVariable(Index index, const SolverConstraints& constraints)
+{
+    // Abandoned symbols may still tie it to others.
+    if (m_symbols[index].isBasic || !m_tableau.isColumnEmpty(m_symbols[index].place))
+        rebuild(constraints);
+    const Index column = m_symbols[index].place;
+    m_columnSymbols[column] = none;
+    setBit(m_free, column, false);
+    setBit(m_movable, column, false);
+    m_tableau.removeColumn(column);
+    releaseSymbol(index);
+}
+
+void SolverVertex::fillRow(Index row, std::span<const Term> terms)
+{
+    for (const Term& term : terms) {
+        const SolverSymbol& symbol = m_symbols[term.symbol];
+        if (symbol.isBasic)
+            m_tableau.addMultiple(row, symbol.place, term.coefficient);
+        else
+            m_tableau.add(row, symbol.place, term.coefficient);
+    }
+}
+
+void SolverVertex::acquireLevel(Index index, double priority)
+{
+    const auto level = m_priorities.acquire(priority);
+    const auto moved = m_priorities.movedLevels();
+    if (!moved.empty())
+        for (SolverSymbol& symbol : m_symbols)
+            if (!symbol.isRequired())
+                symbol.level = moved[symbol.level];
+    m_symbols[index].level = level;
+    m_cost.resize(m_priorities.count());
+}
+
+SolverVertex::Index SolverVertex::addConstraint(
+    std::span<const Term> terms, double constant, Kind kind, double priority)
+{
+    const Index index = takeSymbol(kind);
+    if (priority < 1000)
+        acquireLevel(index, priority);
+    const Index row = m_tableau.addRow();
+    if (row >= m_rowSymbols.size())
+        m_rowSymbols.resize(row + 1);
+    m_rowSymbols[row] = index;
+    fillRow(row, terms);
+    SolverSymbol& symbol = m_symbols[index];
+    symbol.isBasic = true;
+    symbol.place = row;
+    symbol.sides = kind == Kind::Equality ? SolverSymbol::Neither : SolverSymbol::Positive;
+    symbol.value = constant;
+    for (const Term& term : terms)
+        symbol.value += term.coefficient * m_symbols[term.symbol].value;
+    check(index);
+    return index;
+}
+
+void SolverVertex::removeConstraint(Index index)
+{
+    SolverSymbol& symbol = m_symbols[index];
+    if (symbol.isBasic) {
+        if (symbol.slope != 0)
+            m_isOptimal = false;
+        m_tableau.removeRow(symbol.place);
+        releaseSymbol(index);
+        return;
+    }
+    if (!symbol.isRequired())
+        m_priorities.release(symbol.level);
+    symbol.kind = Kind::Abandoned;
+    symbol.level = SolverSymbol::requiredLevel;
+    setColumn(symbol.place, index);
+    m_isOptimal = m_isOptimal && isCostFree(symbol.place);
+}
+
+void SolverVertex::shiftConstraint(Index index, double difference)
+{
+    SolverSymbol& symbol = m_symbols[index];
+    if (!symbol.isBasic) {
+        moveColumn(symbol.place, -difference);
+        symbol.value = 0;
+        return;
+    }
+    symbol.value += difference;
+    check(index);
+}
+
+void SolverVertex::widenTolerance(double magnitude)
+{
+    m_tolerance = std::max(m_tolerance, 1e-12 * std::abs(magnitude));
+}
+
+bool SolverVertex::mayMove(Index index, int direction) const
+{
+    const SolverSymbol& symbol = m_symbols[index];
+    return direction > 0 || !symbol.isRequired() || symbol.kind != Kind::Inequality;
+}
+
+void SolverVertex::computeCost(Index column, int direction, double* cost) const
+{
+    std::fill_n(cost, m_priorities.count(), 0.0);
+    for (const Index index : m_sloping) {
+        const SolverSymbol& symbol = m_symbols[index];
+        cost[symbol.level] += symbol.slope * direction * m_tableau.cell(symbol.place, column);
+    }
+    const SolverSymbol& own = m_symbols[m_columnSymbols[column]];
+    const int slope = own.slopeOn(direction > 0 ? SolverSymbol::Positive : SolverSymbol::Negative);
+    if (slope != 0)
+        cost[own.level] += slope * direction;
+}
+
+bool SolverVertex::isCostFree(Index column)
+{
+    computeCost(column, 1, m_cost.data());
+    return std::all_of(
+        m_cost.begin(), m_cost.end(), [](double part) { return std::abs(part) <= smallestPivot; });
+}
+
+// Prefers a column that no other row shares, because then nothing else changes; next, large cells.
+SolverVertex::Index SolverVertex::freeColumn(Index row)
+{
+    Index best = noColumn;
+    double bestSize = smallestPivot;
+    m_tableau.forEachInRow(row, m_free, [&](Index column, double value) {
+        double size = std::abs(value);
+        if (size <= smallestPivot)
+            return;
+        if (m_symbols[m_columnSymbols[column]].kind == Kind::Abandoned)
+            size *= 16;
+        if (m_tableau.isOnlyInRow(column, row))
+            size *= 4;
+        if (size > bestSize) {
+            bestSize = size;
+            best = column;
+        }
+    });
+    return best;
+}
+
+void SolverVertex::touch(Index index)
+{
+    SolverSymbol& symbol = m_symbols[index];
+    if (symbol.isTouched)
+        return;
+    symbol.isTouched = true;
+    m_touched.push_back(index);
+}
+
+void SolverVertex::clearTouched()
+{
+    for (const Index index : m_touched)
+        m_symbols[index].isTouched = false;
+    m_touched.clear();
+}
+
+void SolverVertex::check(Index index)
+{
+    SolverSymbol& symbol = m_symbols[index];
+    if (symbol.isSuspect || !symbol.isOutside(m_tolerance))
+        return;
+    symbol.isSuspect = true;
+    (symbol.isRequired() ? m_requiredSuspects : m_weakSuspects).push_back(index);
+}
+
+void SolverVertex::moveColumn(Index column, double distance)
+{
+    ++m_wear;
+    m_tableau.forEachInColumn(column, [&](Index row, double value) {
+        const Index index = m_rowSymbols[row];
+        SolverSymbol& symbol = m_symbols[index];
+        symbol.value += value * distance;
+        if (symbol.sides == SolverSymbol::Both)
+            touch(index);
+        else
+            check(index);
+    });
+    const Index index = m_columnSymbols[column];
+    m_symbols[index].value += distance;
+    if (m_symbols[index].kind == Kind::Variable)
+        touch(index);
+}
+
+void SolverVertex::setSlope(Index index, int slope)
+{
+    SolverSymbol& symbol = m_symbols[index];
+    if (slope != 0 && symbol.slope == 0) {
+        symbol.sloping = Index(m_sloping.size());
+        m_sloping.push_back(index);
+    } else if (slope == 0 && symbol.slope != 0) {
+        m_sloping[symbol.sloping] = m_sloping.back();
+        m_symbols[m_sloping.back()].sloping = symbol.sloping;
+        m_sloping.pop_back();
+    }
+    symbol.slope = static_cast<signed char>(slope);
+}
+
+void SolverVertex::setSides(Index index, Sides sides)
+{
+    SolverSymbol& symbol = m_symbols[index];
+    symbol.sides = sides;
+    setSlope(index, symbol.slopeOn(sides));
+}
+
+void SolverVertex::pivot(Index row, Index column, int direction)
+{
+    ++m_wear;
+    m_tableau.pivot(row, column);
+    const Index leaving = m_rowSymbols[row];
+    const Index entering = m_columnSymbols[column];
+    setSlope(leaving, 0);
+    m_symbols[leaving].isBasic = false;
+    m_symbols[leaving].place = column;
+    setColumn(column, leaving);
+    m_rowSymbols[row] = entering;
+    SolverSymbol& symbol = m_symbols[entering];
+    symbol.isBasic = true;
+    symbol.place = row;
+    if (symbol.kind == Kind::Abandoned) {
+        m_tableau.removeRow(row);
+        releaseSymbol(entering);
+    } else if (symbol.kind != Kind::Variable) {
+        setSides(entering, direction > 0 ? SolverSymbol::Positive : SolverSymbol::Negative);
+    }
+}
+
+void SolverVertex::settle(Index row, Index column, int direction)
+{
+    const Index leaving = m_rowSymbols[row];
+    moveColumn(column, -m_symbols[leaving].value / m_tableau.cell(row, column));
+    m_symbols[leaving].value = 0;
+    pivot(row, column, direction);
+}
+
+void SolverVertex::settleNew(Index index)
+{
+    const Index row = m_symbols[index].place;
+    const Index column = freeColumn(row);
+    if (column == noColumn) {
+        if (!m_requiredSuspects.empty())
+            save();
+        return;
+    }
+    const double distance = -m_symbols[index].value / m_tableau.cell(row, column);
+    moveColumn(column, distance);
+    if (!m_requiredSuspects.empty()) {
+        moveColumn(column, -distance);
+        save();
+        moveColumn(column, distance);
+    }
+    m_symbols[index].value = 0;
+    pivot(row, column, 1);
+}
