@@ -1,5 +1,6 @@
 #include "playback/ORVCircularProgressView.h"
 
+#include "platform/foundation/NSAssertionHandler.h"
 #include "platform/graphics/UIColor.h"
 #include "platform/layers/CABasicAnimation.h"
 #include "platform/layers/CATransaction.h"
@@ -65,6 +66,9 @@ void ORVCircularProgressView::setTrackTintColor(std::shared_ptr<UIColor> color)
 
 void ORVCircularProgressView::setTrackWidth(double width)
 {
+    NSParameterAssert(std::isfinite(width), "ORVCircularProgressView", "width is finite");
+    if (!std::isfinite(width))
+        return;
     const double change = std::abs(width - m_trackWidth);
     m_trackWidth = width;
     atOnce([this] {

@@ -21,8 +21,8 @@ public:
     // Of the full circle; a pale grey by default.
     const std::shared_ptr<UIColor>& trackTintColor() const { return m_trackTintColor; }
     void setTrackTintColor(std::shared_ptr<UIColor> color);
-    // Of circle and arc, in points; both stay inside the bounds. Where it leaves no room for a circle, or is
-    // no finite number, there is none.
+    // Of circle and arc, in points; both stay inside the bounds. Where it leaves no room for a circle there
+    // is none. A width that is not finite is a programming error and changes nothing.
     double trackWidth() const { return m_trackWidth; }
     void setTrackWidth(double width);
     ORVCircularProgressDirection direction() const { return m_direction; }
