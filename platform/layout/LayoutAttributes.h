@@ -3,6 +3,8 @@
 
 #include "platform/layout/LayoutTypes.h"
 
+#include <cmath>
+
 // A place is a line across its axis; a size is a length along it.
 enum class LayoutKind { None, Place, Size };
 
@@ -19,3 +21,7 @@ struct LayoutAttributeTraits {
 LayoutAttributeTraits traitsOf(NSLayoutAttribute attribute);
 // Whether a constraint may compare the two; NotAnAttribute stands for a mere number.
 bool areComparable(NSLayoutAttribute first, NSLayoutAttribute second);
+
+// Whether a constraint can be made with the number; not so with NaN. No screen is larger than the limit, and
+// numbers beyond it would only lose the digits of the others.
+inline bool isReasonable(double number) { return std::abs(number) <= 1e7; }

@@ -9,11 +9,6 @@
 
 namespace {
 
-// No screen is that large; numbers beyond it would only lose the digits of the others.
-constexpr double largestNumber = 1e7;
-
-bool isReasonable(double number) { return std::abs(number) <= largestNumber; } // not so for NaN
-
 NSLayoutConstraint::ConflictHandler& conflictHandler()
 {
     static NSLayoutConstraint::ConflictHandler handler = [](const NSLayoutConstraint::Conflict& conflict) {
