@@ -232,8 +232,11 @@ template <typename Value> void write(Value&, Part, const CAValue&) { }
 CAKeyPath::CAKeyPath(const NSString& text)
 {
     const auto dot = text.indexOf(QLatin1Char('.'));
-    const QStringView name = QStringView(text).left(dot < 0 ? text.size() : dot);
-    const QStringView suffix = QStringView(text).mid(name.size());
+    const QStringView written = QStringView(text).left(dot < 0 ? text.size() : dot);
+    const QStringView suffix = QStringView(text).mid(written.size());
+    // What a layer calls its position is a view's centre.
+    const QStringView name
+        = written == QLatin1StringView("center") ? QStringView(key(CAProperty::Position)) : written;
     for (std::size_t index = 1; index < keys().size(); ++index) {
         if (name != keys()[index])
             continue;

@@ -1,6 +1,7 @@
 // The path to an animatable property of a layer, or to a part of one: "position.x", "transform.scale.xy".
 //
-// The text is read once; reading and writing values by a path then compares no strings.
+// The text is read once; reading and writing values by a path then compares no strings. The view's word
+// "center" stands for the position.
 #pragma once
 
 #include "platform/foundation/FoundationTypes.h"

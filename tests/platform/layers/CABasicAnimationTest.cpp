@@ -140,6 +140,32 @@ TEST_F(CABasicAnimationTest, TheStripScrollsByAPanelWidthForEver)
     EXPECT_TRUE(layer->hasAnimations());
 }
 
+TEST_F(CABasicAnimationTest, AnOffsetOfTheCentreShiftsWhatIsShownAndNothingElse)
+{
+    layer->setPosition({ 100, 50 });
+    const auto offset = basic("center.x", 20.0, 20.0);
+    offset->setAdditive(true);
+    offset->setRepeatCount(forever);
+    layer->addAnimation(offset, QStringLiteral("tilt"));
+    EXPECT_EQ(positionAt(*layer, 3), CGPoint(120, 50));
+    layer->setPosition({ 0, 0 });
+    EXPECT_EQ(positionAt(*layer, 3), CGPoint(20, 0));
+    EXPECT_EQ(layer->position(), CGPoint(0, 0));
+}
+
+TEST_F(CABasicAnimationTest, BackwardsFillShowsTheStartDuringADelay)
+{
+    const auto late = basic("strokeEnd", 0.0, 0.5);
+    late->setBeginTime(2);
+    late->setFillMode(kCAFillModeBackwards);
+    layer->addAnimation(late, {});
+    const auto endAt = [this](double time) { return layer->presentationValuesAt(time).strokeEnd; };
+    EXPECT_EQ(endAt(0), 0);
+    EXPECT_EQ(endAt(1.99), 0);
+    EXPECT_DOUBLE_EQ(endAt(2.5), 0.25);
+    EXPECT_EQ(endAt(3), 1); // the model again
+}
+
 TEST_F(CABasicAnimationTest, TheTimingFunctionSetsThePace)
 {
     const auto animation = basic("opacity", 0.0, 1.0);

@@ -118,6 +118,17 @@ TEST(CAKeyPathTest, AScaleOfZeroIsWrittenAndReadWithoutHarm)
     EXPECT_EQ(std::get<double>(CAKeyPath(QStringLiteral("transform.scale.xy")).value(values)), 0);
 }
 
+TEST(CAKeyPathTest, TheCentreOfAViewIsThePositionOfItsLayer)
+{
+    CALayerValues values = sample();
+    EXPECT_EQ(CAKeyPath(QStringLiteral("center")).property(), CAProperty::Position);
+    EXPECT_EQ(std::get<double>(CAKeyPath(QStringLiteral("center.x")).value(values)), values.position.x());
+    CAKeyPath(QStringLiteral("center.y")).setValue(values, 77.0);
+    EXPECT_EQ(values.position, CGPoint(5, 77));
+    EXPECT_FALSE(CAKeyPath(QStringLiteral("center.z")).isValid());
+    EXPECT_FALSE(CAKeyPath(QStringLiteral("centerx")).isValid());
+}
+
 TEST(CAKeyPathTest, AnUnknownPathNamesNothing)
 {
     for (const char* text : { "", "nonsense", "position.z", "position.", "opacity.x", "bounds.size.depth",

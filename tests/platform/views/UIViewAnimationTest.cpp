@@ -317,6 +317,15 @@ TEST_F(UIViewAnimationTest, TheRawValuesOfTheOptionsAreTheWrittenOnes)
         curveOfOptions(static_cast<UIViewAnimationOptions>((1u << 16) | 6u)), UIViewAnimationCurve::EaseIn);
 }
 
+TEST_F(UIViewAnimationTest, ACurveThatThereIsNotEasesInAndOut)
+{
+    UIView::animate(1, 0, static_cast<UIViewAnimationOptions>(9u << 16), [&] {
+        view->setCenter({ 110, 10 });
+    });
+    EXPECT_EQ(animation("position")->timingFunction(),
+        CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseInEaseOut));
+}
+
 struct Pace {
     UIViewAnimationCurve curve;
     double atAQuarter; // of the way, after a quarter of the time

@@ -1,5 +1,6 @@
 #include "platform/graphics/UIColor.h"
 #include "tests/platform/views/ViewLog.h"
+#include "tests/support/Pictures.h"
 #include "tests/support/SceneFixture.h"
 
 namespace {
@@ -90,6 +91,33 @@ TEST_F(UIViewTintTest, DimmedTakesTheWhiteOfAGrey)
     ASSERT_TRUE(parts);
     EXPECT_EQ(parts->white, 0.25);
     EXPECT_NEAR(parts->alpha, 0.4, 1e-7);
+}
+
+TEST_F(UIViewTintTest, AColourWithoutOneValueIsNotDimmed)
+{
+    const auto pattern = UIColor::colorWithPatternImage(plainImage({ 2, 2 }, Qt::red));
+    outer->setTintColor(pattern);
+    outer->setTintAdjustmentMode(UIViewTintAdjustmentMode::Dimmed);
+    EXPECT_EQ(inner->tintColor(), pattern);
+}
+
+TEST_F(UIViewTintTest, DimmedFollowsTheColourThatChangesMeanwhile)
+{
+    outer->setTintAdjustmentMode(UIViewTintAdjustmentMode::Dimmed);
+    inner->changes = 0;
+    outer->setTintColor(green);
+    EXPECT_EQ(inner->changes, 1);
+    EXPECT_NEAR(inner->tintColor()->getWhite()->white, 0.7152, 0.0001);
+}
+
+TEST_F(UIViewTintTest, TheSameModeAgainAndAutomaticUnderNormalTellNobody)
+{
+    outer->setTintAdjustmentMode(UIViewTintAdjustmentMode::Normal);
+    EXPECT_EQ(outer->changes, 0);
+    outer->setTintAdjustmentMode(UIViewTintAdjustmentMode::Dimmed);
+    outer->setTintAdjustmentMode(UIViewTintAdjustmentMode::Dimmed);
+    EXPECT_EQ(outer->changes, 1);
+    EXPECT_EQ(static_cast<int>(outer->tintAdjustmentMode()), 2);
 }
 
 TEST_F(UIViewTintTest, DimmingReachesViewsWithATintOfTheirOwnAndAutomaticRestores)
