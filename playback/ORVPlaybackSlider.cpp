@@ -1,0 +1,248 @@
+#include "playback/ORVPlaybackSlider.h"
+
+#include "platform/foundation/ClassRegistry.h"
+#include "platform/graphics/UIColor.h"
+#include "platform/views/UIAppearance.h"
+#include "theme/UIColor+ORVTheme.h"
+
+#include <limits>
+
+namespace {
+
+constexpr double maximumThumbWidth = 66; // points
+constexpr double nearlyNothing = std::numeric_limits<float>::epsilon();
+constexpr double stepDuration = 0.1; // seconds: as long as it takes until the player reports again
+constexpr double tapDuration = 0.3; // seconds
+
+NSString positionKey() { return QStringLiteral("currentPosition"); }
+
+void setUpAppearance()
+{
+    const auto handle = UIImage::imageNamed(QStringLiteral("ov_progress_grabhandle"));
+    UIAppearance::of<ORVPlaybackSlider>()
+        .set(&ORVPlaybackSlider::setThumbImage,
+            UIImage::imageWithRenderingMode(handle, UIImageRenderingMode::AlwaysTemplate))
+        .set(&ORVPlaybackSlider::setMaximumWaveformTintColor, orv_oruvanePlaybackSliderTrackColor());
+}
+
+const ClassRegistry::LoadHook loadHook(setUpAppearance);
+
+} // namespace
+
+// --- Set-up ------------------------------------------------------------------------------------------
+
+void ORVPlaybackSlider::init()
+{
+    UIView::init();
+    setupDefaults();
+    setupSubviews();
+}
+
+void ORVPlaybackSlider::setupDefaults() { m_maximumWaveformTintColor = UIColor::grayColor(); }
+
+void ORVPlaybackSlider::setupSubviews()
+{
+    m_minimumTrackView = addTrackView(ORVPlaybackSliderWaveformViewModeAlignLeft);
+    m_maximumTrackView = addTrackView(ORVPlaybackSliderWaveformViewModeAlignRight);
+    m_maximumTrackView->setTintColor(m_maximumWaveformTintColor);
+    m_thumbView = make<ORVPlaybackSliderThumb>();
+    m_thumbView->setBackgroundColor(UIColor::clearColor());
+    m_thumbView->imageView()->setImage(m_thumbImage);
+    m_thumbView->setTranslatesAutoresizingMaskIntoConstraints(false);
+    addSubview(m_thumbView);
+    setupRecognizers();
+    setNeedsUpdateConstraints();
+}
+
+std::shared_ptr<ORVPlaybackSliderWaveformView> ORVPlaybackSlider::addTrackView(
+    ORVPlaybackSliderWaveformViewMode mode)
+{
+    auto view = make<ORVPlaybackSliderWaveformView>();
+    view->setMode(mode);
+    view->setTranslatesAutoresizingMaskIntoConstraints(false);
+    addSubview(view);
+    return view;
+}
+
+void ORVPlaybackSlider::setupRecognizers()
+{
+    const auto self = strongSelf(this);
+    m_trackTapRecognizer = make<UITapGestureRecognizer>(Action(self, &ORVPlaybackSlider::trackTapped));
+    addGestureRecognizer(m_trackTapRecognizer);
+    m_thumbPanRecognizer = make<UIPanGestureRecognizer>(Action(self, &ORVPlaybackSlider::thumbPanned));
+    m_thumbPanRecognizer->setCancelsTouchesInView(false); // the thumb stays highlighted
+    m_thumbView->addGestureRecognizer(m_thumbPanRecognizer);
+}
+
+// --- Constraints -------------------------------------------------------------------------------------
+
+void ORVPlaybackSlider::updateConstraints()
+{
+    if (!m_staticConstraints) {
+        m_staticConstraints.emplace(makeStaticConstraints());
+        NSLayoutConstraint::activateConstraints(*m_staticConstraints);
+    }
+    if (!m_thumbCenterConstraint) {
+        m_thumbCenterConstraint = makeThumbCenterConstraint();
+        m_thumbCenterConstraint->setActive(true);
+    }
+    UIView::updateConstraints();
+}
+
+NSLayoutConstraint::List ORVPlaybackSlider::makeStaticConstraints()
+{
+    const NSLayoutConstraint::Views views {
+        { QStringLiteral("minimumTrack"), m_minimumTrackView },
+        { QStringLiteral("maximumTrack"), m_maximumTrackView },
+        { QStringLiteral("thumb"), m_thumbView },
+    };
+    NSLayoutConstraint::List constraints;
+    for (const NSString& format : {
+             QStringLiteral("V:|-(0)-[minimumTrack]-(0)-|"),
+             QStringLiteral("V:|-(0)-[maximumTrack]-(0)-|"),
+             QStringLiteral("V:|-(0)-[thumb]-(0)-|"),
+             QStringLiteral("H:|-(0)-[minimumTrack]-(0)-[maximumTrack]-(0)-|"),
+         })
+        for (auto& constraint :
+            NSLayoutConstraint::constraintsWithVisualFormat(format, NSLayoutFormatOptions::None, {}, views))
+            constraints.push_back(std::move(constraint));
+    constraints.push_back(m_thumbView->widthAnchor().constraintLessThanOrEqualToConstant(maximumThumbWidth));
+    constraints.push_back(
+        m_minimumTrackView->rightAnchor().constraintEqualToAnchor(m_thumbView->centerXAnchor()));
+    return constraints;
+}
+
+// At the very beginning a multiplier would leave nothing of the right edge to hold on to.
+std::shared_ptr<NSLayoutConstraint> ORVPlaybackSlider::makeThumbCenterConstraint()
+{
+    if (m_currentPosition <= nearlyNothing)
+        return m_thumbView->centerXAnchor().constraintEqualToAnchor(leftAnchor());
+    return NSLayoutConstraint::constraintWithItem(*m_thumbView, NSLayoutAttribute::CenterX,
+        NSLayoutRelation::Equal, this, NSLayoutAttribute::Right, m_currentPosition, 0);
+}
+
+// --- The position ------------------------------------------------------------------------------------
+
+void ORVPlaybackSlider::setCurrentPosition(double position)
+{
+    const AutomaticChange automaticChange(*this, positionKey());
+    willChangeValueForKey(positionKey());
+    if (!(position <= 1))
+        position = 1;
+    m_currentPosition = std::max(position, 0.0);
+    if (m_thumbCenterConstraint) {
+        removeConstraint(*m_thumbCenterConstraint);
+        m_thumbCenterConstraint = nullptr;
+    }
+    setNeedsUpdateConstraints();
+    didChangeValueForKey(positionKey());
+}
+
+void ORVPlaybackSlider::setCurrentPosition(double position, Animated animated)
+{
+    if (animated == Animated::Yes)
+        setCurrentPosition(position, stepDuration, UIViewAnimationCurve::Linear);
+    else
+        setCurrentPosition(position);
+}
+
+void ORVPlaybackSlider::setCurrentPosition(double position, double duration, UIViewAnimationCurve curve)
+{
+    const auto keepAlive = shared_from_this(); // an observer may drop the slider
+    setCurrentPosition(position);
+    UIView::animate(duration, 0,
+        optionsOfCurve(curve) | UIViewAnimationOptions::AllowUserInteraction
+            | UIViewAnimationOptions::BeginFromCurrentState,
+        [this] { layoutIfNeeded(); });
+}
+
+// --- Looks -------------------------------------------------------------------------------------------
+
+void ORVPlaybackSlider::setThumbHidden(bool hidden)
+{
+    m_thumbView->setHidden(hidden);
+    m_trackTapRecognizer->setEnabled(!hidden);
+}
+
+void ORVPlaybackSlider::setMaximumWaveformTintColor(std::shared_ptr<UIColor> color)
+{
+    appearanceNotes().noteSetting(&ORVPlaybackSlider::setMaximumWaveformTintColor);
+    m_maximumWaveformTintColor = std::move(color);
+    m_maximumTrackView->setTintColor(m_maximumWaveformTintColor);
+}
+
+void ORVPlaybackSlider::setThumbImage(std::shared_ptr<UIImage> image)
+{
+    appearanceNotes().noteSetting(&ORVPlaybackSlider::setThumbImage);
+    m_thumbImage = std::move(image);
+    m_thumbView->imageView()->setImage(m_thumbImage);
+}
+
+// --- Touches -----------------------------------------------------------------------------------------
+
+void ORVPlaybackSlider::trackTapped(UITapGestureRecognizer& recognizer)
+{
+    const auto self = strongSelf(this); // the delegate may drop the slider
+    const CGPoint location = recognizer.locationInView(this);
+    setCurrentPosition(
+        trackPositionFromTouchLocation(location), tapDuration, UIViewAnimationCurve::EaseInOut);
+    if (const auto delegate = m_delegate.lock())
+        delegate->playbackSliderDidTapOnPosition(*this, m_currentPosition);
+}
+
+void ORVPlaybackSlider::thumbPanned(UIPanGestureRecognizer& recognizer)
+{
+    const CGPoint location = recognizer.locationInView(this);
+    switch (recognizer.state()) {
+    case UIGestureRecognizerState::Began:
+        beginThumbDraggingWithLocation(location);
+        break;
+    case UIGestureRecognizerState::Changed:
+        updateThumbDraggingWithLocation(location);
+        break;
+    default:
+        endThumbDraggingWithLocation(location);
+    }
+}
+
+void ORVPlaybackSlider::beginThumbDraggingWithLocation(const CGPoint& location)
+{
+    const auto self = strongSelf(this);
+    m_draggingThumb = true;
+    m_panningOffset = offsetFromThumbCenter(location); // for a drag that ends inside the message
+    if (const auto delegate = m_delegate.lock())
+        delegate->playbackSliderDidBeginDraggingThumb(*this);
+    if (!m_draggingThumb)
+        return;
+    m_panningOffset = offsetFromThumbCenter(location);
+    updateThumbDraggingWithLocation(location);
+}
+
+void ORVPlaybackSlider::updateThumbDraggingWithLocation(const CGPoint& location)
+{
+    const auto self = strongSelf(this);
+    const CGPoint thumbCenter(location.x() + m_panningOffset, location.y());
+    setCurrentPosition(trackPositionFromTouchLocation(thumbCenter), Animated::No);
+    if (const auto delegate = m_delegate.lock())
+        delegate->playbackSliderDidDragThumbToPosition(*this, m_currentPosition);
+}
+
+void ORVPlaybackSlider::endThumbDraggingWithLocation(const CGPoint& location)
+{
+    const auto self = strongSelf(this);
+    updateThumbDraggingWithLocation(location);
+    m_draggingThumb = false;
+    if (const auto delegate = m_delegate.lock())
+        delegate->playbackSliderDidEndDraggingThumbWithNewPosition(*this, m_currentPosition);
+}
+
+double ORVPlaybackSlider::offsetFromThumbCenter(const CGPoint& location) const
+{
+    return m_thumbView->frame().center().x() - location.x();
+}
+
+double ORVPlaybackSlider::trackPositionFromTouchLocation(const CGPoint& location) const
+{
+    const CGRect track = bounds();
+    return (location.x() + track.left()) / track.width();
+}
