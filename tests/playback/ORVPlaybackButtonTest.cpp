@@ -1,0 +1,367 @@
+#include "playback/ORVPlaybackButton.h"
+
+#include "tests/playback/PlaybackButtonFixture.h"
+#include "tests/support/TemporaryBundle.h"
+
+#include <gmock/gmock.h>
+
+#include <set>
+
+namespace {
+
+using enum UIControlState;
+using testing::ElementsAre;
+
+class ORVPlaybackButtonTest : public PlaybackButtonFixture {
+protected:
+    static std::shared_ptr<UIImage> picture(UIImageRenderingMode mode = UIImageRenderingMode::Automatic)
+    {
+        return plainImage({ 40, 20 }, Qt::darkGreen, 2)->imageWithRenderingMode(mode);
+    }
+    static UIControlState stateOf(unsigned bits) { return static_cast<UIControlState>(bits); }
+    void expectEverythingInItsPlaceWithoutInsets()
+    {
+        button->setContentEdgeInsets({});
+        button->setImageEdgeInsets({});
+        runFrames();
+        EXPECT_EQ(button->progressView()->frame(), CGRect(0, 0, 44, 44));
+        EXPECT_EQ(button->imageView()->frame(), CGRect(12, 12, 20, 20));
+    }
+    // The tint of the icon on the screen; null for an icon in its own colours.
+    std::shared_ptr<UIColor> iconTint() const { return button->imageView()->layer()->contentsTintColor(); }
+};
+
+// --- A fresh button ----------------------------------------------------------------------------------
+
+TEST_F(ORVPlaybackButtonTest, AFreshButtonDoesNotPlay)
+{
+    EXPECT_FALSE(button->isPlaying());
+    EXPECT_EQ(button->state(), Normal);
+    EXPECT_EQ(button->progressView()->progress(), 0);
+    EXPECT_TRUE(button->requiresConstraintBasedLayout());
+}
+
+TEST_F(ORVPlaybackButtonTest, ItHasItsOwnIconAboveItsRingAndNothingElse)
+{
+    ASSERT_EQ(button->subviews().size(), 2U);
+    EXPECT_EQ(button->subviews()[0], button->progressView());
+    EXPECT_EQ(button->subviews()[1], button->imageView());
+    EXPECT_FALSE(button->progressView()->isUserInteractionEnabled());
+    EXPECT_FALSE(button->progressView()->translatesAutoresizingMaskIntoConstraints());
+    EXPECT_FALSE(button->imageView()->translatesAutoresizingMaskIntoConstraints());
+    EXPECT_TRUE(button->progressView()->backgroundColor()->isEqual(UIColor::clearColor().get()));
+    EXPECT_EQ(window->hitTest(middle), button.get());
+}
+
+TEST_F(ORVPlaybackButtonTest, ItPalesItselfAndLeavesThatToNobody)
+{
+    EXPECT_FALSE(button->adjustsImageWhenHighlighted());
+    EXPECT_FALSE(button->adjustsImageWhenDisabled());
+}
+
+// --- The playing state -------------------------------------------------------------------------------
+
+TEST_F(ORVPlaybackButtonTest, PlayingIsTheStateOfTheApplicationsBitsOnTopOfTheOthers)
+{
+    button->setPlaying(true, Animated::No);
+    EXPECT_EQ(static_cast<unsigned>(button->state()), 0xFF0000U);
+    button->setHighlighted(true);
+    EXPECT_EQ(static_cast<unsigned>(button->state()), 0xFF0001U);
+    button->setEnabled(false);
+    button->setSelected(true);
+    EXPECT_EQ(static_cast<unsigned>(button->state()), 0xFF0007U);
+    button->setPlaying(false, Animated::No);
+    EXPECT_EQ(static_cast<unsigned>(button->state()), 7U);
+}
+
+TEST_F(ORVPlaybackButtonTest, EverySettingOfPlayingIsAnnouncedOnceAfterItIsStored)
+{
+    const auto log
+        = make<ChangeLog<bool>>(button, QStringLiteral("playing"), [this] { return button->isPlaying(); });
+    button->setPlaying(true);
+    button->setPlaying(true);
+    button->setPlaying(true, Animated::No);
+    button->setPlaying(false, Animated::Yes);
+    EXPECT_THAT(log->values, ElementsAre(true, true, true, false));
+    scheduler.advance(1);
+    button->setHighlighted(true);
+    button->setEnabled(false);
+    EXPECT_EQ(log->values.size(), 4U) << "nothing else is announced as a change of playing";
+}
+
+TEST_F(ORVPlaybackButtonTest, AnObserverMayDropTheButton)
+{
+    auto other = make<ORVPlaybackButton>();
+    const std::weak_ptr<ORVPlaybackButton> weak = other;
+    const auto log = make<ChangeLog<bool>>(other, QStringLiteral("playing"), [] { return true; });
+    log->whenTold = [&] { other = nullptr; };
+    weak.lock()->setPlaying(true);
+    EXPECT_TRUE(weak.expired());
+    scheduler.advance(1);
+}
+
+// --- Images ------------------------------------------------------------------------------------------
+
+TEST_F(ORVPlaybackButtonTest, AButtonWithoutImagesShowsNone)
+{
+    const UIAppearance::Replacement nothingRecorded;
+    const auto other = addView<ORVPlaybackButton>({ 0, 0, 44, 44 });
+    EXPECT_EQ(other->imageView()->image(), nullptr);
+    for (const unsigned state : { 0U, 1U, 2U, 4U, 7U, 0xFF0000U, 0xFF0007U })
+        EXPECT_EQ(other->imageForState(stateOf(state)), nullptr);
+    other->setPlaying(true);
+    scheduler.advance(1);
+    EXPECT_EQ(other->imageView()->image(), nullptr);
+}
+
+TEST_F(ORVPlaybackButtonTest, EveryButtonGetsItsTwoIconsWhenItJoinsAWindow)
+{
+    ASSERT_TRUE(play && pause);
+    const auto other = make<ORVPlaybackButton>(CGRect(0, 0, 44, 44));
+    EXPECT_EQ(other->imageForState(Normal), nullptr);
+    window->addSubview(other);
+    EXPECT_EQ(other->imageForState(Normal), play);
+    EXPECT_EQ(other->imageForState(Application), pause);
+    EXPECT_TRUE(showsPlay());
+}
+
+TEST_F(ORVPlaybackButtonTest, AnImageThatCodeHasSetStays)
+{
+    const auto own = picture();
+    const auto other = make<ORVPlaybackButton>(CGRect(0, 0, 44, 44));
+    other->setImage(own, Application);
+    window->addSubview(other);
+    EXPECT_EQ(other->imageForState(Application), own);
+    EXPECT_EQ(other->imageForState(Normal), play);
+}
+
+TEST_F(ORVPlaybackButtonTest, APlayingButtonThatJoinsAWindowShowsPause)
+{
+    button = make<ORVPlaybackButton>(CGRect(0, 0, 44, 44));
+    button->setPlaying(true, Animated::No);
+    window->addSubview(button);
+    EXPECT_TRUE(showsPause());
+}
+
+TEST_F(ORVPlaybackButtonTest, EachStateTriesFiveKeysAndNoOthers)
+{
+    const UIAppearance::Replacement nothingRecorded;
+    const std::vector<unsigned> all { 0, 1, 2, 3, 4, 5, 6, 7, 0xFF0000, 0xFF0001, 0xFF0002, 0xFF0003,
+        0xFF0004, 0xFF0005, 0xFF0006, 0xFF0007, 0x010000 };
+    for (const unsigned asked : all) {
+        const std::set<unsigned> tried { asked, asked ^ 1, asked ^ 3, asked ^ 7, asked ^ 0xFF0007 };
+        for (const unsigned stored : all) {
+            const auto other = make<ORVPlaybackButton>();
+            other->setImage(play, stateOf(stored));
+            EXPECT_EQ(other->imageForState(stateOf(asked)), tried.contains(stored) ? play : nullptr)
+                << std::hex << asked << " with an image under " << stored;
+        }
+    }
+}
+
+TEST_F(ORVPlaybackButtonTest, TheKeysAreTriedInTheirOrder)
+{
+    for (const unsigned asked : { 0U, 1U, 2U, 6U, 0xFF0000U, 0xFF0005U }) {
+        const auto other = make<ORVPlaybackButton>();
+        for (const unsigned key : { asked ^ 0xFF0007, asked ^ 7, asked ^ 3, asked ^ 1, asked }) {
+            const auto nearer = picture();
+            other->setImage(nearer, stateOf(key));
+            EXPECT_EQ(other->imageForState(stateOf(asked)), nearer) << std::hex << asked << ' ' << key;
+        }
+    }
+}
+
+TEST_F(ORVPlaybackButtonTest, APressedButtonKeepsTheIconThatItHas)
+{
+    EXPECT_EQ(button->imageForState(stateOf(0xFF0001)), pause);
+    EXPECT_EQ(button->imageForState(Highlighted), play);
+    button->setHighlighted(true);
+    EXPECT_TRUE(showsPlay());
+    button->setPlaying(true, Animated::No);
+    EXPECT_TRUE(showsPause());
+}
+
+TEST_F(ORVPlaybackButtonTest, ADisabledIdleButtonFindsNoneOfItsTwoIcons)
+{
+    EXPECT_EQ(button->imageForState(Disabled), nullptr);
+    button->setEnabled(false);
+    EXPECT_EQ(button->imageView()->image(), nullptr);
+    button->setEnabled(true);
+    EXPECT_TRUE(showsPlay());
+}
+
+TEST_F(ORVPlaybackButtonTest, AnImageIsTakenBackWithNone)
+{
+    button->setImage(nullptr, Normal);
+    EXPECT_EQ(button->imageForState(Normal), nullptr) << "the pause icon is too far away";
+    EXPECT_EQ(button->imageView()->image(), nullptr);
+    button->setImage(nullptr, Application);
+    button->setImage(nullptr, Selected);
+    EXPECT_EQ(button->imageForState(Application), nullptr);
+}
+
+TEST_F(ORVPlaybackButtonTest, TheSuperclassHearsNothingOfTheImages)
+{
+    EXPECT_EQ(button->UIButton::imageForState(Normal), nullptr);
+    EXPECT_EQ(button->subviews().size(), 2U);
+}
+
+TEST_F(ORVPlaybackButtonTest, AnImageOfNoParticularModeIsATemplateInTheButtonsTint)
+{
+    const auto red = UIColor::colorWithRed(1, 0, 0, 1);
+    button->setTintColor(red);
+    EXPECT_EQ(button->imageView()->image()->renderingMode(), UIImageRenderingMode::AlwaysTemplate);
+    ASSERT_TRUE(iconTint());
+    EXPECT_TRUE(iconTint()->isEqual(red.get()));
+    EXPECT_EQ(button->imageForState(Normal)->renderingMode(), UIImageRenderingMode::Automatic);
+}
+
+TEST_F(ORVPlaybackButtonTest, AnOriginalImageKeepsItsColours)
+{
+    const auto original = picture(UIImageRenderingMode::AlwaysOriginal);
+    button->setImage(original, Normal);
+    EXPECT_EQ(button->imageView()->image(), original);
+    EXPECT_EQ(iconTint(), nullptr);
+}
+
+TEST_F(ORVPlaybackButtonTest, ASelectedButtonShowsTheImageOfItsState)
+{
+    const auto selected = picture();
+    button->setImage(selected, Selected);
+    EXPECT_TRUE(showsPlay());
+    button->setSelected(true);
+    EXPECT_TRUE(shows(selected));
+}
+
+// --- Places ------------------------------------------------------------------------------------------
+
+TEST_F(ORVPlaybackButtonTest, TheRingFillsTheButtonAndTheIconLiesInTheMiddleInItsOwnSize)
+{
+    EXPECT_EQ(button->progressView()->frame(), CGRect(0, 0, 44, 44));
+    EXPECT_EQ(button->imageView()->frame(), CGRect(12, 12, 20, 20));
+}
+
+TEST_F(ORVPlaybackButtonTest, ContentInsetsMoveTheRingAndByTheirWholeDifferenceTheIcon)
+{
+    button->setContentEdgeInsets({ 1, 2, 4, 8 }); // top, left, bottom, right
+    runFrames();
+    EXPECT_EQ(button->progressView()->frame(), CGRect(2, 1, 34, 39));
+    EXPECT_EQ(button->imageView()->frame(), CGRect(12 + 2 - 8, 12 + 1 - 4, 20, 20));
+}
+
+TEST_F(ORVPlaybackButtonTest, ImageInsetsMoveTheIconAloneByTheirWholeDifference)
+{
+    button->setImageEdgeInsets({ 1, 2, 4, 8 });
+    runFrames();
+    EXPECT_EQ(button->progressView()->frame(), CGRect(0, 0, 44, 44));
+    EXPECT_EQ(button->imageView()->frame(), CGRect(12 + 2 - 8, 12 + 1 - 4, 20, 20));
+    button->setContentEdgeInsets({ 10, 0, 0, 0 });
+    runFrames();
+    EXPECT_EQ(button->imageView()->frame(), CGRect(6, 12 + 10 + 1 - 4, 20, 20));
+}
+
+TEST_F(ORVPlaybackButtonTest, NewInsetsTakeThePlaceOfTheOldOnes)
+{
+    const std::size_t count = button->constraints().size();
+    for (const double inset : { 3.0, 5.0, 0.0 }) {
+        button->setContentEdgeInsets({ inset, inset, inset, inset });
+        button->setImageEdgeInsets({ inset, 0, inset, 0 });
+        runFrames();
+        EXPECT_EQ(button->constraints().size(), count);
+        EXPECT_EQ(button->progressView()->frame(), CGRect(inset, inset, 44 - 2 * inset, 44 - 2 * inset));
+        EXPECT_EQ(button->imageView()->frame(), CGRect(12, 12, 20, 20));
+    }
+}
+
+TEST_F(ORVPlaybackButtonTest, InsetsBeforeTheFirstLayoutCountAsWell)
+{
+    const auto other = make<ORVPlaybackButton>(CGRect(0, 0, 60, 50));
+    other->setContentEdgeInsets({ 5, 5, 5, 5 });
+    window->addSubview(other);
+    runFrames();
+    EXPECT_EQ(other->progressView()->frame(), CGRect(5, 5, 50, 40));
+    EXPECT_EQ(other->imageView()->frame(), CGRect(20, 15, 20, 20));
+}
+
+TEST_F(ORVPlaybackButtonTest, AnIconThatIsLargerThanTheButtonIsMadeToFit)
+{
+    button->setImage(plainImage({ 200, 120 }, Qt::darkGreen, 2), Normal);
+    runFrames();
+    EXPECT_EQ(button->imageView()->frame(), CGRect(0, 0, 44, 44));
+}
+
+TEST_F(ORVPlaybackButtonTest, RingAndIconFollowTheButtonsSize)
+{
+    button->setFrame({ 0, 0, 60, 50 });
+    runFrames();
+    EXPECT_EQ(button->progressView()->frame(), CGRect(0, 0, 60, 50));
+    EXPECT_EQ(button->imageView()->frame(), CGRect(20, 15, 20, 20));
+    button->setFrame({ 0, 0, 0, 0 });
+    runFrames();
+    EXPECT_EQ(button->imageView()->frame(), CGRect(0, 0, 0, 0));
+}
+
+TEST_F(ORVPlaybackButtonTest, InsetsThatAreNotFiniteAreAProgrammingErrorAndChangeNothing)
+{
+    const double infinity = std::numeric_limits<double>::infinity();
+    button->setContentEdgeInsets({ 0, infinity, 0, 0 });
+    button->setImageEdgeInsets({ std::nan(""), 0, 0, 0 });
+    runFrames();
+    const auto message = QStringLiteral("Invalid parameter not satisfying: insets are finite");
+    expectedAssertions = { message, message };
+    EXPECT_EQ(button->progressView()->frame(), CGRect(0, 0, 44, 44));
+    EXPECT_EQ(button->imageView()->frame(), CGRect(12, 12, 20, 20));
+}
+
+TEST_F(ORVPlaybackButtonTest, InsetsThatNoButtonHasRoomForLeaveOneThatRecovers)
+{
+    const NSLayoutConstraint::ConflictReplacement quiet([](const auto&) {});
+    for (const double inset : { 30.0, 1e6, -1e6 }) {
+        button->setContentEdgeInsets({ inset, inset, inset, inset });
+        button->setImageEdgeInsets({ inset, 0, 0, 0 });
+        runFrames();
+    }
+    expectEverythingInItsPlaceWithoutInsets();
+}
+
+TEST_F(ORVPlaybackButtonTest, InsetsBeyondAnyScreenAreAProgrammingErrorAndLeaveAButtonThatRecovers)
+{
+    button->setContentEdgeInsets({ 1e300, 1e300, 1e300, 1e300 });
+    button->setImageEdgeInsets({ 1e300, 0, 0, 0 });
+    runFrames();
+    EXPECT_FALSE(assertions.messages().empty());
+    expectedAssertions = assertions.messages();
+    expectEverythingInItsPlaceWithoutInsets();
+}
+
+// --- Accessibility -----------------------------------------------------------------------------------
+
+TEST_F(ORVPlaybackButtonTest, TheAccessibilityLabelFollowsPlaying)
+{
+    EXPECT_EQ(button->accessibilityLabel(), QStringLiteral("Play"));
+    button->setPlaying(true);
+    EXPECT_EQ(button->accessibilityLabel(), QStringLiteral("Pause")) << "before the icon has changed";
+    button->setPlaying(false, Animated::No);
+    EXPECT_EQ(button->accessibilityLabel(), QStringLiteral("Play"));
+}
+
+TEST_F(ORVPlaybackButtonTest, TheAccessibilityLabelIsLocalisedWhenItIsRead)
+{
+    TemporaryBundle bundle;
+    bundle.writeFolder(QStringLiteral("en.lproj"));
+    bundle.writeFile(
+        QStringLiteral("en.lproj/Accessibility.strings"), "\"Play\" = \"Go on\";\n\"Pause\" = \"Rest\";\n");
+    bundle.makeMain();
+    EXPECT_EQ(button->accessibilityLabel(), QStringLiteral("Go on"));
+    button->setPlaying(true);
+    EXPECT_EQ(button->accessibilityLabel(), QStringLiteral("Rest"));
+}
+
+TEST_F(ORVPlaybackButtonTest, WithoutATranslationTheAccessibilityLabelIsEnglish)
+{
+    TemporaryBundle bundle;
+    bundle.makeMain();
+    EXPECT_EQ(button->accessibilityLabel(), QStringLiteral("Play"));
+}
+
+} // namespace

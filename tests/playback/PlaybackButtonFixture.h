@@ -1,0 +1,70 @@
+// A playback button in a window with its two icons, and short ways to what it shows.
+#pragma once
+
+#include "platform/foundation/ClassRegistry.h"
+#include "platform/foundation/NSBundle.h"
+#include "platform/graphics/UIColor.h"
+#include "platform/views/UIAppearance.h"
+#include "playback/ORVPlaybackButton.h"
+#include "tests/playback/ChangeLog.h"
+#include "tests/support/AssertionRecorder.h"
+#include "tests/support/Pictures.h"
+#include "tests/support/SceneFixture.h"
+
+class PlaybackButtonFixture : public SceneFixture {
+protected:
+    PlaybackButtonFixture()
+    {
+        ClassRegistry::runLoadHooks();
+        button = addView<ORVPlaybackButton>({ 100, 100, 44, 44 });
+        runFrames();
+    }
+    ~PlaybackButtonFixture() override { EXPECT_EQ(assertions.messages(), expectedAssertions); }
+
+    static std::shared_ptr<UIImage> iconNamed(const char* name)
+    {
+        return UIImage::imageNamed(QLatin1String(name));
+    }
+    bool shows(const std::shared_ptr<UIImage>& image) const
+    {
+        const auto& shown = button->imageView()->image();
+        return shown && image && shown->qImage().cacheKey() == image->qImage().cacheKey();
+    }
+    bool showsPlay() const { return shows(play); }
+    bool showsPause() const { return shows(pause); }
+
+    // What is shown so many seconds from now.
+    CALayerValues iconIn(double seconds) const
+    {
+        return button->imageView()->layer()->presentationValuesAt(scheduler.now() + seconds);
+    }
+    double scaleIn(double seconds) const { return iconIn(seconds).transform.m11(); }
+    bool isSwitching() const
+    {
+        return button->imageView()->layer()->animationForKey(QStringLiteral("imageViewSwitch")) != nullptr;
+    }
+    // The alpha of the icon, which the ring has as well.
+    double alphaIn(double seconds) const
+    {
+        const double time = scheduler.now() + seconds;
+        const double alpha = iconIn(seconds).opacity;
+        EXPECT_EQ(button->progressView()->layer()->presentationValuesAt(time).opacity, alpha);
+        return alpha;
+    }
+    static double easeInOut(double time)
+    {
+        return CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseInEaseOut)->valueAt(time);
+    }
+
+    static constexpr double pale = 0.20000000298023224; // 0.2 in single precision
+    static constexpr double fade = 0.4699999988079071; // 0.47 s in single precision
+    static constexpr CGPoint middle { 122, 122 };
+
+    const NSBundle::MainReplacement mainBundle { make<NSBundle>(
+        QStringLiteral(ORUVANE_SOURCE_DIR "/resources"), std::vector<NSString> { QStringLiteral("en") }) };
+    const AssertionRecorder assertions;
+    std::vector<NSString> expectedAssertions;
+    const std::shared_ptr<UIImage> play = iconNamed("ov_icon_play");
+    const std::shared_ptr<UIImage> pause = iconNamed("ov_icon_pause");
+    std::shared_ptr<ORVPlaybackButton> button;
+};
