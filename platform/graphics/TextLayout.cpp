@@ -21,29 +21,56 @@ QStringList paragraphsOf(NSString text)
     return text.split(QLatin1Char('\n'));
 }
 
-// Shaping costs by the character, and of an endless text only the start can show: no line has more than
-// a few characters a point. The cut lies between characters that belong together.
-NSString visibleStart(const NSString& text, const TextStyle& style, CGFloat width)
+bool isTruncating(NSLineBreakMode mode)
+{
+    return mode == NSLineBreakMode::ByTruncatingHead || mode == NSLineBreakMode::ByTruncatingTail
+        || mode == NSLineBreakMode::ByTruncatingMiddle;
+}
+
+bool showsEnd(NSLineBreakMode mode)
+{
+    return mode == NSLineBreakMode::ByTruncatingHead || mode == NSLineBreakMode::ByTruncatingMiddle;
+}
+
+Qt::TextElideMode elideMode(NSLineBreakMode mode)
+{
+    if (mode == NSLineBreakMode::ByTruncatingHead)
+        return Qt::ElideLeft;
+    return mode == NSLineBreakMode::ByTruncatingMiddle ? Qt::ElideMiddle : Qt::ElideRight;
+}
+
+// The last place up to the position that lies between characters that belong together.
+qsizetype boundaryAt(const NSString& text, qsizetype position)
+{
+    const qsizetype before = std::max<qsizetype>(position - 1000, 0); // no character is longer
+    const qsizetype after = std::min(position + 2, text.size());
+    QTextBoundaryFinder boundaries(QTextBoundaryFinder::Grapheme, text.constData() + before, after - before);
+    boundaries.setPosition(position - before);
+    const qsizetype cut = boundaries.isAtBoundary() ? position - before : boundaries.toPreviousBoundary();
+    return cut > 0 ? before + cut : position;
+}
+
+// Shaping costs by the character, and of an endless text only the start can show, or the start and the
+// end: no line has more than a few characters a point.
+NSString visiblePart(const NSString& text, const TextStyle& style, CGFloat width)
 {
     if (style.maximumLines <= 0 || !std::isfinite(width))
         return text;
     const double limit = style.maximumLines * (1000 + 4 * width);
-    if (static_cast<double>(text.size()) <= limit)
+    const double needed = showsEnd(style.lineBreakMode) ? 2 * limit : limit;
+    if (static_cast<double>(text.size()) <= needed)
         return text;
     const auto length = static_cast<qsizetype>(limit);
-    QTextBoundaryFinder boundaries(
-        QTextBoundaryFinder::Grapheme, text.constData(), std::min(length + 2, text.size()));
-    boundaries.setPosition(length);
-    const qsizetype cut = boundaries.isAtBoundary() ? length : boundaries.toPreviousBoundary();
-    return text.left(cut > 0 ? cut : length);
+    const NSString start = text.left(boundaryAt(text, length));
+    return showsEnd(style.lineBreakMode) ? start + text.mid(boundaryAt(text, text.size() - length)) : start;
 }
 
 std::shared_ptr<QTextLayout> makeLayout(
-    const NSString& text, const QFont& font, Qt::LayoutDirection direction)
+    const NSString& text, const QFont& font, Qt::LayoutDirection direction, QTextOption::WrapMode wrapMode)
 {
     auto layout = std::make_shared<QTextLayout>(text, font);
     QTextOption option;
-    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    option.setWrapMode(wrapMode);
     option.setAlignment(Qt::AlignLeft | Qt::AlignAbsolute); // lines are aligned when they are drawn
     option.setTextDirection(direction);
     layout->setTextOption(option);
@@ -60,34 +87,41 @@ TextLayout::TextLayout(const NSString& text, const TextStyle& style, CGFloat wid
 {
     if (text.isEmpty())
         return;
-    QStringList paragraphs = paragraphsOf(visibleStart(text, style, m_width));
+    QStringList paragraphs = paragraphsOf(visiblePart(text, style, m_width));
     while (style.maximumLines > 0 && paragraphs.size() > 1 && paragraphs.last().isEmpty())
         paragraphs.removeLast(); // an empty line at the end is nothing that an ellipsis would stand for
     for (qsizetype index = 0; index < paragraphs.size(); ++index) {
         const int linesLeft = style.maximumLines > 0 ? style.maximumLines - lineCount() : 0;
         if (style.maximumLines > 0 && linesLeft == 0)
             break;
-        breakIntoLines(paragraphs[index], style.lineBreakMode, linesLeft, index + 1 < paragraphs.size());
+        breakIntoLines(paragraphs, index, style.lineBreakMode, linesLeft);
     }
     align(style.alignment);
 }
 
 void TextLayout::breakIntoLines(
-    const NSString& paragraph, NSLineBreakMode mode, int linesLeft, bool moreParagraphs)
+    const QStringList& paragraphs, qsizetype index, NSLineBreakMode mode, int linesLeft)
 {
+    const NSString& paragraph = paragraphs[index];
+    const bool moreParagraphs = index + 1 < paragraphs.size();
     const Qt::LayoutDirection direction = paragraph.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
     const CGFloat available = std::min(m_width / m_font->qFontScale(), unbrokenWidth) + roundingTolerance;
-    auto layout = makeLayout(paragraph, m_font->qFont(), direction);
+    auto layout = makeLayout(paragraph, m_font->qFont(), direction,
+        mode == NSLineBreakMode::ByCharWrapping ? QTextOption::WrapAnywhere
+                                                : QTextOption::WrapAtWordBoundaryOrAnywhere);
     int count = 0;
     layout->beginLayout();
     for (QTextLine line = layout->createLine(); line.isValid(); line = layout->createLine()) {
         const bool isLast = ++count == linesLeft;
-        const bool takesRest = isLast && mode != NSLineBreakMode::ByWordWrapping;
+        const bool takesRest = isLast && (isTruncating(mode) || mode == NSLineBreakMode::ByClipping);
         line.setLineWidth(takesRest ? unbrokenWidth : available);
         line.setPosition({ 0, 0 });
         const bool overflows = line.naturalTextWidth() > available || moreParagraphs;
-        if (takesRest && mode == NSLineBreakMode::ByTruncatingTail && overflows) {
-            appendTruncatedLine(paragraph.mid(line.textStart()), direction, available);
+        if (isLast && isTruncating(mode) && overflows) {
+            NSString rest = paragraph.mid(line.textStart());
+            if (showsEnd(mode) && moreParagraphs)
+                rest += QLatin1Char(' ') + paragraphs.mid(index + 1).join(QLatin1Char(' '));
+            appendTruncatedLine(rest, mode, direction, available);
             break;
         }
         appendLine(layout, line);
@@ -104,11 +138,13 @@ void TextLayout::appendLine(const std::shared_ptr<QTextLayout>& layout, const QT
         { layout, line.lineNumber(), 0, line.naturalTextWidth() * m_font->qFontScale(), rightToLeft });
 }
 
-void TextLayout::appendTruncatedLine(const NSString& text, Qt::LayoutDirection direction, CGFloat available)
+void TextLayout::appendTruncatedLine(
+    const NSString& text, NSLineBreakMode mode, Qt::LayoutDirection direction, CGFloat available)
 {
     const QFont font = m_font->qFont();
-    NSString shortened = QFontMetricsF(font).elidedText(text + ellipsis, Qt::ElideRight, available);
-    auto layout = makeLayout(shortened, font, direction);
+    const NSString whole = showsEnd(mode) ? text : text + ellipsis; // something is always missing at the tail
+    const NSString shortened = QFontMetricsF(font).elidedText(whole, elideMode(mode), available);
+    auto layout = makeLayout(shortened, font, direction, QTextOption::NoWrap);
     layout->beginLayout();
     QTextLine line = layout->createLine();
     if (line.isValid()) {
@@ -117,7 +153,7 @@ void TextLayout::appendTruncatedLine(const NSString& text, Qt::LayoutDirection d
         appendLine(layout, line);
     }
     layout->endLayout();
-    m_truncated = true;
+    m_truncated = shortened != text;
 }
 
 void TextLayout::align(NSTextAlignment alignment)

@@ -16,13 +16,20 @@
 class CGContext;
 
 enum class NSTextAlignment { Left = 0, Center = 1, Right = 2, Natural = 4 };
-enum class NSLineBreakMode { ByWordWrapping = 0, ByClipping = 2, ByTruncatingTail = 4 };
+enum class NSLineBreakMode {
+    ByWordWrapping = 0,
+    ByCharWrapping = 1, // lines break anywhere between characters
+    ByClipping = 2,
+    ByTruncatingHead = 3, // the last line shows the end of the text
+    ByTruncatingTail = 4,
+    ByTruncatingMiddle = 5 // the last line shows its own start and the end of the text
+};
 
 struct TextStyle {
     std::shared_ptr<UIFont> font; // null: the system font in the labels' size
     NSTextAlignment alignment = NSTextAlignment::Natural;
-    // What happens to a text that does not fit. The modes differ in the last line only; the lines before
-    // it, where more than one is allowed, always break between words.
+    // What happens to a text that does not fit. But for the wrapping by characters the modes differ in the
+    // last line only; the lines before it, where more than one is allowed, break between words.
     NSLineBreakMode lineBreakMode = NSLineBreakMode::ByTruncatingTail;
     int maximumLines = 1; // 0: as many as the text needs
 };
@@ -59,9 +66,9 @@ private:
     };
 
     // At most that many lines; 0: as many as there are.
-    void breakIntoLines(const NSString& paragraph, NSLineBreakMode, int linesLeft, bool moreParagraphs);
+    void breakIntoLines(const QStringList& paragraphs, qsizetype index, NSLineBreakMode, int linesLeft);
     void appendLine(const std::shared_ptr<QTextLayout>&, const QTextLine&);
-    void appendTruncatedLine(const NSString& text, Qt::LayoutDirection, CGFloat available);
+    void appendTruncatedLine(const NSString& text, NSLineBreakMode, Qt::LayoutDirection, CGFloat available);
     void align(NSTextAlignment);
 
     std::shared_ptr<UIFont> m_font; // never null

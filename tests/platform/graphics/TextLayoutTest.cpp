@@ -83,6 +83,90 @@ TEST(TextLayoutTest, ShortensTheTailOfALineThatIsTooLong)
     EXPECT_GT(tail.top(), qRound(4 * (layout.firstBaseline() - 5)));
 }
 
+// Whether the drawn text has a tall letter within its first and its last 12 points.
+struct TallEnds {
+    bool first;
+    bool last;
+    bool operator==(const TallEnds&) const = default;
+};
+
+TallEnds tallEnds(const TextLayout& layout)
+{
+    const QImage pixels = drawnText(layout);
+    const QRect ink = inkBounds(pixels);
+    const auto isTall = [&](int x) {
+        const QRect part = inkBounds(pixels.copy(x, 0, 12, pixels.height()));
+        return !part.isNull() && part.top() < layout.lastBaseline() - 8;
+    };
+    return { isTall(ink.left()), isTall(ink.right() - 11) };
+}
+
+TEST(TextLayoutTest, ShortensTheHeadTheMiddleOrTheTail)
+{
+    const NSString text = QStringLiteral("MM") + NSString(80, QLatin1Char('.')) + QStringLiteral("MM");
+    const auto ends = [&](NSLineBreakMode mode) {
+        const TextLayout layout(text, breaking(mode, 1), 150);
+        EXPECT_TRUE(layout.isTruncated());
+        EXPECT_EQ(layout.lineCount(), 1);
+        EXPECT_LE(layout.size().width(), 150.1);
+        EXPECT_GT(layout.size().width(), 110);
+        return tallEnds(layout);
+    };
+    EXPECT_EQ(ends(NSLineBreakMode::ByTruncatingHead), (TallEnds { false, true }));
+    EXPECT_EQ(ends(NSLineBreakMode::ByTruncatingMiddle), (TallEnds { true, true }));
+    EXPECT_EQ(ends(NSLineBreakMode::ByTruncatingTail), (TallEnds { true, false }));
+}
+
+TEST(TextLayoutTest, DoesNotShortenWhatFits)
+{
+    for (const auto mode : { NSLineBreakMode::ByTruncatingHead, NSLineBreakMode::ByTruncatingMiddle,
+             NSLineBreakMode::ByTruncatingTail }) {
+        const TextLayout layout(QStringLiteral("Hello"), breaking(mode, 1), 150);
+        EXPECT_FALSE(layout.isTruncated());
+    }
+}
+
+TEST(TextLayoutTest, ShowsTheEndOfTheWholeTextInTheLastLineThatIsShortenedAtItsHead)
+{
+    const NSString text = QStringLiteral("first\n") + NSString(80, QLatin1Char('.')) + QStringLiteral("\nMM");
+    const TextLayout layout(text, breaking(NSLineBreakMode::ByTruncatingHead, 2), 150);
+    EXPECT_EQ(layout.lineCount(), 2);
+    EXPECT_TRUE(layout.isTruncated());
+    EXPECT_TRUE(tallEnds(layout).last);
+}
+
+TEST(TextLayoutTest, PutsParagraphsThatFitIntoTheLastLineBesideEachOther)
+{
+    const TextLayout layout(QStringLiteral("MM\nMM"), breaking(NSLineBreakMode::ByTruncatingMiddle, 1), 300);
+    EXPECT_EQ(layout.lineCount(), 1);
+    EXPECT_EQ(tallEnds(layout), (TallEnds { true, true }));
+}
+
+TEST(TextLayoutTest, ShapesOnlyTheEndsOfAnEndlessTextThatIsShortenedInside)
+{
+    const NSString endless
+        = QStringLiteral("MM") + NSString(5'000'000, QLatin1Char('.')) + QStringLiteral("MM");
+    for (const auto mode : { NSLineBreakMode::ByTruncatingHead, NSLineBreakMode::ByTruncatingMiddle }) {
+        const TextLayout layout(endless, breaking(mode, 1), 150);
+        EXPECT_LE(layout.size().width(), 150.1);
+        EXPECT_EQ(tallEnds(layout), (TallEnds { mode == NSLineBreakMode::ByTruncatingMiddle, true }));
+    }
+}
+
+TEST(TextLayoutTest, BreaksBetweenCharactersWhereItIsToldTo)
+{
+    const NSString words = QStringLiteral("mmmm mmmm mmmm");
+    const TextLayout byWords(words, breaking(NSLineBreakMode::ByWordWrapping, 0), 130);
+    const TextLayout byCharacters(words, breaking(NSLineBreakMode::ByCharWrapping, 0), 130);
+    EXPECT_EQ(byWords.lineCount(), 3);
+    EXPECT_EQ(byCharacters.lineCount(), 2);
+    EXPECT_LE(byCharacters.size().width(), 130.1);
+    EXPECT_FALSE(byCharacters.isTruncated());
+    const TextLayout one(words, breaking(NSLineBreakMode::ByCharWrapping, 1), 130);
+    EXPECT_EQ(one.lineCount(), 1);
+    EXPECT_FALSE(one.isTruncated());
+}
+
 TEST(TextLayoutTest, BreaksBetweenWordsAndEndsInAnEllipsis)
 {
     const auto style = breaking(NSLineBreakMode::ByTruncatingTail, 3);
