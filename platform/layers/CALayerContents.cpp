@@ -5,6 +5,7 @@
 #include "platform/graphics/UIImage.h"
 
 #include <cmath>
+#include <optional>
 
 namespace {
 
@@ -16,6 +17,42 @@ bool makesBitmap(const CGSize& size, double scale)
     const double width = size.width() * scale;
     const double height = size.height() * scale;
     return width > 0 && height > 0 && width <= UIImage::maximumSide && height <= UIImage::maximumSide;
+}
+
+// Where a picture that keeps its size lies: the part of the free room that is left of it, and above it.
+struct Place {
+    double x;
+    double y;
+};
+
+std::optional<Place> placeOf(CAContentsGravity gravity)
+{
+    using enum CAContentsGravity;
+    switch (gravity) {
+    case Center:
+        return Place { 0.5, 0.5 };
+    case Top:
+        return Place { 0.5, 0 };
+    case Bottom:
+        return Place { 0.5, 1 };
+    case Left:
+        return Place { 0, 0.5 };
+    case Right:
+        return Place { 1, 0.5 };
+    case TopLeft:
+        return Place { 0, 0 };
+    case TopRight:
+        return Place { 1, 0 };
+    case BottomLeft:
+        return Place { 0, 1 };
+    case BottomRight:
+        return Place { 1, 1 };
+    case Resize:
+    case ResizeAspect:
+    case ResizeAspectFill:
+        break;
+    }
+    return std::nullopt;
 }
 
 } // namespace
@@ -69,10 +106,10 @@ CGRect CALayerContents::rectFor(const CGSize& size, const CGRect& bounds) const
 {
     if (m_gravity == CAContentsGravity::Resize || size == bounds.size())
         return bounds;
-    if (m_gravity == CAContentsGravity::Center) {
+    if (const auto place = placeOf(m_gravity)) {
         const auto onPixel = [this](double length) { return std::round(length * m_scale) / m_scale; };
-        return { bounds.x() + onPixel((bounds.width() - size.width()) / 2),
-            bounds.y() + onPixel((bounds.height() - size.height()) / 2), size.width(), size.height() };
+        return { bounds.x() + onPixel((bounds.width() - size.width()) * place->x),
+            bounds.y() + onPixel((bounds.height() - size.height()) * place->y), size.width(), size.height() };
     }
     const bool fills = m_gravity == CAContentsGravity::ResizeAspectFill;
     const CGSize scaled

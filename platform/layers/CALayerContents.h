@@ -7,8 +7,22 @@
 
 #include <functional>
 
-// How a picture of another size than the layer lies in it. Center keeps its size, on whole device pixels.
-enum class CAContentsGravity { Resize, ResizeAspect, ResizeAspectFill, Center };
+// How a picture of another size than the layer lies in it. Those of a place keep its size, on whole device
+// pixels; the top is where the picture's top shows.
+enum class CAContentsGravity {
+    Resize,
+    ResizeAspect,
+    ResizeAspectFill,
+    Center,
+    Top,
+    Bottom,
+    Left,
+    Right,
+    TopLeft,
+    TopRight,
+    BottomLeft,
+    BottomRight
+};
 
 class CALayerContents {
 public:

@@ -20,6 +20,22 @@ CAContentsGravity gravityOf(UIViewContentMode mode)
         return CAContentsGravity::ResizeAspectFill;
     case UIViewContentMode::Center:
         return CAContentsGravity::Center;
+    case UIViewContentMode::Top:
+        return CAContentsGravity::Top;
+    case UIViewContentMode::Bottom:
+        return CAContentsGravity::Bottom;
+    case UIViewContentMode::Left:
+        return CAContentsGravity::Left;
+    case UIViewContentMode::Right:
+        return CAContentsGravity::Right;
+    case UIViewContentMode::TopLeft:
+        return CAContentsGravity::TopLeft;
+    case UIViewContentMode::TopRight:
+        return CAContentsGravity::TopRight;
+    case UIViewContentMode::BottomLeft:
+        return CAContentsGravity::BottomLeft;
+    case UIViewContentMode::BottomRight:
+        return CAContentsGravity::BottomRight;
     case UIViewContentMode::ScaleToFill:
         break;
     }

@@ -34,12 +34,29 @@ TEST(CALayerContentsTest, GravityPlacesThePicture)
         { CAContentsGravity::ResizeAspect, { 10, 25, 100, 50 } },
         { CAContentsGravity::ResizeAspectFill, { -40, 0, 200, 100 } },
         { CAContentsGravity::Center, { 50, 45, 20, 10 } },
+        { CAContentsGravity::Top, { 50, 0, 20, 10 } },
+        { CAContentsGravity::Bottom, { 50, 90, 20, 10 } },
+        { CAContentsGravity::Left, { 10, 45, 20, 10 } },
+        { CAContentsGravity::Right, { 90, 45, 20, 10 } },
+        { CAContentsGravity::TopLeft, { 10, 0, 20, 10 } },
+        { CAContentsGravity::TopRight, { 90, 0, 20, 10 } },
+        { CAContentsGravity::BottomLeft, { 10, 90, 20, 10 } },
+        { CAContentsGravity::BottomRight, { 90, 90, 20, 10 } },
     };
     for (const auto& row : rows) {
         contents.setGravity(row.gravity);
         const FrameContent content = contents.frameContent(shownIn({ 10, 0, 100, 100 }));
         EXPECT_EQ(std::get<FrameImage>(content).rect, row.rect);
     }
+}
+
+TEST(CALayerContentsTest, APictureLargerThanTheLayerReachesBeyondItOnTheOtherSides)
+{
+    CALayerContents contents;
+    contents.setImage(picture(40, 20, 1));
+    contents.setGravity(CAContentsGravity::BottomRight);
+    const FrameContent content = contents.frameContent(shownIn({ 0, 0, 10, 10 }));
+    EXPECT_EQ(std::get<FrameImage>(content).rect, CGRect(-30, -10, 40, 20));
 }
 
 TEST(CALayerContentsTest, ACentredPictureLiesOnWholePixels)
