@@ -1,5 +1,8 @@
 #include "platform/controls/UIButton.h"
 
+#include "platform/controls/DetailDisclosurePicture.h"
+#include "platform/foundation/NSAssertionHandler.h"
+#include "platform/graphics/MainScreenScale.h"
 #include "platform/views/UITapGestureRecognizer.h"
 
 namespace {
@@ -30,7 +33,19 @@ void setValueForState(Values& values, typename Values::mapped_type value, UICont
         values[state] = std::move(value);
 }
 
+bool isFinite(const UIEdgeInsets& insets)
+{
+    return std::isfinite(insets.top) && std::isfinite(insets.left) && std::isfinite(insets.bottom)
+        && std::isfinite(insets.right);
+}
+
 } // namespace
+
+void UIButton::init()
+{
+    UIControl::init();
+    updateImage(); // a detail disclosure has one from the start
+}
 
 // --- What is shown in which state --------------------------------------------------------------------
 
@@ -39,7 +54,6 @@ void UIButton::setImage(std::shared_ptr<UIImage> image, UIControlState state)
     appearanceNotes().noteSetting(&UIButton::setImage, state);
     setValueForState(m_images, std::move(image), state);
     updateImage();
-    contentDidChange();
 }
 
 std::shared_ptr<UIImage> UIButton::imageForState(UIControlState state) const
@@ -51,7 +65,6 @@ void UIButton::setBackgroundImage(std::shared_ptr<UIImage> image, UIControlState
 {
     setValueForState(m_backgroundImages, std::move(image), state);
     updateBackground();
-    contentDidChange();
 }
 
 std::shared_ptr<UIImage> UIButton::backgroundImageForState(UIControlState state) const
@@ -63,7 +76,6 @@ void UIButton::setTitle(const NSString& title, UIControlState state)
 {
     setValueForState(m_titles, title, state);
     updateTitle();
-    contentDidChange();
 }
 
 NSString UIButton::titleForState(UIControlState state) const { return valueForState(m_titles, state); }
@@ -78,17 +90,23 @@ std::shared_ptr<UIColor> UIButton::titleColorForState(UIControlState state) cons
 {
     if (auto color = valueForState(m_titleColors, state))
         return color;
-    return m_type == UIButtonType::System ? tintColor() : UIColor::labelColor();
+    return isSystem() ? tintColor() : UIColor::labelColor();
 }
 
 void UIButton::setContentEdgeInsets(const UIEdgeInsets& insets)
 {
+    NSParameterAssert(isFinite(insets), "UIButton", "insets are finite");
+    if (!isFinite(insets))
+        return;
     m_contentEdgeInsets = insets;
     contentDidChange();
 }
 
 void UIButton::setImageEdgeInsets(const UIEdgeInsets& insets)
 {
+    NSParameterAssert(isFinite(insets), "UIButton", "insets are finite");
+    if (!isFinite(insets))
+        return;
     m_imageEdgeInsets = insets;
     setNeedsLayout();
 }
@@ -136,7 +154,7 @@ UIImageView& UIButton::ensureImageView()
 {
     if (!m_imageView) {
         m_imageView = make<UIImageView>();
-        m_imageView->setTreatsAutomaticAsTemplate(m_type == UIButtonType::System);
+        m_imageView->setTreatsAutomaticAsTemplate(isSystem());
         insertSubview(m_imageView, m_backgroundView ? 1 : 0);
     }
     return *m_imageView;
@@ -155,6 +173,7 @@ std::shared_ptr<UILabel> UIButton::titleLabel()
         m_titleLabel->setFont(UIFont::systemFontOfSize(UIFont::buttonFontSize));
         m_titleLabel->setTextAlignment(NSTextAlignment::Center);
         addSubview(m_titleLabel);
+        contentDidChange(); // from now on there is a baseline
     }
     return m_titleLabel;
 }
@@ -168,7 +187,7 @@ void UIButton::updateForState()
 
 double UIButton::systemAlpha() const
 {
-    if (m_type != UIButtonType::System)
+    if (!isSystem())
         return 1;
     if (!isEnabled())
         return disabledAlpha;
@@ -177,7 +196,7 @@ double UIButton::systemAlpha() const
 
 double UIButton::imageAlpha() const
 {
-    if (m_type == UIButtonType::System)
+    if (isSystem())
         return systemAlpha();
     if (m_images.contains(state()))
         return 1;
@@ -186,12 +205,24 @@ double UIButton::imageAlpha() const
     return pales ? paleImageAlpha : 1;
 }
 
+std::shared_ptr<UIImage> UIButton::shownImage() const
+{
+    const auto image = valueForState(m_images, state());
+    if (image || m_type != UIButtonType::DetailDisclosure)
+        return image;
+    return detailDisclosurePicture(MainScreenScale::get());
+}
+
 void UIButton::updateImage()
 {
-    if (m_images.empty() && !m_imageView)
+    const auto image = shownImage();
+    if (!image && !m_imageView)
         return;
-    ensureImageView().setImage(valueForState(m_images, state()));
+    const CGSize oldSize = imageSize();
+    ensureImageView().setImage(image);
     m_imageView->setAlpha(imageAlpha());
+    if (imageSize() != oldSize)
+        contentDidChange();
 }
 
 void UIButton::updateBackground()
@@ -202,85 +233,28 @@ void UIButton::updateBackground()
         m_backgroundView = make<UIImageView>();
         insertSubview(m_backgroundView, 0);
     }
-    m_backgroundView->setImage(valueForState(m_backgroundImages, state()));
+    const auto background = valueForState(m_backgroundImages, state());
+    if (background != m_backgroundView->image()) {
+        m_backgroundView->setImage(background);
+        contentDidChange();
+    }
 }
 
 void UIButton::updateTitle()
 {
     if (m_titles.empty() && !m_titleLabel)
         return;
-    titleLabel()->setText(titleForState(state()));
+    const NSString title = titleForState(state());
+    if (titleLabel()->text() != title) {
+        m_titleLabel->setText(title);
+        contentDidChange();
+    }
     m_titleLabel->setTextColor(titleColorForState(state()));
     m_titleLabel->setAlpha(systemAlpha());
-}
-
-void UIButton::contentDidChange()
-{
-    setNeedsLayout();
-    invalidateIntrinsicContentSize();
 }
 
 void UIButton::tintColorDidChange()
 {
     UIControl::tintColorDidChange();
     updateTitle();
-}
-
-// --- Layout ------------------------------------------------------------------------------------------
-
-CGSize UIButton::imageSize() const
-{
-    const bool shows = m_imageView && m_imageView->image();
-    return shows ? m_imageView->image()->size() : CGSize(0, 0);
-}
-
-CGSize UIButton::titleSize() const
-{
-    return m_titleLabel ? m_titleLabel->intrinsicContentSize() : CGSize(0, 0);
-}
-
-CGSize UIButton::intrinsicContentSize() const
-{
-    const CGSize image = imageSize();
-    const CGSize title = titleSize();
-    const CGSize content(image.width() + title.width() + m_contentEdgeInsets.left + m_contentEdgeInsets.right,
-        std::max(image.height(), title.height()) + m_contentEdgeInsets.top + m_contentEdgeInsets.bottom);
-    const auto background = backgroundImageForState(state());
-    return background ? content.expandedTo(background->size()) : content;
-}
-
-CGSize UIButton::sizeThatFits(const CGSize&) const { return intrinsicContentSize(); }
-
-// Picture and title side by side in the middle of the content; a title that does not fit is cut short.
-UIButton::Places UIButton::places() const
-{
-    const CGRect content = UIEdgeInsetsInsetRect(bounds(), m_contentEdgeInsets);
-    const CGSize image = imageSize();
-    const CGSize title = titleSize();
-    const CGFloat titleWidth = std::min(title.width(), std::max(content.width() - image.width(), 0.0));
-    const CGFloat left = content.center().x() - (image.width() + titleWidth) / 2;
-    const CGRect imagePlace(left, content.center().y() - image.height() / 2, image.width(), image.height());
-    CGRect shifted(CGPoint(), image);
-    shifted.moveCenter(UIEdgeInsetsInsetRect(imagePlace, m_imageEdgeInsets).center());
-    return { shifted,
-        { left + image.width(), content.center().y() - title.height() / 2, titleWidth, title.height() } };
-}
-
-void UIButton::layoutSubviews()
-{
-    UIControl::layoutSubviews();
-    const Places at = places();
-    if (m_backgroundView)
-        m_backgroundView->setFrame(bounds());
-    if (m_imageView)
-        m_imageView->setFrame(at.image);
-    if (m_titleLabel)
-        m_titleLabel->setFrame(at.title);
-}
-
-CGFloat UIButton::firstBaseline() const
-{
-    if (!m_titleLabel)
-        return UIControl::firstBaseline();
-    return places().title.top() + m_titleLabel->font()->ascender();
 }

@@ -12,7 +12,8 @@
 
 enum class UIButtonType {
     Custom = 0, // pictures in their own colours
-    System = 1 // picture and title in the tint colour; pressed, they fade
+    System = 1, // picture and title in the tint colour; pressed, they fade
+    DetailDisclosure = 2 // a system button with a circled "i" for a picture, unless it is given another
 };
 
 class UIButton : public UIControl {
@@ -39,7 +40,8 @@ public:
     virtual std::shared_ptr<UIImageView> imageView();
     std::shared_ptr<UILabel> titleLabel();
 
-    // Space around picture and title; part of the button's size.
+    // Space around picture and title; part of the button's size. Insets that are not finite are a programming
+    // error and change nothing, here and below.
     const UIEdgeInsets& contentEdgeInsets() const { return m_contentEdgeInsets; }
     virtual void setContentEdgeInsets(const UIEdgeInsets& insets);
     // Moves the picture within its place; no part of the button's size.
@@ -59,10 +61,15 @@ public:
     CGSize sizeThatFits(const CGSize& size) const override;
     // The title's, or the bottom edge without a title.
     CGFloat firstBaseline() const override;
+    LayoutBaseline firstBaselinePlace() const override;
+    LayoutBaseline lastBaselinePlace() const override;
     void layoutSubviews() override;
     void tintColorDidChange() override;
     // A press is the button's own: no single tap of a view around it begins.
     bool gestureRecognizerShouldBegin(UIGestureRecognizer&) override;
+
+protected:
+    void init() override;
 
 private:
     template <typename Value> using PerState = std::map<UIControlState, Value>;
@@ -76,13 +83,17 @@ private:
     CGSize imageSize() const;
     CGSize titleSize() const;
     UIImageView& ensureImageView();
+    bool isSystem() const { return m_type != UIButtonType::Custom; }
+    std::shared_ptr<UIImage> shownImage() const;
     void updateForState();
     void updateImage();
     void updateBackground();
     void updateTitle();
     double systemAlpha() const;
     double imageAlpha() const;
+    LayoutBaseline baselineOfTitle(const LayoutBaseline& inLabel) const;
     void contentDidChange();
+    void tellOfChangesMadeElsewhere();
 
     UIButtonType m_type = UIButtonType::Custom;
     PerState<std::shared_ptr<UIImage>> m_images;
@@ -94,6 +105,7 @@ private:
     std::shared_ptr<UILabel> m_titleLabel;
     UIEdgeInsets m_contentEdgeInsets;
     UIEdgeInsets m_imageEdgeInsets;
+    CGSize m_laidOutSize; // the intrinsic one in the last layout; invalid after a change since
     bool m_adjustsImageWhenHighlighted = true;
     bool m_adjustsImageWhenDisabled = true;
 };

@@ -1,5 +1,6 @@
 #include "platform/controls/UIControl.h"
 
+#include "platform/views/InteractionConstants.h"
 #include "platform/views/UITouch.h"
 
 // --- Targets -----------------------------------------------------------------------------------------
@@ -74,28 +75,44 @@ void UIControl::touchesBegan(const UITouches& touches, UIEvent& event)
     const auto keepAlive = shared_from_this();
     m_tracking = true;
     m_touchInside = true;
-    if (!beginTrackingWithTouch(*touches.front(), event)) {
+    m_touch = touches.front();
+    const bool begins = beginTrackingWithTouch(*touches.front(), event);
+    if (!begins)
         m_tracking = false;
-        return;
-    }
-    setHighlighted(true);
-    sendActionsForControlEvents(UIControlEvents::TouchDown);
+    if (m_tracking)
+        setHighlighted(true);
+    if (m_tracking)
+        sendActionsForControlEvents(UIControlEvents::TouchDown);
 }
 
 void UIControl::touchesMoved(const UITouches& touches, UIEvent& event)
 {
-    if (!m_tracking)
+    if (!follows(touches))
         return;
     const auto keepAlive = shared_from_this();
     UITouch& touch = *touches.front();
-    if (!continueTrackingWithTouch(touch, event)) {
+    const bool continues = continueTrackingWithTouch(touch, event);
+    if (m_tracking && !continues) {
         m_tracking = false;
         setHighlighted(false);
-        return;
     }
-    setTouchInside(pointInside(touch.locationInView(this)));
-    sendActionsForControlEvents(
-        m_touchInside ? UIControlEvents::TouchDragInside : UIControlEvents::TouchDragOutside);
+    if (m_tracking)
+        setTouchInside(isNear(touch));
+    if (m_tracking)
+        sendActionsForControlEvents(
+            m_touchInside ? UIControlEvents::TouchDragInside : UIControlEvents::TouchDragOutside);
+}
+
+bool UIControl::follows(const UITouches& touches) const
+{
+    return m_tracking && touches.front() == m_touch.lock();
+}
+
+bool UIControl::isNear(const UITouch& touch) const
+{
+    const double slack = InteractionConstants::controlTouchSlack;
+    const CGPoint location = touch.locationInView(this);
+    return pointInside(location) || bounds().adjusted(-slack, -slack, slack, slack).contains(location);
 }
 
 void UIControl::setTouchInside(bool inside)
@@ -103,24 +120,34 @@ void UIControl::setTouchInside(bool inside)
     if (std::exchange(m_touchInside, inside) == inside)
         return;
     setHighlighted(inside);
-    sendActionsForControlEvents(inside ? UIControlEvents::TouchDragEnter : UIControlEvents::TouchDragExit);
+    if (m_tracking)
+        sendActionsForControlEvents(
+            inside ? UIControlEvents::TouchDragEnter : UIControlEvents::TouchDragExit);
 }
 
 void UIControl::touchesEnded(const UITouches& touches, UIEvent& event)
 {
-    if (!m_tracking)
+    if (!follows(touches))
         return;
     const auto keepAlive = shared_from_this();
     UITouch& touch = *touches.front();
-    m_touchInside = pointInside(touch.locationInView(this));
+    m_touchInside = isNear(touch);
     m_tracking = false;
     endTrackingWithTouch(touch, event);
     setHighlighted(false);
-    sendActionsForControlEvents(
-        m_touchInside ? UIControlEvents::TouchUpInside : UIControlEvents::TouchUpOutside);
+    if (!m_enabled)
+        sendActionsForControlEvents(UIControlEvents::TouchCancel); // disabled by one of the two
+    else if (m_touchInside)
+        sendActionsForControlEvents(UIControlEvents::TouchUpInside);
+    else
+        sendActionsForControlEvents(UIControlEvents::TouchUpOutside);
 }
 
-void UIControl::touchesCancelled(const UITouches&, UIEvent&) { letGoOfTouch(); }
+void UIControl::touchesCancelled(const UITouches& touches, UIEvent&)
+{
+    if (follows(touches))
+        letGoOfTouch();
+}
 
 void UIControl::letGoOfTouch()
 {

@@ -1,7 +1,9 @@
 // A view that is pressed: it follows one finger, shows that it is touched, and tells its targets.
 //
-// While a finger is tracked the control is highlighted as long as the finger is inside. Targets are told
-// in the order in which they were added. A control may be removed or dropped from inside its own action.
+// While a finger is tracked the control is highlighted as long as the finger is inside, or not far outside.
+// Targets are told in the order in which they were added. A control may be removed, disabled, hidden or
+// dropped from inside any of its messages; when it has let go of the finger, the messages that would have
+// followed do not come.
 #pragma once
 
 #include "platform/foundation/Action.h"
@@ -51,7 +53,7 @@ public:
     virtual void setSelected(bool selected);
 
     bool isTracking() const { return m_tracking; }
-    // Whether the tracked finger is over the control.
+    // Whether the tracked finger is over the control, or near enough to count as that.
     bool isTouchInside() const { return m_touchInside; }
     // beginTrackingWithTouch:withEvent: and its kin, for subclasses that follow the finger themselves; the
     // first two answer whether to go on. They come before the change of the highlight that goes with them.
@@ -70,10 +72,13 @@ private:
         Action action;
         UIControlEvents events;
     };
+    bool follows(const UITouches&) const;
+    bool isNear(const UITouch&) const;
     void setTouchInside(bool inside);
     void letGoOfTouch();
 
     std::vector<Registration> m_registrations;
+    std::weak_ptr<UITouch> m_touch; // the tracked one
     bool m_enabled = true;
     bool m_highlighted = false;
     bool m_selected = false;

@@ -1,8 +1,11 @@
 #include "platform/controls/UILabel.h"
 
+#include "platform/foundation/NSAssertionHandler.h"
 #include "platform/views/UIScreen.h"
 
 namespace {
+
+constexpr double manyLines = 100'000; // more than any height has room for
 
 // Up to whole pixels of the screen.
 CGFloat pixelCeil(CGFloat length)
@@ -80,6 +83,7 @@ void UILabel::setBackgroundColor(const std::shared_ptr<UIColor>& color)
 void UILabel::textDidChange()
 {
     m_layout.reset();
+    m_naturalSize.reset();
     setNeedsDisplay();
     invalidateIntrinsicContentSize();
 }
@@ -102,17 +106,45 @@ const TextLayout& UILabel::layoutFor(CGFloat width, int maximumLines) const
 const TextLayout& UILabel::drawnLayout() const
 {
     const CGFloat rounding = 0.01;
-    const int room
-        = std::max(static_cast<int>((bounds().height() + rounding) / m_style.font->lineHeight()), 1);
+    const int room = static_cast<int>(
+        std::clamp((bounds().height() + rounding) / m_style.font->lineHeight(), 1.0, manyLines));
     const int lines = m_style.maximumLines == 0 ? room : std::min(room, m_style.maximumLines);
     return layoutFor(bounds().width(), lines);
 }
 
+CGSize UILabel::naturalSize() const
+{
+    if (!m_naturalSize)
+        m_naturalSize = pixelCeil(TextLayout(m_text, m_style).size());
+    return *m_naturalSize;
+}
+
 CGSize UILabel::intrinsicContentSize() const
 {
-    const bool breaks = m_style.maximumLines != 1 && bounds().width() > 0;
-    return pixelCeil(
-        layoutFor(breaks ? bounds().width() : TextLayout::unlimited, m_style.maximumLines).size());
+    const CGSize natural = naturalSize();
+    const bool followsWidth = m_preferredMaxLayoutWidth == 0;
+    const CGFloat width = followsWidth ? bounds().width() : m_preferredMaxLayoutWidth;
+    if (m_style.maximumLines == 1 || !(width > 0) || width >= natural.width())
+        return natural;
+    const CGSize broken = pixelCeil(layoutFor(width, m_style.maximumLines).size());
+    return { followsWidth ? natural.width() : broken.width(), broken.height() };
+}
+
+void UILabel::setPreferredMaxLayoutWidth(CGFloat width)
+{
+    NSParameterAssert(width >= 0, "UILabel", "width >= 0");
+    if (!(width >= 0) || width == m_preferredMaxLayoutWidth)
+        return;
+    m_preferredMaxLayoutWidth = width;
+    invalidateIntrinsicContentSize();
+}
+
+void UILabel::setBounds(const CGRect& bounds)
+{
+    const CGFloat oldWidth = this->bounds().width();
+    UIView::setBounds(bounds);
+    if (m_style.maximumLines != 1 && bounds.width() != oldWidth)
+        invalidateIntrinsicContentSize();
 }
 
 CGSize UILabel::sizeThatFits(const CGSize& size) const
@@ -131,6 +163,30 @@ CGFloat UILabel::textTop() const
 CGFloat UILabel::firstBaseline() const
 {
     return m_text.isEmpty() ? UIView::firstBaseline() : textTop() + drawnLayout().firstBaseline();
+}
+
+CGFloat UILabel::lastBaseline() const
+{
+    return m_text.isEmpty() ? bounds().height() : textTop() + drawnLayout().lastBaseline();
+}
+
+int UILabel::lineCount() const
+{
+    const bool breaks = m_style.maximumLines != 1 && bounds().width() > 0;
+    const CGFloat width = breaks ? bounds().width() : TextLayout::unlimited;
+    return std::max(layoutFor(width, m_style.maximumLines).lineCount(), 1);
+}
+
+LayoutBaseline UILabel::firstBaselinePlace() const
+{
+    const CGFloat textHeight = pixelCeil(lineCount() * m_style.font->lineHeight());
+    return { 0.5, m_style.font->ascender() - textHeight / 2 };
+}
+
+LayoutBaseline UILabel::lastBaselinePlace() const
+{
+    const LayoutBaseline first = firstBaselinePlace();
+    return { first.fraction, first.offset + (lineCount() - 1) * m_style.font->lineHeight() };
 }
 
 void UILabel::drawRect(const CGRect& rect, CGContext& context)

@@ -26,10 +26,21 @@ public:
     int numberOfLines() const { return m_style.maximumLines; }
     void setNumberOfLines(int lines); // 0: as many as the text needs
 
+    // Where a text of several lines breaks in the intrinsic size; not negative. 0 stands for the label's own
+    // width: the intrinsic width is then that of the unbroken text, the height follows the width it gets.
+    CGFloat preferredMaxLayoutWidth() const { return m_preferredMaxLayoutWidth; }
+    void setPreferredMaxLayoutWidth(CGFloat width);
+
     // In whole pixels, so that the text is never cut short by a rounding.
     CGSize intrinsicContentSize() const override;
     CGSize sizeThatFits(const CGSize& size) const override;
     CGFloat firstBaseline() const override;
+    // Where the last line stands that is drawn, from the top; the bottom edge without text.
+    CGFloat lastBaseline() const;
+    // As constraints know them: exact where the height is that of the text, else within half a pixel.
+    LayoutBaseline firstBaselinePlace() const override;
+    LayoutBaseline lastBaselinePlace() const override;
+    void setBounds(const CGRect& bounds) override;
 
     void setBackgroundColor(const std::shared_ptr<UIColor>& color) override;
     bool drawsContent() const override { return !m_text.isEmpty(); }
@@ -42,11 +53,15 @@ private:
     void textDidChange();
     const TextLayout& layoutFor(CGFloat width, int maximumLines) const;
     const TextLayout& drawnLayout() const;
+    CGSize naturalSize() const;
     CGFloat textTop() const;
+    int lineCount() const;
 
     NSString m_text;
     std::shared_ptr<UIColor> m_textColor;
     TextStyle m_style;
+    CGFloat m_preferredMaxLayoutWidth = 0;
+    mutable std::optional<CGSize> m_naturalSize; // of the unbroken text; none after a change
     mutable std::optional<TextLayout> m_layout; // the last one asked for; none after a change
     mutable CGFloat m_layoutWidth = 0;
     mutable int m_layoutLines = 0;

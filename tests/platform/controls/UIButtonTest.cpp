@@ -2,7 +2,10 @@
 
 #include "platform/views/UITapGestureRecognizer.h"
 #include "tests/platform/controls/ControlLog.h"
+#include "tests/support/AssertionRecorder.h"
 #include "tests/support/SceneFixture.h"
+
+#include <limits>
 
 namespace {
 
@@ -67,6 +70,52 @@ TEST_F(UIButtonTest, ApplicationStatesHavePicturesToo)
     EXPECT_EQ(button->imageView()->image(), other);
 }
 
+TEST_F(UIButtonTest, EachStateHasItsTitleAndColourOrTheNormalOnes)
+{
+    custom->setTitle(QStringLiteral("Follow"), Normal);
+    custom->setTitle(QStringLiteral("Following"), Selected);
+    custom->setTitleColor(red, Selected);
+    EXPECT_EQ(custom->titleForState(Disabled), QStringLiteral("Follow"));
+    EXPECT_EQ(custom->titleLabel()->text(), QStringLiteral("Follow"));
+    EXPECT_TRUE(custom->titleLabel()->textColor()->isEqual(UIColor::labelColor().get()));
+    custom->setSelected(true);
+    EXPECT_EQ(custom->titleLabel()->text(), QStringLiteral("Following"));
+    EXPECT_TRUE(custom->titleLabel()->textColor()->isEqual(red.get()));
+    custom->setTitle(NSString(), Selected);
+    EXPECT_EQ(custom->titleLabel()->text(), QStringLiteral("Follow"));
+    custom->setTitle(NSString(), Normal);
+    EXPECT_TRUE(custom->titleLabel()->text().isNull());
+}
+
+TEST_F(UIButtonTest, EachStateHasItsBackgroundOrTheNormalOne)
+{
+    custom->setBackgroundImage(picture, Normal);
+    custom->setBackgroundImage(other, Disabled);
+    const auto shown = [&] { return std::static_pointer_cast<UIImageView>(custom->subviews()[0])->image(); };
+    EXPECT_EQ(shown(), picture);
+    custom->setEnabled(false);
+    EXPECT_EQ(shown(), other);
+    EXPECT_EQ(custom->backgroundImageForState(Highlighted), picture);
+    custom->setBackgroundImage(nullptr, Disabled);
+    EXPECT_EQ(shown(), picture);
+}
+
+TEST_F(UIButtonTest, AStateWithALargerContentLaysTheButtonOutAnew)
+{
+    custom->setFrame({ 0, 100, 390, 50 });
+    custom->setImage(picture, Normal);
+    custom->setImage(makePicture(40, 30), Selected);
+    custom->setTitle(QStringLiteral("Play"), Normal);
+    custom->setTitle(QStringLiteral("Play it again"), Selected);
+    runFrames();
+    const CGSize small = custom->intrinsicContentSize();
+    custom->setSelected(true);
+    EXPECT_GT(custom->intrinsicContentSize().width(), small.width() + 20);
+    runFrames();
+    EXPECT_EQ(custom->imageView()->frame().size(), CGSize(40, 30));
+    EXPECT_EQ(custom->titleLabel()->frame().size(), custom->titleLabel()->intrinsicContentSize());
+}
+
 TEST_F(UIButtonTest, TheBackgroundFillsTheButtonBelowThePicture)
 {
     custom->setImage(picture, Normal);
@@ -120,6 +169,33 @@ TEST_F(UIButtonTest, ImageInsetsMoveThePictureWithoutChangingTheSize)
     custom->layoutIfNeeded();
     EXPECT_EQ(custom->imageView()->frame(), CGRect(46, 20, 20, 10));
     EXPECT_EQ(custom->intrinsicContentSize(), CGSize(20, 10));
+}
+
+TEST_F(UIButtonTest, InsetsThatAreNotFiniteAreAProgrammingErrorAndChangeNothing)
+{
+    custom->setImage(picture, Normal);
+    custom->setContentEdgeInsets({ 1, 2, 3, 4 });
+    custom->setImageEdgeInsets({ 5, 6, 7, 8 });
+    AssertionRecorder recorder;
+    const double infinity = std::numeric_limits<double>::infinity();
+    const double notANumber = std::numeric_limits<double>::quiet_NaN();
+    for (const UIEdgeInsets& wrong : { UIEdgeInsets { notANumber, 0, 0, 0 }, { 0, infinity, 0, 0 },
+             { 0, 0, -infinity, 0 }, { 0, 0, 0, notANumber } }) {
+        custom->setContentEdgeInsets(wrong);
+        custom->setImageEdgeInsets(wrong);
+    }
+    const NSString message = QStringLiteral("Invalid parameter not satisfying: insets are finite");
+    EXPECT_EQ(recorder.messages(), std::vector<NSString>(8, message));
+    EXPECT_EQ(custom->contentEdgeInsets(), (UIEdgeInsets { 1, 2, 3, 4 }));
+    EXPECT_EQ(custom->imageEdgeInsets(), (UIEdgeInsets { 5, 6, 7, 8 }));
+}
+
+TEST_F(UIButtonTest, HugeInsetsAreTaken)
+{
+    custom->setImage(picture, Normal);
+    custom->setContentEdgeInsets({ 0, 1e9, 0, 0 });
+    runFrames();
+    EXPECT_EQ(custom->intrinsicContentSize(), CGSize(1e9 + 20, 10));
 }
 
 TEST_F(UIButtonTest, TheBaselineIsTheTitles)
@@ -232,6 +308,51 @@ TEST_F(UIButtonTest, APressIsNotATapOfTheViewAround)
     custom->setEnabled(false);
     touch.tap({ 150, 120 });
     EXPECT_EQ(counter->lines.size(), 2u);
+}
+
+// --- Detail disclosure -----------------------------------------------------------------------------------
+
+TEST_F(UIButtonTest, ADetailDisclosureShowsItsOwnPictureInTheTint)
+{
+    const auto button = addButton(UIButtonType::DetailDisclosure);
+    button->setTintColor(red);
+    EXPECT_EQ(button->intrinsicContentSize(), CGSize(22, 22));
+    EXPECT_EQ(shownTint(*button), QColor(255, 0, 0));
+    button->sizeToFit();
+    EXPECT_EQ(button->frame().size(), CGSize(22, 22));
+    touch.down({ 110, 110 });
+    EXPECT_LT(button->imageView()->alpha(), 0.5);
+    touch.up();
+    EXPECT_EQ(button->imageView()->alpha(), 1);
+}
+
+TEST_F(UIButtonTest, AllDetailDisclosuresShareOnePicture)
+{
+    EXPECT_EQ(addButton(UIButtonType::DetailDisclosure)->imageView()->image(),
+        addButton(UIButtonType::DetailDisclosure)->imageView()->image());
+}
+
+TEST_F(UIButtonTest, ADetailDisclosureMayBeGivenAnotherPicture)
+{
+    const auto button = addButton(UIButtonType::DetailDisclosure);
+    const auto own = button->imageView()->image();
+    button->setImage(picture, Normal);
+    EXPECT_EQ(button->imageView()->image(), picture);
+    button->setImage(nullptr, Normal);
+    EXPECT_EQ(button->imageView()->image(), own);
+}
+
+TEST_F(UIButtonTest, ADetailDisclosureFollowsTheDensityOfTheScreen)
+{
+    const auto button = addButton(UIButtonType::DetailDisclosure);
+    runFrames();
+    EXPECT_EQ(button->imageView()->image()->qImage().size(), QSize(44, 44));
+    UIScreen::Geometry denser = screenGeometry;
+    denser.scale = 3;
+    UIScreen::mainScreen()->setGeometry(denser);
+    runFrames();
+    EXPECT_EQ(button->imageView()->image()->qImage().size(), QSize(66, 66));
+    EXPECT_EQ(button->intrinsicContentSize(), CGSize(22, 22));
 }
 
 } // namespace

@@ -13,24 +13,34 @@ public:
     using UIControl::UIControl;
     bool beginTrackingWithTouch(UITouch&, UIEvent&) override
     {
-        lines.push_back("begin");
+        tell("begin");
         return begins;
     }
     bool continueTrackingWithTouch(UITouch&, UIEvent&) override
     {
-        lines.push_back("continue");
+        tell("continue");
         return continues;
     }
-    void endTrackingWithTouch(UITouch&, UIEvent&) override { lines.push_back("end"); }
-    void cancelTracking() override { lines.push_back("cancel"); }
+    void endTrackingWithTouch(UITouch&, UIEvent&) override { tell("end"); }
+    void cancelTracking() override { tell("cancel"); }
     void setHighlighted(bool highlighted) override
     {
         UIControl::setHighlighted(highlighted);
-        lines.push_back(std::string(highlighted ? "on" : "off") + (isTracking() ? " tracking" : ""));
+        tell(std::string(highlighted ? "on" : "off") + (isTracking() ? " tracking" : ""));
     }
     Lines lines;
     bool begins = true;
     bool continues = true;
+    std::string meddleAt; // the line at which to meddle
+    std::function<void()> meddle;
+
+private:
+    void tell(const std::string& line)
+    {
+        lines.push_back(line);
+        if (meddle && line == meddleAt)
+            std::exchange(meddle, nullptr)();
+    }
 };
 
 class UIControlTest : public SceneFixture {
@@ -57,7 +67,7 @@ TEST_F(UIControlTest, AFingerThatLeavesAndReturnsSwitchesTheHighlight)
 {
     touch.down({ 150, 120 });
     touch.moveTo({ 160, 120 });
-    touch.moveTo({ 160, 160 });
+    touch.moveTo({ 160, 230 });
     EXPECT_FALSE(control->isHighlighted());
     EXPECT_TRUE(control->isTracking());
     EXPECT_FALSE(control->isTouchInside());
@@ -70,10 +80,42 @@ TEST_F(UIControlTest, AFingerThatLeavesAndReturnsSwitchesTheHighlight)
             "end", "off" }));
 }
 
+TEST_F(UIControlTest, AFingerMayStraySeventyPointsAroundTheControl)
+{
+    touch.down({ 150, 120 });
+    touch.moveTo({ 150, 219 }); // the bottom edge lies at 150
+    EXPECT_TRUE(control->isTouchInside());
+    touch.moveTo({ 150, 221 });
+    EXPECT_FALSE(control->isTouchInside());
+    touch.moveTo({ 31, 31 });
+    EXPECT_TRUE(control->isTouchInside());
+    touch.up();
+    EXPECT_EQ(target->lines, (Lines { "down", "exit", "enter", "up inside" }));
+}
+
+TEST_F(UIControlTest, ATouchThatBeginsBesideTheControlIsNotIts)
+{
+    touch.tap({ 150, 160 });
+    EXPECT_TRUE(control->lines.empty());
+}
+
+TEST_F(UIControlTest, FollowsOneFingerEvenWhereItsViewHearsOfMore)
+{
+    control->setMultipleTouchEnabled(true);
+    touch.down({ 150, 120 }, 1);
+    touch.down({ 160, 120 }, 2);
+    touch.moveTo({ 160, 400 }, 2);
+    EXPECT_TRUE(control->isTouchInside());
+    touch.up(2);
+    EXPECT_TRUE(control->isTracking());
+    touch.up(1);
+    EXPECT_EQ(target->lines, (Lines { "down", "up inside" }));
+}
+
 TEST_F(UIControlTest, AFingerThatLeavesTheScreenOutsideDoesNotPress)
 {
     touch.down({ 150, 120 });
-    touch.moveTo({ 160, 160 });
+    touch.moveTo({ 160, 230 });
     touch.up();
     EXPECT_EQ(target->lines, (Lines { "down", "exit", "up outside" }));
 }
@@ -92,7 +134,7 @@ TEST_F(UIControlTest, TellsOfEveryMove)
     control->addTarget(moves->pressedAction(), TouchDragInside | TouchDragOutside);
     touch.down({ 150, 120 });
     touch.moveTo({ 160, 120 });
-    touch.moveTo({ 160, 160 });
+    touch.moveTo({ 160, 230 });
     EXPECT_EQ(moves->lines.size(), 2u);
 }
 
@@ -130,6 +172,107 @@ TEST_F(UIControlTest, DisablingLetsGoOfTheFinger)
     EXPECT_FALSE(control->isHighlighted());
     touch.up();
     EXPECT_EQ(target->lines, (Lines { "down", "cancel" }));
+}
+
+// --- Controls that go in the middle ----------------------------------------------------------------------
+
+TEST_F(UIControlTest, HidingLetsGoOfTheFingerWithItsNextMove)
+{
+    touch.down({ 150, 120 });
+    control->setHidden(true);
+    touch.moveTo({ 151, 120 });
+    EXPECT_FALSE(control->isTracking());
+    EXPECT_FALSE(control->isHighlighted());
+    touch.up();
+    EXPECT_EQ(target->lines, (Lines { "down", "cancel" }));
+}
+
+TEST_F(UIControlTest, AHiddenControlIsNotPressedByTheFingerThatLeaves)
+{
+    touch.down({ 150, 120 });
+    control->setHidden(true);
+    touch.up();
+    EXPECT_EQ(target->lines, (Lines { "down", "cancel" }));
+}
+
+TEST_F(UIControlTest, RemovingLetsGoOfTheFinger)
+{
+    touch.down({ 150, 120 });
+    control->removeFromSuperview();
+    EXPECT_FALSE(control->isTracking());
+    EXPECT_FALSE(control->isHighlighted());
+    touch.up();
+    EXPECT_EQ(target->lines, (Lines { "down", "cancel" }));
+}
+
+TEST_F(UIControlTest, AControlThatGoesInATrackingCallHearsNothingThatWouldHaveFollowed)
+{
+    const struct {
+        const char* at;
+        Lines control;
+        Lines target;
+    } rows[] = {
+        { "begin", { "begin", "cancel", "off" }, { "cancel" } },
+        { "on tracking", { "begin", "on tracking", "cancel", "off" }, { "cancel" } },
+        { "continue", { "begin", "on tracking", "continue", "cancel", "off" }, { "down", "cancel" } },
+        { "off tracking", { "begin", "on tracking", "continue", "off tracking", "cancel", "off" },
+            { "down", "cancel" } },
+    };
+    const std::function<void()> ways[] = {
+        [this] { control->removeFromSuperview(); },
+        [this] { control->setEnabled(false); },
+        [this] {
+            control->removeFromSuperview();
+            control = nullptr;
+        },
+    };
+    for (const auto& row : rows)
+        for (const auto& way : ways) {
+            control = addView<TestControl>({ 100, 100, 100, 50 });
+            const auto held = control;
+            target->lines.clear();
+            target->listenTo(*control);
+            control->meddleAt = row.at;
+            control->meddle = way;
+            touch.down({ 150, 120 });
+            touch.moveTo({ 150, 300 });
+            touch.up();
+            EXPECT_EQ(held->lines, row.control) << row.at;
+            EXPECT_EQ(target->lines, row.target) << row.at;
+            EXPECT_FALSE(held->isTracking());
+            EXPECT_FALSE(held->isHighlighted());
+            held->removeFromSuperview();
+        }
+}
+
+TEST_F(UIControlTest, AControlThatIsRemovedAsItsTrackingEndsIsPressedAllTheSame)
+{
+    control->meddleAt = "end";
+    control->meddle = [this] { control->removeFromSuperview(); };
+    touch.tap({ 150, 120 });
+    EXPECT_EQ(target->lines, (Lines { "down", "up inside" }));
+}
+
+TEST_F(UIControlTest, AControlThatIsDisabledAsItsTrackingEndsIsNotPressed)
+{
+    control->meddleAt = "end";
+    control->meddle = [this] { control->setEnabled(false); };
+    touch.tap({ 150, 120 });
+    EXPECT_EQ(target->lines, (Lines { "down", "cancel" }));
+}
+
+TEST_F(UIControlTest, AControlMayBeDisabledOrHiddenInItsOwnAction)
+{
+    const auto second = make<ControlTarget>();
+    second->listenTo(*control);
+    target->onEvent = [this] {
+        control->setEnabled(false);
+        control->setHidden(true);
+    };
+    touch.tap({ 150, 120 });
+    EXPECT_EQ(target->lines, (Lines { "down", "cancel" }));
+    EXPECT_EQ(second->lines, (Lines { "cancel", "down" })); // the one inside the other
+    EXPECT_FALSE(control->isHighlighted());
 }
 
 TEST_F(UIControlTest, TheStateIsWhatHoldsTogether)

@@ -1,7 +1,10 @@
 #include "platform/controls/UILabel.h"
 
 #include "platform/graphics/CGContext.h"
+#include "tests/support/AssertionRecorder.h"
 #include "tests/support/SceneFixture.h"
+
+#include <limits>
 
 namespace {
 
@@ -117,6 +120,125 @@ TEST_F(UILabelTest, TextsOfSeveralLinesGrowInHeight)
     EXPECT_LE(all.width(), 120);
 }
 
+// --- Several lines in a layout ---------------------------------------------------------------------------
+
+TEST_F(UILabelTest, TheHeightOfAWrappingLabelFollowsItsWidth)
+{
+    label->setNumberOfLines(0);
+    label->setText(longText);
+    const double oneLine = UIFont::systemFontOfSize(UIFont::labelFontSize)->lineHeight();
+    label->setFrame({ 0, 0, 120, 0 });
+    const CGSize narrow = label->intrinsicContentSize();
+    EXPECT_EQ(narrow.height(), label->sizeThatFits({ 120, 0 }).height());
+    EXPECT_GT(narrow.height(), 2.5 * oneLine);
+    EXPECT_GT(narrow.width(), 200); // what it would take in one line
+    label->setFrame({ 0, 0, 1000, 0 });
+    EXPECT_EQ(label->intrinsicContentSize().width(), narrow.width());
+    EXPECT_LT(label->intrinsicContentSize().height(), oneLine + 1);
+    label->setNumberOfLines(2);
+    label->setFrame({ 0, 0, 120, 0 });
+    EXPECT_NEAR(label->intrinsicContentSize().height(), 2 * oneLine, 0.5);
+    label->setFrame({});
+    EXPECT_LT(label->intrinsicContentSize().height(), oneLine + 1); // no width yet
+}
+
+TEST_F(UILabelTest, AWrappingLabelAsksForLayoutWhenItsWidthChanges)
+{
+    class Asked : public UIView {
+    public:
+        using UIView::UIView;
+        void layoutSubviews() override { ++layouts; }
+        int layouts = 0;
+    };
+    const auto around = addView<Asked>({ 0, 100, 300, 300 });
+    around->addSubview(label);
+    label->setText(longText);
+    label->setFrame({ 0, 0, 200, 60 });
+    runFrames();
+    around->layouts = 0;
+    label->setFrame({ 0, 0, 150, 60 });
+    runFrames();
+    EXPECT_EQ(around->layouts, 0); // one line: the same size at any width
+    label->setNumberOfLines(0);
+    runFrames();
+    around->layouts = 0;
+    label->setFrame({ 0, 0, 100, 60 });
+    runFrames();
+    EXPECT_EQ(around->layouts, 1);
+    label->setFrame({ 10, 10, 100, 80 });
+    runFrames();
+    EXPECT_EQ(around->layouts, 1); // the width is the same
+}
+
+TEST_F(UILabelTest, APreferredWidthIsWhereTheIntrinsicSizeBreaks)
+{
+    label->setNumberOfLines(0);
+    label->setText(longText);
+    label->setPreferredMaxLayoutWidth(120);
+    EXPECT_EQ(label->intrinsicContentSize(), label->sizeThatFits({ 120, 0 }));
+    EXPECT_LE(label->intrinsicContentSize().width(), 120);
+    label->setFrame({ 0, 0, 300, 60 });
+    EXPECT_EQ(label->intrinsicContentSize(), label->sizeThatFits({ 120, 0 }));
+    label->setPreferredMaxLayoutWidth(std::numeric_limits<double>::infinity());
+    EXPECT_EQ(label->intrinsicContentSize(), label->sizeThatFits({ 0, 0 }));
+    label->setNumberOfLines(1);
+    label->setPreferredMaxLayoutWidth(50);
+    EXPECT_GT(label->intrinsicContentSize().width(), 200); // one line does not break
+}
+
+TEST_F(UILabelTest, APreferredWidthThatIsNoneIsAProgrammingErrorAndChangesNothing)
+{
+    label->setPreferredMaxLayoutWidth(80);
+    AssertionRecorder recorder;
+    label->setPreferredMaxLayoutWidth(-1);
+    label->setPreferredMaxLayoutWidth(std::numeric_limits<double>::quiet_NaN());
+    const NSString message = QStringLiteral("Invalid parameter not satisfying: width >= 0");
+    EXPECT_EQ(recorder.messages(), (std::vector<NSString> { message, message }));
+    EXPECT_EQ(label->preferredMaxLayoutWidth(), 80);
+}
+
+TEST_F(UILabelTest, FewerLinesThanNoneAreAsManyAsTheTextNeeds)
+{
+    label->setNumberOfLines(-3);
+    EXPECT_EQ(label->numberOfLines(), 0);
+}
+
+TEST_F(UILabelTest, HugeBoundsFailNothing)
+{
+    label->setNumberOfLines(0);
+    label->setText(longText);
+    label->setFrame({ 0, 0, 1e300, 1e300 });
+    EXPECT_TRUE(picture().isNull()); // beyond what a bitmap may measure
+    label->setFrame({ 0, 0, 100, 1e300 });
+    EXPECT_NEAR(label->firstBaseline(), 5e299, 1e297);
+}
+
+// --- Drawing ---------------------------------------------------------------------------------------------
+
+TEST_F(UILabelTest, IsShortenedWhereItsModeSays)
+{
+    // Dots with tall letters at both ends; in pixels, two a point.
+    label->setText(QStringLiteral("MM") + NSString(200, QLatin1Char('.')) + QStringLiteral("MM"));
+    const auto isTall = [&](const QImage& image, int x) {
+        return inked(image.copy(x, 0, 24, image.height())).height() > 16;
+    };
+    const struct {
+        NSLineBreakMode mode;
+        bool startIsTall;
+        bool endIsTall;
+    } rows[] = {
+        { NSLineBreakMode::ByTruncatingHead, false, true },
+        { NSLineBreakMode::ByTruncatingMiddle, true, true },
+        { NSLineBreakMode::ByTruncatingTail, true, false },
+    };
+    for (const auto& row : rows) {
+        label->setLineBreakMode(row.mode);
+        const QImage image = picture();
+        EXPECT_EQ(isTall(image, inked(image).left()), row.startIsTall) << static_cast<int>(row.mode);
+        EXPECT_EQ(isTall(image, inked(image).right() - 23), row.endIsTall) << static_cast<int>(row.mode);
+    }
+}
+
 TEST_F(UILabelTest, WhatDoesNotFitEndsInAnEllipsisWithinTheBounds)
 {
     label->setText(longText);
@@ -158,6 +280,18 @@ TEST_F(UILabelTest, TellsWhereItsFirstLineStands)
     label->setText(QStringLiteral("mmmm"));
     const double bottomOfLetters = (inked(picture()).bottom() + 1) / 2.0;
     EXPECT_NEAR(label->firstBaseline(), bottomOfLetters, 1);
+}
+
+TEST_F(UILabelTest, TellsWhereItsLastLineStands)
+{
+    EXPECT_EQ(label->lastBaseline(), 60); // without text: the bottom edge
+    label->setText(QStringLiteral("mmmm"));
+    EXPECT_EQ(label->lastBaseline(), label->firstBaseline());
+    label->setNumberOfLines(0);
+    label->setText(QStringLiteral("mmmm\nmmmm"));
+    const double bottomOfLetters = (inked(picture()).bottom() + 1) / 2.0;
+    EXPECT_NEAR(label->lastBaseline(), bottomOfLetters, 1);
+    EXPECT_NEAR(label->lastBaseline() - label->firstBaseline(), label->font()->lineHeight(), 1e-9);
 }
 
 TEST_F(UILabelTest, IsDrawnInItsColourAlsoAfterTheAppearanceHasChanged)
