@@ -66,9 +66,10 @@ void LayoutIsland::admit(NSLayoutConstraint& constraint, const LayoutTerms& term
             m_nodes.push_back(&node);
             m_contentsChanged = true;
             node.contentIsStale = true;
+            tellContainer(node.item().layoutContainer());
         }
-        tellContainer(node);
     }
+    tellContainer(constraint.holder());
     constraint.membership({}) = { shared_from_this(), m_members.size() };
     m_members.push_back(std::move(member));
     m_membersWait = true;
@@ -117,9 +118,9 @@ void LayoutIsland::expel(std::size_t index)
     dropRule(member.rule);
     for (LayoutNode* const node : member.nodes) {
         node->removeConstraint(*member.constraint);
-        tellContainer(*node);
         takeOutIfUnused(*node);
     }
+    tellContainer(member.constraint->holder());
     m_membersWait = true; // one that was left out may fit now
     wait();
 }
@@ -175,8 +176,7 @@ void LayoutIsland::renew(NSLayoutConstraint& constraint)
     Member& member = membership.island->m_members[membership.index];
     membership.island->dropRule(member.rule);
     member.isReported = false;
-    for (LayoutNode* const node : member.nodes)
-        tellContainer(*node);
+    tellContainer(constraint.holder());
     membership.island->m_membersWait = true;
     membership.island->wait();
 }
@@ -187,10 +187,8 @@ void LayoutIsland::constantDidChange(NSLayoutConstraint& constraint)
     if (!membership.island)
         return;
     LayoutIsland& island = *membership.island;
-    Member& member = island.m_members[membership.index];
-    member.constantIsStale = true;
-    for (LayoutNode* const node : member.nodes)
-        tellContainer(*node);
+    island.m_members[membership.index].constantIsStale = true;
+    tellContainer(constraint.holder());
     island.m_membersWait = true;
     island.wait();
 }
@@ -225,7 +223,7 @@ void LayoutIsland::givenFrameDidChange(LayoutNode& node)
     };
     if (std::none_of(m_givens.begin(), m_givens.end(), changes))
         return;
-    tellContainer(node);
+    tellContainer(node.item().layoutContainer());
     m_givensChanged = true;
     wait();
 }
@@ -234,7 +232,7 @@ void LayoutIsland::contentDidChange(LayoutNode& node)
 {
     node.contentIsStale = true;
     m_contentsChanged = true;
-    tellContainer(node);
+    tellContainer(node.item().layoutContainer());
     wait();
 }
 
@@ -269,9 +267,8 @@ LayoutIsland::Placing::Placing(const LayoutContainer& container)
 
 LayoutIsland::Placing::~Placing() { placedContainer() = m_previous; }
 
-void LayoutIsland::tellContainer(LayoutNode& node)
+void LayoutIsland::tellContainer(LayoutContainer* container)
 {
-    LayoutContainer* const container = node.item().layoutContainer();
     if (container && container != placedContainer())
         container->layoutInsideDidChange();
 }

@@ -88,7 +88,7 @@ private:
     bool leaveOutOne(const std::vector<Rule>& conflict);
     void leaveOut(Member& member, const std::vector<Rule>& conflict);
     void tellContainers();
-    static void tellContainer(LayoutNode& node);
+    static void tellContainer(LayoutContainer* container); // null is nobody
 
     Unknown unknownOf(LayoutItem& item, LayoutQuantity quantity);
     Unknown unknownOfGiven(LayoutNode& node, LayoutQuantity quantity);

@@ -259,7 +259,7 @@ void LayoutIsland::tellContainers()
 {
     for (const Unknown unknown : m_solver.changedVariables())
         if (indexOf(unknown) < m_nodeOfUnknown.size() && m_nodeOfUnknown[indexOf(unknown)])
-            tellContainer(*m_nodeOfUnknown[indexOf(unknown)]);
+            tellContainer(m_nodeOfUnknown[indexOf(unknown)]->item().layoutContainer());
     m_solver.clearChanges();
 }
 

@@ -69,7 +69,13 @@ void UIView::updateConstraints() { }
 
 void UIView::setNeedsLayout() { m_layer->setNeedsLayout(); }
 
-void UIView::layoutIfNeeded() { m_layer->layoutIfNeeded(); }
+void UIView::layoutIfNeeded()
+{
+    const auto keepAlive = shared_from_this();
+    updateConstraintsIfNeeded();
+    LayoutIsland::solvePending(); // marks those for layout whose subviews move
+    m_layer->layoutIfNeeded();
+}
 
 void UIView::layerWillLayoutTree(CALayer&)
 {

@@ -225,6 +225,17 @@ TEST_F(IslandsTest, AKnobThatMovesVisitsItsRowAlone)
     EXPECT_EQ(logged(), "row4 lays out; bar lays out; ") << "the knob keeps its size";
 }
 
+TEST_F(IslandsTest, LayingOutAViewHonoursConstraintsThatAreHeldAboveIt)
+{
+    Row& row = rows[4];
+    container->addConstraint(row.place);
+    row.row->layoutIfNeeded();
+    row.place->setConstant(10);
+    row.row->layoutIfNeeded();
+    EXPECT_EQ(row.knob->center().x(), 160);
+    EXPECT_EQ(row.bar->frame().right(), 160);
+}
+
 TEST_F(IslandsTest, RowsThatScrollVisitNobody)
 {
     for (Row& row : rows)
