@@ -151,6 +151,7 @@ void LayoutIsland::takeOutFree(LayoutNode& node)
     for (auto& rules : node.contentRules) {
         dropRule(rules.hugging);
         dropRule(rules.resistance);
+        dropRule(rules.notNegative);
     }
     for (const Unknown unknown : node.unknowns)
         if (unknown != Unknown::None) {

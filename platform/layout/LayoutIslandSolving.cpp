@@ -15,6 +15,12 @@ bool isBaseline(NSLayoutAttribute attribute)
     return attribute == NSLayoutAttribute::FirstBaseline || attribute == NSLayoutAttribute::LastBaseline;
 }
 
+// Contents shrink to nothing before they turn negative, and that before anything required gives way.
+constexpr UILayoutPriority almostRequired = 999.999;
+
+// Not a number is not either.
+bool isSolvable(double number) { return std::abs(number) <= ConstraintSolver::largest; }
+
 std::size_t indexOf(ConstraintSolver::Variable unknown) { return static_cast<std::size_t>(unknown); }
 
 } // namespace
@@ -51,7 +57,7 @@ void LayoutIsland::refreshGivens()
 {
     for (Given& given : m_givens) {
         const double value = given.node->givenValue(given.quantity);
-        if (value == given.value || !std::isfinite(value))
+        if (value == given.value || !isSolvable(value))
             continue;
         given.value = value;
         setRuleConstant(given.rule, -value);
@@ -75,13 +81,13 @@ void LayoutIsland::refreshContent(LayoutNode& node, UILayoutConstraintAxis axis,
     auto& rules = node.contentRules[static_cast<std::size_t>(axis)];
     const auto hugging = node.item().contentHuggingPriority(axis);
     const auto resistance = node.item().contentCompressionResistancePriority(axis);
-    const bool hasSize = size >= 0 && std::isfinite(size);
+    const bool hasSize = size >= 0 && isSolvable(size);
     if (!hasSize || hugging != rules.huggingPriority || resistance != rules.resistancePriority) {
         dropRule(rules.hugging);
         dropRule(rules.resistance);
     }
     if (!hasSize)
-        return;
+        return dropRule(rules.notNegative);
     rules.huggingPriority = hugging;
     rules.resistancePriority = resistance;
     if (rules.hugging != Rule::None && rules.size == size)
@@ -98,6 +104,9 @@ void LayoutIsland::refreshContent(LayoutNode& node, UILayoutConstraintAxis axis,
     };
     keep(rules.hugging, Relation::LessThanOrEqual, hugging);
     keep(rules.resistance, Relation::GreaterThanOrEqual, resistance);
+    if (rules.notNegative == Rule::None)
+        rules.notNegative
+            = m_solver.addConstraint({ &term, 1 }, 0, Relation::GreaterThanOrEqual, almostRequired);
 }
 
 void LayoutIsland::refreshBaselines(LayoutNode& node)
@@ -163,7 +172,7 @@ LayoutIsland::Unknown LayoutIsland::unknownOfGiven(LayoutNode& node, LayoutQuant
         if (given.node == &node && given.quantity == quantity)
             return given.unknown;
     double value = node.givenValue(quantity);
-    if (!std::isfinite(value))
+    if (!isSolvable(value))
         value = 0;
     const Unknown unknown = m_solver.addVariable();
     const ConstraintSolver::Term term { unknown, 1 };
@@ -217,7 +226,7 @@ bool LayoutIsland::leaveOutOne(const std::vector<Rule>& conflict)
     }
     for (LayoutNode* const node : m_nodes)
         for (auto& rules : node->contentRules)
-            for (Rule* const rule : { &rules.hugging, &rules.resistance })
+            for (Rule* const rule : { &rules.hugging, &rules.resistance }) // notNegative is not required
                 if (contradicts(*rule)) {
                     dropRule(*rule);
                     return true;

@@ -7,6 +7,7 @@
 
 LayoutNode::LayoutNode(LayoutItem& item)
     : m_item(item)
+    , m_isGiven(item.hasGivenFrame())
 {
     forgetUnknowns();
 }
@@ -64,6 +65,8 @@ void LayoutNode::contentDidChange()
 
 void LayoutNode::roleDidChange()
 {
+    if (std::exchange(m_isGiven, m_item.hasGivenFrame()) == m_isGiven)
+        return;
     if (const auto island = m_island)
         island->rebuild();
     const auto readers = m_readers;

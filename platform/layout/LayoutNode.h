@@ -34,10 +34,12 @@ public:
     void setIsland(std::shared_ptr<LayoutIsland> island) { m_island = std::move(island); }
     // The unknowns in the island; None for a number that nothing is said about.
     std::array<ConstraintSolver::Variable, layoutQuantityCount> unknowns;
-    // What the content asks for, along each axis: not to be larger, not to be smaller.
+    // What the content asks for, along each axis: not to be larger, not to be smaller, and before anything
+    // else that is not required, not to be squeezed below nothing.
     struct ContentRules {
         ConstraintSolver::Constraint hugging = ConstraintSolver::Constraint::None;
         ConstraintSolver::Constraint resistance = ConstraintSolver::Constraint::None;
+        ConstraintSolver::Constraint notNegative = ConstraintSolver::Constraint::None;
         double size = UIViewNoIntrinsicMetric;
         UILayoutPriority huggingPriority = 0;
         UILayoutPriority resistancePriority = 0;
@@ -64,11 +66,12 @@ public:
 
     void givenFrameDidChange();
     void contentDidChange();
-    // Whether the frame is given has changed: the item's islands begin anew.
+    // Whether the frame is given may have changed: if so, the item's islands begin anew.
     void roleDidChange();
 
 private:
     LayoutItem& m_item;
+    bool m_isGiven;
     std::shared_ptr<LayoutIsland> m_island;
     std::vector<LayoutIsland*> m_readers; // islands that read a given frame
     std::vector<NSLayoutConstraint*> m_constraints;

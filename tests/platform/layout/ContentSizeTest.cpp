@@ -95,6 +95,24 @@ TEST_F(ContentSizeTest, TheOneThatResistsLessShrinks)
     EXPECT_EQ(right->frame().width(), 100);
 }
 
+TEST_F(ContentSizeTest, ContentsWithoutRoomShrinkToNothingAndNoFurther)
+{
+    const auto left = addAtCorner<ContentView>();
+    const auto right = addTo<ContentView>(*container);
+    left->setContentSize({ 250, 10 });
+    right->setContentSize({ 100, 10 });
+    activate(right->leftAnchor().constraintEqualToAnchor(left->rightAnchor(), 40));
+    activate(right->rightAnchor().constraintEqualToAnchor(container->rightAnchor()));
+    left->setContentCompressionResistancePriority(100, horizontal);
+    for (const double width : { 300.0, 120.0, 50.0, 40.0 }) {
+        container->setFrame({ 0, 0, width, 200 });
+        runFrames();
+        EXPECT_EQ(left->frame().width(), std::max(width - 140, 0.0)) << width;
+        EXPECT_EQ(right->frame().width(), std::min(width - 40, 100.0)) << width;
+    }
+    EXPECT_TRUE(conflicts.empty());
+}
+
 TEST_F(ContentSizeTest, AnImageViewIsAsLargeAsItsImageUpToABound)
 {
     const auto view = addAtCorner<UIImageView>();

@@ -268,6 +268,31 @@ TEST_F(LayoutEngineTest, AFoundFrameDoesNotResizeWithItsSuperview)
     EXPECT_EQ(view->frame(), CGRect(10, 10, 100, 100));
 }
 
+TEST_F(LayoutEngineTest, AGivenFrameThatNoScreenHasIsNotFollowed)
+{
+    activate(view->widthAnchor().constraintEqualToAnchor(container->widthAnchor()));
+    runFrames();
+    container->setBounds({ 0, 0, 1e200, 10 });
+    runFrames();
+    EXPECT_EQ(view->frame().width(), 300);
+    container->setBounds({ 0, 0, 100, 10 });
+    runFrames();
+    EXPECT_EQ(view->frame().width(), 100);
+}
+
+TEST_F(LayoutEngineTest, AContainerMayLeaveAndComeBackWithItsLayout)
+{
+    place(*view, *container, { 10, 10, 20, 20 });
+    runFrames();
+    for (int time = 0; time < 3; ++time) {
+        container->removeFromSuperview();
+        window->addSubview(container);
+    }
+    activate(view->widthAnchor().constraintGreaterThanOrEqualToConstant(5));
+    runFrames();
+    EXPECT_EQ(view->frame(), CGRect(10, 10, 20, 20));
+}
+
 TEST_F(LayoutEngineTest, WorksWithoutAWindow)
 {
     const auto alone = make<UIView>(CGRect(0, 0, 100, 100));
