@@ -1,5 +1,6 @@
 #include "platform/views/TouchDispatcher.h"
 
+#include "platform/layers/FiniteNumbers.h"
 #include "platform/views/UIGestureRecognizer.h"
 #include "platform/views/UIWindow.h"
 
@@ -52,7 +53,7 @@ void TouchDispatcher::touchBegan(TouchID id, const CGPoint& location)
 {
     const auto keepAlive = m_window.shared_from_this();
     touchCancelled(id);
-    UIView* const hit = m_window.hitTest(location);
+    UIView* const hit = isFinite(location) ? m_window.hitTest(location) : nullptr;
     if (!hit)
         return;
     const auto view = std::static_pointer_cast<UIView>(hit->shared_from_this());
@@ -69,7 +70,7 @@ void TouchDispatcher::touchMoved(TouchID id, const CGPoint& location)
 {
     const auto keepAlive = m_window.shared_from_this();
     const auto tracked = find(id);
-    if (!tracked || tracked->touch->locationInView(nullptr) == location)
+    if (!tracked || !isFinite(location) || tracked->touch->locationInView(nullptr) == location)
         return;
     tracked->touch->change({}, UITouchPhase::Moved, location, Scheduler::current().now());
     tellRecognizers(tracked);
@@ -82,7 +83,8 @@ void TouchDispatcher::touchEnded(TouchID id, const CGPoint& location)
 {
     const auto keepAlive = m_window.shared_from_this();
     if (const auto tracked = find(id))
-        finish(tracked, UITouchPhase::Ended, location);
+        finish(tracked, UITouchPhase::Ended,
+            isFinite(location) ? location : tracked->touch->locationInView(nullptr));
 }
 
 void TouchDispatcher::touchCancelled(TouchID id)
@@ -107,6 +109,8 @@ void TouchDispatcher::cancelAllTouches()
 bool TouchDispatcher::scroll(UIScrollEvent event)
 {
     const auto keepAlive = m_window.shared_from_this();
+    if (!isFinite(event.location) || !isFinite(event.delta))
+        return false;
     event.timestamp = Scheduler::current().now();
     UIView* const hit = m_window.hitTest(event.location);
     auto view = hit ? hit->shared_from_this() : nullptr;

@@ -1,6 +1,7 @@
 #include "platform/views/UIPanGestureRecognizer.h"
 
 #include "platform/foundation/NSAssertionHandler.h"
+#include "platform/layers/FiniteNumbers.h"
 #include "platform/views/UIView.h"
 
 namespace {
@@ -31,9 +32,8 @@ CGPoint UIPanGestureRecognizer::translationInView(const UIView* view) const
 
 void UIPanGestureRecognizer::setTranslation(const CGPoint& translation, const UIView* view)
 {
-    const bool isFinite = std::isfinite(translation.x()) && std::isfinite(translation.y());
-    NSParameterAssert(isFinite, "UIPanGestureRecognizer", "translation is finite");
-    if (!isFinite)
+    NSParameterAssert(isFinite(translation), "UIPanGestureRecognizer", "translation is finite");
+    if (!isFinite(translation))
         return;
     m_origin = m_moved - vectorOutOfView(translation, view);
     m_samples.keepLast();

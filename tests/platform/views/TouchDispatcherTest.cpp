@@ -5,6 +5,8 @@
 #include "tests/platform/views/ViewLog.h"
 #include "tests/support/SceneFixture.h"
 
+#include <limits>
+
 namespace {
 
 // Lets the content wait, as a scrolling view does, and takes the wheel.
@@ -114,6 +116,28 @@ TEST_F(TouchDispatcherTest, UnknownFingersChangeNothing)
     touch.up(5);
     touch.cancel(5);
     EXPECT_TRUE(view->lines.empty());
+}
+
+TEST_F(TouchDispatcherTest, PlacesThatAreNotFiniteAreNotTouched)
+{
+    const double notANumber = std::numeric_limits<double>::quiet_NaN();
+    const double infinity = std::numeric_limits<double>::infinity();
+    touch.down({ notANumber, 150 });
+    EXPECT_FALSE(window->touches().hasTouches());
+    touch.down({ 150, 150 });
+    touch.moveTo({ 150, infinity });
+    touch.moveTo({ notANumber, notANumber });
+    touch.up(); // where it was last known
+    EXPECT_EQ(view->lines, (Lines { "began 50 50", "ended 50 50" }));
+    EXPECT_FALSE(window->touches().hasTouches());
+}
+
+TEST_F(TouchDispatcherTest, AFingerMayMoveVeryFar)
+{
+    touch.down({ 150, 150 });
+    touch.moveTo({ 1e9, -1e9 });
+    touch.up();
+    EXPECT_EQ(view->lines.size(), 3u);
 }
 
 TEST_F(TouchDispatcherTest, AMoveToTheSamePlaceIsNone)
@@ -347,6 +371,14 @@ TEST_F(DelayedTouchTest, TheWindowMayGoWhileATouchWaits)
 }
 
 // --- The wheel -------------------------------------------------------------------------------------------
+
+TEST_F(DelayedTouchTest, TurnsOfTheWheelThatAreNotFiniteAreNotOffered)
+{
+    const double infinity = std::numeric_limits<double>::infinity();
+    EXPECT_FALSE(touch.wheel({ 110, 110 }, { 0, infinity }));
+    EXPECT_FALSE(touch.wheel({ -infinity, 110 }, { 0, 1 }));
+    EXPECT_TRUE(outer->events.empty());
+}
 
 TEST_F(DelayedTouchTest, TheWheelGoesToTheDeepestViewThatTakesIt)
 {

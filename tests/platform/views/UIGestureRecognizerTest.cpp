@@ -379,6 +379,19 @@ TEST_F(UIGestureRecognizerTest, RemovingItCancelsWhatGoesOn)
     EXPECT_EQ(target->states.size(), 2u);
 }
 
+TEST_F(UIGestureRecognizerTest, RemovingItsViewCancelsWhatGoesOn)
+{
+    outer->addGestureRecognizer(pan);
+    touch.down({ 110, 110 });
+    touch.moveTo({ 110, 140 });
+    outer->removeFromSuperview();
+    EXPECT_EQ(target->states, (States { 1, 4 }));
+    touch.moveTo({ 110, 160 });
+    touch.up();
+    EXPECT_EQ(target->states.size(), 2u);
+    EXPECT_EQ(pan->state(), UIGestureRecognizerState::Possible);
+}
+
 TEST_F(UIGestureRecognizerTest, MayBeRemovedAndDroppedFromInsideItsOwnAction)
 {
     view->addGestureRecognizer(pan);

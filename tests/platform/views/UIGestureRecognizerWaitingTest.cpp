@@ -356,47 +356,4 @@ TEST_F(UIGestureRecognizerWaitingTest, ToWaitForNobodyOrForItselfIsAProgrammingE
     EXPECT_EQ(target->states, (States { 3 }));
 }
 
-// --- Touches that are held back --------------------------------------------------------------------------
-
-TEST_F(UIGestureRecognizerWaitingTest, AViewHearsOfAWholeTouchWhenTheDoubleTapThatHeldItBackFails)
-{
-    view->removeGestureRecognizer(*single);
-    doubleTap->setDelaysTouchesBegan(true);
-    touch.tap({ 150, 150 });
-    EXPECT_TRUE(view->lines.empty());
-    touch.wait(0.4);
-    EXPECT_EQ(view->lines, (Lines { "began 50 50", "ended 50 50" }));
-}
-
-TEST_F(UIGestureRecognizerWaitingTest, AViewNeverHearsOfTouchesThatBecameADoubleTap)
-{
-    view->removeGestureRecognizer(*single);
-    doubleTap->setDelaysTouchesBegan(true);
-    touch.tap({ 150, 150 });
-    touch.tap({ 150, 150 });
-    touch.wait(1);
-    EXPECT_EQ(doubleTarget->states, (States { 3 }));
-    EXPECT_TRUE(view->lines.empty());
-}
-
-TEST_F(UIGestureRecognizerWaitingTest, AViewHearsOfTheTouchesOfADoubleTapThatCancelsNothing)
-{
-    view->removeGestureRecognizer(*single);
-    doubleTap->setDelaysTouchesBegan(true);
-    doubleTap->setCancelsTouchesInView(false);
-    touch.tap({ 150, 150 });
-    touch.tap({ 160, 150 });
-    EXPECT_EQ(view->lines, (Lines { "began 50 50", "ended 50 50", "began 60 50", "ended 60 50" }));
-}
-
-TEST_F(UIGestureRecognizerWaitingTest, AViewThatLeavesDoesNotHearOfTouchesThatWereHeldBack)
-{
-    view->removeGestureRecognizer(*single);
-    doubleTap->setDelaysTouchesBegan(true);
-    touch.tap({ 150, 150 });
-    view->removeFromSuperview();
-    touch.wait(1);
-    EXPECT_TRUE(view->lines.empty());
-}
-
 } // namespace
