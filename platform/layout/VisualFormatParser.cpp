@@ -37,10 +37,11 @@ bool VisualFormatParser::readStart(VisualFormat& format)
     const auto place = position();
     if (!take(u'|'))
         return isAt(u'[') || fail("expected \"|\" or \"[\"");
-    format.start.emplace().position = place;
-    if (!readConnection(format.start->gap))
+    Gap gap;
+    if (!readConnection(gap))
         return false;
-    const bool isConnected = format.start->gap.kind != VisualFormat::GapKind::Flush;
+    const bool isConnected = gap.kind != VisualFormat::GapKind::Flush;
+    format.start = { std::move(gap), place };
     return isAt(u'[') || fail(isConnected ? "expected \"[\"" : "expected \"-\" or \"[\"");
 }
 
@@ -148,7 +149,13 @@ bool VisualFormatParser::readRelation(NSLayoutRelation& relation)
 
 bool VisualFormatParser::readPriority(std::optional<Value>& priority)
 {
-    return !take(u'@') || readValue(priority.emplace(), "expected a priority");
+    if (!take(u'@'))
+        return true;
+    Value value;
+    if (!readValue(value, "expected a priority"))
+        return false;
+    priority = value;
+    return true;
 }
 
 bool VisualFormatParser::readValue(Value& value, const char* expected)
