@@ -27,7 +27,7 @@ public:
     void setCurrentPosition(double position);
     // Animated, the thumb glides there in a tenth of a second.
     void setCurrentPosition(double position, Animated animated);
-    // setCurrentPosition:animationDuration:animationCurve: — a duration that is not above 0 is none.
+    // setCurrentPosition:animationDuration:animationCurve: — finite seconds; 0 or less are no motion.
     void setCurrentPosition(double position, double duration, UIViewAnimationCurve curve);
 
     // Without a thumb the bar takes neither drags nor taps.
