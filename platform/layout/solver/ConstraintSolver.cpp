@@ -14,25 +14,38 @@ bool isModest(double number) { return std::abs(number) <= ConstraintSolver::larg
 
 } // namespace
 
-bool ConstraintSolver::isVariable(Variable variable) const
-{
-    const auto index = static_cast<Index>(variable);
-    return index < m_values.size() && !std::isnan(m_values[index]);
-}
-
 bool ConstraintSolver::isConstraint(Constraint constraint) const
 {
     const auto index = static_cast<Index>(constraint);
     return index < m_vertex.symbolCount() && m_vertex.symbol(index).isConstraint();
 }
 
+void ConstraintSolver::reserve(std::size_t variables, std::size_t constraints)
+{
+    if (variables + constraints == 0)
+        return;
+    m_vertex.reserve(variables, constraints);
+    m_constraints.reserveTerms(4 * constraints);
+    makeRoom(Index(variables + constraints));
+    m_changed.reserve(variables);
+}
+
+// For what is known of a symbol, doubling what there is.
+void ConstraintSolver::makeRoom(Index index)
+{
+    if (index < m_values.size())
+        return;
+    const std::size_t size = std::max<std::size_t>(index + std::size_t(1), 2 * m_values.size());
+    m_values.resize(size, unknown);
+    m_knownValues = m_values;
+    m_constraints.makeRoom(size);
+    m_isChanged.resize(size);
+}
+
 ConstraintSolver::Variable ConstraintSolver::addVariable()
 {
     const Index index = m_vertex.addVariable();
-    if (index >= m_values.size()) {
-        m_values.resize(index + 1, unknown);
-        m_isChanged.resize(index + 1);
-    }
+    makeRoom(index);
     m_values[index] = 0;
     ++m_variableCount;
     return Variable { index };
@@ -56,37 +69,25 @@ void ConstraintSolver::removeVariable(Variable variable)
     --m_variableCount;
 }
 
-bool ConstraintSolver::areAcceptable(std::span<const Term> terms, double constant, double priority) const
+bool ConstraintSolver::isAcceptable(const Term& term) const
 {
-    const bool hasPriority = priority > 0 && priority <= required;
-    NSParameterAssert(hasPriority, "ConstraintSolver", "priority > 0 && priority <= 1000");
-    NSParameterAssert(isModest(constant), "ConstraintSolver", "fabs(constant) <= 1e9");
-    bool isAcceptable = hasPriority && isModest(constant);
-    for (const Term& term : terms) {
-        NSParameterAssert(isVariable(term.variable), "ConstraintSolver", "isVariable(term.variable)");
-        NSParameterAssert(isModest(term.coefficient), "ConstraintSolver", "fabs(term.coefficient) <= 1e9");
-        isAcceptable = isAcceptable && isVariable(term.variable) && isModest(term.coefficient);
-    }
-    return isAcceptable;
+    const bool isKnown = isVariable(term.variable);
+    if (isKnown && isModest(term.coefficient)) [[likely]]
+        return true;
+    NSParameterAssert(isKnown, "ConstraintSolver", "isVariable(term.variable)");
+    NSParameterAssert(isModest(term.coefficient), "ConstraintSolver", "fabs(term.coefficient) <= 1e9");
+    return false;
 }
 
-// Each variable once, none without a coefficient.
-void ConstraintSolver::collectTerms(std::span<const Term> terms, int sign)
+// Adds up what a variable has several times, and drops those that are left without a coefficient.
+void ConstraintSolver::joinTerms()
 {
-    m_terms.clear();
-    for (const Term& term : terms)
-        m_terms.push_back({ static_cast<Index>(term.variable), sign * term.coefficient });
-    constexpr std::size_t few = 8; // so few are compared in pairs
-    if (m_terms.size() > few)
-        std::sort(m_terms.begin(), m_terms.end(),
-            [](const auto& one, const auto& other) { return one.symbol < other.symbol; });
+    std::sort(m_terms.begin(), m_terms.end(),
+        [](const auto& one, const auto& other) { return one.symbol < other.symbol; });
     std::size_t kept = 0;
     for (const auto& term : m_terms) {
-        std::size_t same = m_terms.size() > few && kept > 0 ? kept - 1 : 0;
-        while (same < kept && m_terms[same].symbol != term.symbol)
-            ++same;
-        if (same < kept)
-            m_terms[same].coefficient += term.coefficient;
+        if (kept > 0 && m_terms[kept - 1].symbol == term.symbol)
+            m_terms[kept - 1].coefficient += term.coefficient;
         else
             m_terms[kept++] = term;
     }
@@ -94,27 +95,47 @@ void ConstraintSolver::collectTerms(std::span<const Term> terms, int sign)
     std::erase_if(m_terms, [](const auto& term) { return std::abs(term.coefficient) < SolverTableau::tiny; });
 }
 
+// False when one of them cannot be taken.
+bool ConstraintSolver::collectTerms(std::span<const Term> terms, int sign)
+{
+    constexpr std::size_t few = 8; // so few are compared in pairs
+    m_terms.clear();
+    bool areAcceptable = true;
+    bool isPlain = terms.size() <= few;
+    for (const Term& term : terms) {
+        areAcceptable = isAcceptable(term) && areAcceptable;
+        const auto symbol = static_cast<Index>(term.variable);
+        for (std::size_t other = 0; other < m_terms.size() && isPlain; ++other)
+            isPlain = m_terms[other].symbol != symbol;
+        isPlain = isPlain && std::abs(term.coefficient) >= SolverTableau::tiny;
+        m_terms.push_back({ symbol, sign * term.coefficient });
+    }
+    if (!isPlain)
+        joinTerms();
+    return areAcceptable;
+}
+
 ConstraintSolver::Constraint ConstraintSolver::addConstraint(
     std::span<const Term> terms, double constant, Relation relation, double priority)
 {
-    if (!areAcceptable(terms, constant, priority))
+    const bool hasPriority = priority > 0 && priority <= required;
+    NSParameterAssert(hasPriority, "ConstraintSolver", "priority > 0 && priority <= 1000");
+    NSParameterAssert(isModest(constant), "ConstraintSolver", "fabs(constant) <= 1e9");
+    const int sign = relation == Relation::LessThanOrEqual ? -1 : 1;
+    if (!collectTerms(terms, sign) || !hasPriority || !isModest(constant))
         return Constraint::None;
     // A contradiction that has been resolved since is not held against the new one.
     if (m_isConflicting)
         isFeasible();
-    const int sign = relation == Relation::LessThanOrEqual ? -1 : 1;
-    collectTerms(terms, sign);
-    m_vertex.widenTolerance(constant);
+    double magnitude = std::abs(constant);
     for (const auto& term : m_terms)
-        m_vertex.widenTolerance(term.coefficient);
+        magnitude = std::max(magnitude, std::abs(term.coefficient));
+    m_vertex.widenTolerance(magnitude);
     const auto kind
         = relation == Relation::Equal ? SolverSymbol::Kind::Equality : SolverSymbol::Kind::Inequality;
     const Index index = m_vertex.addConstraint(m_terms, sign * constant, kind, priority);
+    makeRoom(index);
     m_constraints.add(index, m_terms, sign * constant, priority, sign);
-    if (index >= m_values.size()) {
-        m_values.resize(index + 1, unknown);
-        m_isChanged.resize(index + 1);
-    }
     m_isPending = true;
     if (!admit(index))
         return Constraint::None;
@@ -155,8 +176,9 @@ void ConstraintSolver::noteConflict(Index symbol, Index except)
 
 void ConstraintSolver::removeConstraint(Constraint constraint)
 {
-    NSParameterAssert(isConstraint(constraint), "ConstraintSolver", "isConstraint(constraint)");
-    if (!isConstraint(constraint))
+    const bool isKnown = isConstraint(constraint);
+    NSParameterAssert(isKnown, "ConstraintSolver", "isConstraint(constraint)");
+    if (!isKnown)
         return;
     const auto index = static_cast<Index>(constraint);
     m_vertex.removeConstraint(index);
@@ -167,8 +189,7 @@ void ConstraintSolver::removeConstraint(Constraint constraint)
 
 bool ConstraintSolver::isFeasible()
 {
-    const Index obstacle
-        = m_vertex.requiredSuspects().empty() ? SolverVertex::none : m_dual.fulfilRequired(m_vertex);
+    const Index obstacle = m_dual.fulfilRequired(m_vertex);
     m_isConflicting = obstacle != SolverVertex::none;
     if (m_isConflicting)
         noteConflict(obstacle, SolverVertex::none);
@@ -177,9 +198,10 @@ bool ConstraintSolver::isFeasible()
 
 bool ConstraintSolver::setConstant(Constraint constraint, double constant)
 {
-    NSParameterAssert(isConstraint(constraint), "ConstraintSolver", "isConstraint(constraint)");
+    const bool isKnown = isConstraint(constraint);
+    NSParameterAssert(isKnown, "ConstraintSolver", "isConstraint(constraint)");
     NSParameterAssert(isModest(constant), "ConstraintSolver", "fabs(constant) <= 1e9");
-    if (!isConstraint(constraint) || !isModest(constant))
+    if (!isKnown || !isModest(constant))
         return !m_isConflicting;
     const auto index = static_cast<Index>(constraint);
     const double before = m_constraints[index].constant;
@@ -215,18 +237,17 @@ bool ConstraintSolver::solve()
 
 void ConstraintSolver::publish()
 {
-    for (const Index index : m_vertex.touched()) {
-        double value = m_vertex.symbol(index).value;
-        if (std::abs(value) < m_vertex.tolerance())
-            value = 0;
-        if (std::abs(value - m_values[index]) < m_vertex.tolerance())
-            continue;
-        m_values[index] = value;
-        if (!m_isChanged[index])
+    const double tolerance = m_vertex.tolerance();
+    double* const values = m_values.data();
+    char* const isChanged = m_isChanged.data();
+    m_vertex.takeTouched([=, this](Index index, double value) {
+        if (std::abs(value - values[index]) < tolerance)
+            return;
+        values[index] = std::abs(value) < tolerance ? 0 : value;
+        if (!isChanged[index])
             m_changed.push_back(Variable { index });
-        m_isChanged[index] = true;
-    }
-    m_vertex.clearTouched();
+        isChanged[index] = true;
+    });
 }
 
 void ConstraintSolver::clearChanges()

@@ -35,6 +35,8 @@ public:
     ConstraintSolver(const ConstraintSolver&) = delete;
     ConstraintSolver& operator=(const ConstraintSolver&) = delete;
 
+    // Makes room for so many in all, where that is known; it saves moving about while they are added.
+    void reserve(std::size_t variables, std::size_t constraints);
     // Unrestricted in sign; 0 until it is constrained.
     Variable addVariable();
     // No constraint may mention it any more.
@@ -68,10 +70,12 @@ public:
 private:
     using Index = SolverVertex::Index;
 
+    void makeRoom(Index);
     bool isVariable(Variable) const;
     bool isConstraint(Constraint) const;
-    bool areAcceptable(std::span<const Term>, double constant, double priority) const;
-    void collectTerms(std::span<const Term>, int sign);
+    bool isAcceptable(const Term&) const;
+    bool collectTerms(std::span<const Term>, int sign);
+    void joinTerms();
     bool isFeasible();
     bool admit(Index);
     void noteConflict(Index symbol, Index except);
@@ -85,6 +89,7 @@ private:
     DualSimplex m_dual;
     PrimalSimplex m_primal;
     std::vector<double> m_values; // by symbol; not a number where that is no variable
+    std::span<const double> m_knownValues; // the same, found faster
     std::vector<char> m_isChanged; // by symbol
     std::vector<Variable> m_changed;
     std::vector<Constraint> m_conflict;
@@ -95,10 +100,15 @@ private:
     bool m_isConflicting = false;
 };
 
-inline double ConstraintSolver::value(Variable variable) const
+inline bool ConstraintSolver::isVariable(Variable variable) const
 {
     const auto index = static_cast<std::size_t>(variable);
-    if (index < m_values.size() && !std::isnan(m_values[index])) [[likely]]
-        return m_values[index];
+    return index < m_knownValues.size() && !std::isnan(m_knownValues[index]);
+}
+
+inline double ConstraintSolver::value(Variable variable) const
+{
+    if (isVariable(variable)) [[likely]]
+        return m_knownValues[static_cast<std::size_t>(variable)];
     return valueOfUnknown();
 }

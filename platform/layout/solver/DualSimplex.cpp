@@ -42,6 +42,8 @@ DualSimplex::Index DualSimplex::takeSuspect(SolverVertex& vertex, std::vector<In
 
 DualSimplex::Index DualSimplex::fulfilRequired(SolverVertex& vertex)
 {
+    if (vertex.requiredSuspects().empty())
+        return SolverVertex::none;
     start(vertex);
     while (const Index index = takeSuspect(vertex, vertex.requiredSuspects()))
         if (isWornOut(vertex) || !step(vertex, index))
@@ -51,6 +53,8 @@ DualSimplex::Index DualSimplex::fulfilRequired(SolverVertex& vertex)
 
 DualSimplex::Index DualSimplex::fulfilAll(SolverVertex& vertex)
 {
+    if (vertex.requiredSuspects().empty() && vertex.weakSuspects().empty())
+        return SolverVertex::none;
     start(vertex);
     for (;;) {
         Index index = takeSuspect(vertex, vertex.requiredSuspects());

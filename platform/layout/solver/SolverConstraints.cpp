@@ -3,7 +3,7 @@
 #include <algorithm>
 
 // A removed constraint's room waits for the next one of its number; too small, it is given up.
-void SolverConstraints::makeRoom(Constraint& constraint, Index count)
+void SolverConstraints::makeTermRoom(Constraint& constraint, Index count)
 {
     if (constraint.termCapacity >= count)
         return;
@@ -32,20 +32,17 @@ void SolverConstraints::compact()
 void SolverConstraints::add(
     Index symbol, std::span<const Term> terms, double constant, double priority, int sign)
 {
-    Index last = symbol;
-    for (const Term& term : terms)
-        last = std::max(last, term.symbol);
-    if (last >= m_constraints.size())
-        m_constraints.resize(last + 1);
     Constraint& constraint = m_constraints[symbol];
-    makeRoom(constraint, Index(terms.size()));
-    std::copy(terms.begin(), terms.end(), m_terms.begin() + constraint.firstTerm);
+    makeTermRoom(constraint, Index(terms.size()));
     constraint.termCount = Index(terms.size());
     constraint.constant = constant;
     constraint.priority = priority;
     constraint.sign = sign;
-    for (const Term& term : terms)
+    Term* kept = m_terms.data() + constraint.firstTerm;
+    for (const Term& term : terms) {
+        *kept++ = term;
         ++m_constraints[term.symbol].mentions;
+    }
 }
 
 void SolverConstraints::remove(Index symbol)

@@ -26,6 +26,9 @@ public:
         Index mentions = 0; // of a variable: how many constraints it is in
     };
 
+    void makeRoom(std::size_t symbols) { m_constraints.resize(symbols); }
+    void reserveTerms(std::size_t count) { m_terms.reserve(count); }
+    // There must be room for all symbols that are named.
     void add(Index symbol, std::span<const Term>, double constant, double priority, int sign);
     void remove(Index symbol);
 
@@ -35,13 +38,10 @@ public:
     {
         return { m_terms.data() + m_constraints[symbol].firstTerm, m_constraints[symbol].termCount };
     }
-    bool isMentioned(Index symbol) const
-    {
-        return symbol < m_constraints.size() && m_constraints[symbol].mentions > 0;
-    }
+    bool isMentioned(Index symbol) const { return m_constraints[symbol].mentions > 0; }
 
 private:
-    void makeRoom(Constraint&, Index count);
+    void makeTermRoom(Constraint&, Index count);
     void compact();
 
     std::vector<Constraint> m_constraints; // by symbol; a variable's has no terms

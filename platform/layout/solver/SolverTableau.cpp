@@ -8,9 +8,8 @@ using Index = SolverTableau::Index;
 using Word = SolverTableau::Word;
 
 Index wordsFor(Index bits) { return (bits + SolverTableau::wordBits - 1) / SolverTableau::wordBits; }
-Word bit(Index index) { return Word(1) << (index % SolverTableau::wordBits); }
 
-Index enlarged(Index size) { return std::max<Index>(24, (size + size / 2 + 7) / 8 * 8); }
+Index enlarged(Index size) { return std::max<Index>(32, (size + size / 2 + 7) / 8 * 8); }
 
 // Gives each of the lines in a block more room; what it had comes first.
 template <typename Value> void widen(std::vector<Value>& block, Index lines, Index from, Index to)
@@ -24,11 +23,21 @@ template <typename Value> void widen(std::vector<Value>& block, Index lines, Ind
 
 } // namespace
 
-void SolverTableau::growColumns()
+// Nothing is written to the cells of rows that were never in use; addRow() does that.
+void SolverTableau::moveCells(Index rowCapacity, Index stride)
 {
-    const Index stride = enlarged(m_stride);
+    auto moved = std::make_unique_for_overwrite<double[]>(std::size_t(rowCapacity) * stride);
+    for (Index row = 0; row < m_rowCount; ++row) {
+        double* const end = std::copy_n(cells(row), m_stride, moved.get() + std::size_t(row) * stride);
+        std::fill_n(end, stride - m_stride, 0.0);
+    }
+    m_cells = std::move(moved);
+}
+
+void SolverTableau::setStride(Index stride)
+{
     const Index words = wordsFor(stride);
-    widen(m_cells, m_rowCapacity, m_stride, stride);
+    moveCells(m_rowCapacity, stride);
     if (words != m_columnWords)
         widen(m_rowMasks, m_rowCapacity, m_columnWords, words);
     m_stride = stride;
@@ -37,16 +46,23 @@ void SolverTableau::growColumns()
     m_columnMasks.resize(std::size_t(stride) * m_rowWords);
 }
 
-void SolverTableau::growRows()
+void SolverTableau::setRowCapacity(Index capacity)
 {
-    const Index capacity = enlarged(m_rowCapacity);
     const Index words = wordsFor(capacity);
+    moveCells(capacity, m_stride);
     if (words != m_rowWords)
         widen(m_columnMasks, m_stride, m_rowWords, words);
     m_rowWords = words;
     m_rowCapacity = capacity;
-    m_cells.resize(std::size_t(capacity) * m_stride);
     m_rowMasks.resize(std::size_t(capacity) * m_columnWords);
+}
+
+void SolverTableau::reserve(Index columns, Index rows)
+{
+    if (columns > m_stride)
+        setStride((columns + 7) / 8 * 8);
+    if (rows > m_rowCapacity)
+        setRowCapacity(rows);
 }
 
 Index SolverTableau::addColumn()
@@ -57,7 +73,7 @@ Index SolverTableau::addColumn()
         return column;
     }
     if (m_columnCount == m_stride)
-        growColumns();
+        setStride(enlarged(m_stride));
     return m_columnCount++;
 }
 
@@ -71,15 +87,19 @@ Index SolverTableau::addRow()
         return row;
     }
     if (m_rowCount == m_rowCapacity)
-        growRows();
+        setRowCapacity(enlarged(m_rowCapacity));
+    std::fill_n(cells(m_rowCount), m_stride, 0.0);
     return m_rowCount++;
 }
 
 void SolverTableau::removeRow(Index row)
 {
-    forEachBit(rowMask(row), m_columnWords, [&](Index column) {
-        cells(row)[column] = 0;
-        columnMask(column)[row / wordBits] &= ~bit(row);
+    double* const values = cells(row);
+    const Word others = ~bit(row);
+    Word* const masks = m_columnMasks.data() + row / wordBits;
+    forEachBit(rowMask(row), m_columnWords, [=, stride = m_rowWords](Index column) {
+        values[column] = 0;
+        masks[column * stride] &= others;
     });
     std::fill_n(rowMask(row), m_columnWords, 0);
     m_freeRows.push_back(row);
@@ -87,7 +107,6 @@ void SolverTableau::removeRow(Index row)
 
 void SolverTableau::clear()
 {
-    std::fill(m_cells.begin(), m_cells.end(), 0.0);
     std::fill(m_rowMasks.begin(), m_rowMasks.end(), 0);
     std::fill(m_columnMasks.begin(), m_columnMasks.end(), 0);
     m_freeRows.clear();
@@ -96,47 +115,37 @@ void SolverTableau::clear()
     m_columnCount = 0;
 }
 
-void SolverTableau::erase(Index row, Index column)
-{
-    cells(row)[column] = 0;
-    rowMask(row)[column / wordBits] &= ~bit(column);
-    columnMask(column)[row / wordBits] &= ~bit(row);
-}
-
-bool SolverTableau::isColumnEmpty(Index column)
-{
-    bool isEmpty = true;
-    forEachInColumn(column, [&](Index, double) { isEmpty = false; });
-    return isEmpty;
-}
-
-bool SolverTableau::isOnlyInRow(Index column, Index row) const
+bool SolverTableau::isColumnEmpty(Index column) const
 {
     const Word* const mask = m_columnMasks.data() + std::size_t(column) * m_rowWords;
-    for (Index word = 0; word < m_rowWords; ++word)
-        if (mask[word] != (word == row / wordBits ? bit(row) : 0))
-            return false;
-    return true;
-}
-
-void SolverTableau::add(Index row, Index column, double value)
-{
-    cells(row)[column] += value;
-    rowMask(row)[column / wordBits] |= bit(column);
-    columnMask(column)[row / wordBits] |= bit(row);
+    return std::all_of(mask, mask + m_rowWords, [](Word word) { return word == 0; });
 }
 
 void SolverTableau::addMultiple(Index row, Index source, double factor)
 {
-    double* const target = cells(row);
-    const double* const values = cells(source);
-    Word* const mask = rowMask(row);
     const Word* const sourceMask = rowMask(source);
-    for (Index word = 0; word < m_columnWords; ++word)
+    Word* const mask = rowMask(row);
+    for (Index word = 0; word < m_columnWords; ++word) {
         mask[word] |= sourceMask[word];
-    forEachBit(sourceMask, m_columnWords, [&](Index column) {
-        target[column] += factor * values[column];
-        columnMask(column)[row / wordBits] |= bit(row);
+        double* const target = cells(row) + word * wordBits;
+        const double* const values = cells(source) + word * wordBits;
+        for (Word bits = sourceMask[word]; bits != 0; bits &= bits - 1) {
+            const int column = std::countr_zero(bits);
+            target[column] += factor * values[column];
+        }
+    }
+}
+
+void SolverTableau::closeRow(Index row)
+{
+    double* const values = cells(row);
+    forEachBit(rowMask(row), m_columnWords, [&](Index column) {
+        if (std::abs(values[column]) >= tiny) {
+            setBit(columnMask(column), row);
+        } else {
+            values[column] = 0;
+            clearBit(rowMask(row), column);
+        }
     });
 }
 
@@ -146,17 +155,18 @@ SolverTableau::Entry* SolverTableau::collectPivotRow(Index row, Index column)
     double* const values = cells(row);
     const double inverse = 1 / values[column];
     Entry* end = m_entries.data();
+    clearBit(rowMask(row), column);
     forEachBit(rowMask(row), m_columnWords, [&](Index other) {
-        if (other == column)
-            return;
-        if (std::abs(values[other]) < tiny) {
+        const double value = values[other];
+        if (std::abs(value) < tiny) {
             erase(row, other);
             return;
         }
-        values[other] *= -inverse;
+        values[other] = -inverse * value;
         *end++ = { values[other], other };
     });
     values[column] = inverse;
+    setBit(rowMask(row), column);
     return end;
 }
 
@@ -164,23 +174,29 @@ void SolverTableau::pivot(Index row, Index column)
 {
     const Entry* const begin = m_entries.data();
     const Entry* const end = collectPivotRow(row, column);
-    const Word* const pivotMask = rowMask(row);
-    const double inverse = cell(row, column);
-    forEachInColumn(column, [&](Index other, double factor) {
-        if (other == row)
-            return;
-        double* const values = cells(other);
-        values[column] = factor * inverse;
-        for (const Entry* entry = begin; entry != end; ++entry)
-            values[entry->column] += factor * entry->value;
-        Word* const mask = rowMask(other);
-        for (Index word = 0; word < m_columnWords; ++word)
-            mask[word] |= pivotMask[word];
-    });
-    const Word* const rows = columnMask(column);
+    Word* const rows = columnMask(column);
+    setBit(rows, row); // it was not there if the row was open
     for (const Entry* entry = begin; entry != end; ++entry) {
         Word* const mask = columnMask(entry->column);
         for (Index word = 0; word < m_rowWords; ++word)
             mask[word] |= rows[word];
     }
+    const Word* const pivotMask = rowMask(row);
+    const double inverse = cell(row, column);
+    forEachBit(rows, m_rowWords, [&](Index other) {
+        if (other == row)
+            return;
+        double* const values = cells(other);
+        const double factor = values[column];
+        values[column] = factor * inverse;
+        Word* const mask = rowMask(other);
+        for (Index word = 0; word < m_columnWords; ++word)
+            mask[word] |= pivotMask[word];
+        for (const Entry* entry = begin; entry != end; ++entry) {
+            double& value = values[entry->column];
+            value += factor * entry->value;
+            if (std::abs(value) < tiny)
+                erase(other, entry->column);
+        }
+    });
 }

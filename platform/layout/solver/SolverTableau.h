@@ -8,6 +8,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 class SolverTableau {
@@ -20,21 +21,26 @@ public:
 
     Index addColumn();
     void removeColumn(Index); // one without cells
+    // A new row is open: made by add() and addMultiple(), no column knows of it before closeRow() or pivot().
     Index addRow();
-    void removeRow(Index);
-    void clear(); // keeps the memory
-
-    double cell(Index row, Index column) const { return m_cells[row * m_stride + column]; }
-    void add(Index row, Index column, double value);
+    void add(Index row, Index column, double value)
+    {
+        cells(row)[column] += value, setBit(rowMask(row), column);
+    }
     void addMultiple(Index row, Index source, double factor);
+    void closeRow(Index);
+    void removeRow(Index); // one that is closed
+    void clear(); // keeps the memory
+    void reserve(Index columns, Index rows);
+
+    double cell(Index row, Index column) const { return m_cells[std::size_t(row) * m_stride + column]; }
     // The symbol of the row and that of the column change roles in all rows.
     void pivot(Index row, Index column);
 
     Index columnWords() const { return m_columnWords; } // how many words a set of columns has
-    bool isColumnEmpty(Index);
-    bool isOnlyInRow(Index column, Index row) const;
-    // Hands (row, value) to the visitor, rows in order.
-    template <typename Visitor> void forEachInColumn(Index column, Visitor visit);
+    bool isColumnEmpty(Index) const;
+    // Hands (row, value) to the visitor, rows in order. A value may be 0 now and then.
+    template <typename Visitor> void forEachInColumn(Index column, Visitor visit) const;
     // Hands (column, value) to the visitor, columns in order, for the columns of the set.
     template <typename Visitor> void forEachInRow(Index row, const std::vector<Word>& columns, Visitor visit);
     template <typename Visitor> static void forEachBit(const Word* words, Index count, Visitor visit);
@@ -44,15 +50,24 @@ private:
         double value;
         Index column;
     };
-    double* cells(Index row) { return m_cells.data() + std::size_t(row) * m_stride; }
+    static Word bit(Index index) { return Word(1) << (index % wordBits); }
+    static void setBit(Word* words, Index index) { words[index / wordBits] |= bit(index); }
+    static void clearBit(Word* words, Index index) { words[index / wordBits] &= ~bit(index); }
+    double* cells(Index row) { return m_cells.get() + std::size_t(row) * m_stride; }
     Word* rowMask(Index row) { return m_rowMasks.data() + std::size_t(row) * m_columnWords; }
     Word* columnMask(Index column) { return m_columnMasks.data() + std::size_t(column) * m_rowWords; }
-    void erase(Index row, Index column);
-    void growColumns();
-    void growRows();
+    void erase(Index row, Index column)
+    {
+        cells(row)[column] = 0;
+        clearBit(rowMask(row), column);
+        clearBit(columnMask(column), row);
+    }
+    void moveCells(Index rowCapacity, Index stride);
+    void setStride(Index);
+    void setRowCapacity(Index);
     Entry* collectPivotRow(Index row, Index column);
 
-    std::vector<double> m_cells;
+    std::unique_ptr<double[]> m_cells; // of the rows that have been in use
     std::vector<Word> m_rowMasks; // of columns, by row
     std::vector<Word> m_columnMasks; // of rows, by column
     std::vector<Entry> m_entries; // of the row that is being pivoted
@@ -74,15 +89,10 @@ inline void SolverTableau::forEachBit(const Word* words, Index count, Visitor vi
             visit(word * wordBits + Index(std::countr_zero(bits)));
 }
 
-template <typename Visitor> inline void SolverTableau::forEachInColumn(Index column, Visitor visit)
+template <typename Visitor> inline void SolverTableau::forEachInColumn(Index column, Visitor visit) const
 {
-    forEachBit(columnMask(column), m_rowWords, [&](Index row) {
-        const double value = cell(row, column);
-        if (std::abs(value) < tiny)
-            erase(row, column);
-        else
-            visit(row, value);
-    });
+    forEachBit(m_columnMasks.data() + std::size_t(column) * m_rowWords, m_rowWords,
+        [&](Index row) { visit(row, cell(row, column)); });
 }
 
 template <typename Visitor>

@@ -17,28 +17,20 @@ void SolverVertex::restore(const SolverConstraints& constraints)
     rebuild(constraints);
 }
 
-// Everything is a row or a column as on the first day: variables have columns, constraints have rows.
+// As on the first day: variables have columns, and there is no row yet.
 void SolverVertex::resetTableau()
 {
     m_tableau.clear();
     std::fill(m_free.begin(), m_free.end(), 0);
     std::fill(m_movable.begin(), m_movable.end(), 0);
-    m_outside.clear();
-    m_unused.clear();
     m_sloping.clear();
-    m_requiredSuspects.clear();
-    m_weakSuspects.clear();
+    m_unused.clear();
     for (Index index = 1; index < symbolCount(); ++index) {
         SolverSymbol& symbol = m_symbols[index];
         if (symbol.kind == Kind::Abandoned)
             symbol = SolverSymbol();
         if (symbol.kind == Kind::Unused)
             m_unused.push_back(index);
-        if (symbol.isConstraint() && !symbol.isBasic) {
-            symbol.sides = symbol.kind == Kind::Equality ? SolverSymbol::Neither : SolverSymbol::Positive;
-            m_outside.push_back(index);
-        }
-        symbol.isSuspect = false;
         if (symbol.kind == Kind::Variable) {
             symbol.isBasic = false;
             symbol.place = m_tableau.addColumn();
@@ -47,39 +39,39 @@ void SolverVertex::resetTableau()
     }
 }
 
-void SolverVertex::addRows(const SolverConstraints& constraints)
+// Those outside the basis first, because only a free column lets one leave it. Returns how many they are.
+std::size_t SolverVertex::orderConstraints()
 {
-    for (Index index = 1; index < symbolCount(); ++index) {
-        SolverSymbol& symbol = m_symbols[index];
-        if (!symbol.isConstraint())
-            continue;
-        symbol.isBasic = true;
-        symbol.place = m_tableau.addRow();
-        m_rowSymbols[symbol.place] = index;
-        symbol.value = constraints[index].constant;
-        for (const Term& term : constraints.terms(index)) {
-            m_tableau.add(symbol.place, m_symbols[term.symbol].place, term.coefficient);
-            symbol.value += term.coefficient * m_symbols[term.symbol].value;
-        }
-        if (symbol.slope != 0) {
-            symbol.sloping = Index(m_sloping.size());
-            m_sloping.push_back(index);
-        }
-    }
+    m_order.clear();
+    for (Index index = 1; index < symbolCount(); ++index)
+        if (m_symbols[index].isConstraint())
+            m_order.push_back(index);
+    const auto firstInside = std::stable_partition(
+        m_order.begin(), m_order.end(), [this](Index index) { return !m_symbols[index].isBasic; });
+    return std::size_t(firstInside - m_order.begin());
 }
 
 void SolverVertex::rebuild(const SolverConstraints& constraints)
 {
     resetTableau();
-    addRows(constraints);
-    for (const Index index : m_outside) {
-        const Index row = m_symbols[index].place;
-        const Index column = freeColumn(row);
-        if (column != noColumn)
-            settle(row, column, 1);
-        else
+    const std::size_t outsideCount = orderConstraints();
+    for (std::size_t place = 0; place < m_order.size(); ++place) {
+        const Index index = m_order[place];
+        addRow(index, constraints.terms(index), constraints[index].constant);
+        if (place >= outsideCount) {
+            m_tableau.closeRow(m_symbols[index].place);
+            setSides(index, m_symbols[index].sides);
+        } else if (!settleOnFreeColumn(index)) {
+            resetSides(index);
             m_isOptimal = false;
+        }
     }
+    findSuspects();
+    m_wear = 0;
+}
+
+void SolverVertex::findSuspects()
+{
     m_requiredSuspects.clear();
     m_weakSuspects.clear();
     for (Index index = 1; index < symbolCount(); ++index) {
@@ -87,5 +79,4 @@ void SolverVertex::rebuild(const SolverConstraints& constraints)
         if (m_symbols[index].isConstraint() && m_symbols[index].isBasic)
             check(index);
     }
-    m_wear = 0;
 }

@@ -34,7 +34,8 @@ SolverVertex::Index SolverVertex::takeSymbol(Kind kind)
 void SolverVertex::releaseSymbol(Index index)
 {
     SolverSymbol& symbol = m_symbols[index];
-    setSlope(index, 0);
+    if (symbol.slope != 0)
+        setSlope(index, 0);
     if (!symbol.isRequired())
         m_priorities.release(symbol.level);
     const bool isSuspect = symbol.isSuspect;
@@ -63,7 +64,7 @@ SolverVertex::Index SolverVertex::addVariable()
     const Index index = takeSymbol(Kind::Variable);
     const Index column = m_tableau.addColumn();
     if (column >= m_columnSymbols.size())
-        m_columnSymbols.resize(column + 1);
+        m_columnSymbols.resize(2 * std::size_t(column) + 8);
     if (m_free.size() < m_tableau.columnWords()) {
         m_free.resize(m_tableau.columnWords());
         m_movable.resize(m_tableau.columnWords());
@@ -86,15 +87,26 @@ void SolverVertex::removeVariable(Index index, const SolverConstraints& constrai
     releaseSymbol(index);
 }
 
-void SolverVertex::fillRow(Index row, std::span<const Term> terms)
+void SolverVertex::addRow(Index index, std::span<const Term> terms, double constant)
 {
+    const Index row = m_tableau.addRow();
+    if (row >= m_rowSymbols.size())
+        m_rowSymbols.resize(2 * std::size_t(row) + 8);
+    m_rowSymbols[row] = index;
+    double value = constant;
     for (const Term& term : terms) {
         const SolverSymbol& symbol = m_symbols[term.symbol];
+        value += term.coefficient * symbol.value;
         if (symbol.isBasic)
             m_tableau.addMultiple(row, symbol.place, term.coefficient);
         else
             m_tableau.add(row, symbol.place, term.coefficient);
     }
+    SolverSymbol& symbol = m_symbols[index];
+    symbol.isBasic = true;
+    symbol.place = row;
+    symbol.value = value;
+    symbol.slope = 0;
 }
 
 void SolverVertex::acquireLevel(Index index, double priority)
@@ -115,20 +127,16 @@ SolverVertex::Index SolverVertex::addConstraint(
     const Index index = takeSymbol(kind);
     if (priority < 1000)
         acquireLevel(index, priority);
-    const Index row = m_tableau.addRow();
-    if (row >= m_rowSymbols.size())
-        m_rowSymbols.resize(row + 1);
-    m_rowSymbols[row] = index;
-    fillRow(row, terms);
-    SolverSymbol& symbol = m_symbols[index];
-    symbol.isBasic = true;
-    symbol.place = row;
-    symbol.sides = kind == Kind::Equality ? SolverSymbol::Neither : SolverSymbol::Positive;
-    symbol.value = constant;
-    for (const Term& term : terms)
-        symbol.value += term.coefficient * m_symbols[term.symbol].value;
-    check(index);
+    resetSides(index);
+    addRow(index, terms, constant);
     return index;
+}
+
+// The slope with which a basic symbol costs nothing.
+void SolverVertex::resetSides(Index index)
+{
+    SolverSymbol& symbol = m_symbols[index];
+    symbol.sides = symbol.kind == Kind::Equality ? SolverSymbol::Neither : SolverSymbol::Positive;
 }
 
 void SolverVertex::removeConstraint(Index index)
@@ -146,7 +154,7 @@ void SolverVertex::removeConstraint(Index index)
     symbol.kind = Kind::Abandoned;
     symbol.level = SolverSymbol::requiredLevel;
     setColumn(symbol.place, index);
-    m_isOptimal = m_isOptimal && isCostFree(symbol.place);
+    m_isOptimal = m_isOptimal && (m_sloping.empty() || isCostFree(symbol.place));
 }
 
 void SolverVertex::shiftConstraint(Index index, double difference)
@@ -174,7 +182,8 @@ bool SolverVertex::mayMove(Index index, int direction) const
 
 void SolverVertex::computeCost(Index column, int direction, double* cost) const
 {
-    std::fill_n(cost, m_priorities.count(), 0.0);
+    for (std::size_t level = 0; level < m_priorities.count(); ++level)
+        cost[level] = 0;
     for (const Index index : m_sloping) {
         const SolverSymbol& symbol = m_symbols[index];
         cost[symbol.level] += symbol.slope * direction * m_tableau.cell(symbol.place, column);
@@ -203,7 +212,7 @@ SolverVertex::Index SolverVertex::freeColumn(Index row)
             return;
         if (m_symbols[m_columnSymbols[column]].kind == Kind::Abandoned)
             size *= 16;
-        if (m_tableau.isOnlyInRow(column, row))
+        if (m_tableau.isColumnEmpty(column))
             size *= 4;
         if (size > bestSize) {
             bestSize = size;
@@ -211,22 +220,6 @@ SolverVertex::Index SolverVertex::freeColumn(Index row)
         }
     });
     return best;
-}
-
-void SolverVertex::touch(Index index)
-{
-    SolverSymbol& symbol = m_symbols[index];
-    if (symbol.isTouched)
-        return;
-    symbol.isTouched = true;
-    m_touched.push_back(index);
-}
-
-void SolverVertex::clearTouched()
-{
-    for (const Index index : m_touched)
-        m_symbols[index].isTouched = false;
-    m_touched.clear();
 }
 
 void SolverVertex::check(Index index)
@@ -241,19 +234,31 @@ void SolverVertex::check(Index index)
 void SolverVertex::moveColumn(Index column, double distance)
 {
     ++m_wear;
-    m_tableau.forEachInColumn(column, [&](Index row, double value) {
-        const Index index = m_rowSymbols[row];
-        SolverSymbol& symbol = m_symbols[index];
+    SolverSymbol* const symbols = m_symbols.data();
+    const Index* const rowSymbols = m_rowSymbols.data();
+    m_tableau.forEachInColumn(column, [=, this](Index row, double value) {
+        SolverSymbol& symbol = symbols[rowSymbols[row]];
         symbol.value += value * distance;
-        if (symbol.sides == SolverSymbol::Both)
-            touch(index);
-        else
-            check(index);
+        if (symbol.sides != SolverSymbol::Both)
+            check(rowSymbols[row]);
+        else if (!symbol.isTouched)
+            touch(symbol, rowSymbols[row]);
     });
     const Index index = m_columnSymbols[column];
-    m_symbols[index].value += distance;
-    if (m_symbols[index].kind == Kind::Variable)
-        touch(index);
+    SolverSymbol& symbol = symbols[index];
+    symbol.value += distance;
+    if (symbol.kind == Kind::Variable && !symbol.isTouched)
+        touch(symbol, index);
+}
+
+void SolverVertex::reserve(std::size_t variables, std::size_t constraints)
+{
+    const std::size_t all = variables + constraints + 1;
+    m_tableau.reserve(Index(variables), Index(constraints));
+    m_symbols.reserve(all);
+    m_touched.reserve(variables);
+    m_columnSymbols.resize(std::max(variables, m_columnSymbols.size()));
+    m_rowSymbols.resize(std::max(constraints, m_rowSymbols.size()));
 }
 
 void SolverVertex::setSlope(Index index, int slope)
@@ -283,7 +288,8 @@ void SolverVertex::pivot(Index row, Index column, int direction)
     m_tableau.pivot(row, column);
     const Index leaving = m_rowSymbols[row];
     const Index entering = m_columnSymbols[column];
-    setSlope(leaving, 0);
+    if (m_symbols[leaving].slope != 0)
+        setSlope(leaving, 0);
     m_symbols[leaving].isBasic = false;
     m_symbols[leaving].place = column;
     setColumn(column, leaving);
@@ -307,18 +313,34 @@ void SolverVertex::settle(Index row, Index column, int direction)
     pivot(row, column, direction);
 }
 
-void SolverVertex::settleNew(Index index)
+bool SolverVertex::settleOnFreeColumn(Index index)
 {
     const Index row = m_symbols[index].place;
     const Index column = freeColumn(row);
     if (column == noColumn) {
-        if (!m_requiredSuspects.empty())
+        m_tableau.closeRow(row);
+        check(index);
+        return false;
+    }
+    settle(row, column, 1);
+    return true;
+}
+
+void SolverVertex::settleNew(Index index)
+{
+    const Index row = m_symbols[index].place;
+    const Index column = freeColumn(row);
+    const bool isRequired = m_symbols[index].isRequired();
+    if (column == noColumn) {
+        m_tableau.closeRow(row);
+        check(index);
+        if (isRequired && !m_requiredSuspects.empty())
             save();
         return;
     }
     const double distance = -m_symbols[index].value / m_tableau.cell(row, column);
     moveColumn(column, distance);
-    if (!m_requiredSuspects.empty()) {
+    if (isRequired && !m_requiredSuspects.empty()) {
         moveColumn(column, -distance);
         save();
         moveColumn(column, distance);

@@ -18,6 +18,7 @@ public:
     static constexpr Index noColumn = ~0u;
     static constexpr double smallestPivot = 1e-9;
 
+    void reserve(std::size_t variables, std::size_t constraints);
     Index addVariable();
     void removeVariable(Index, const SolverConstraints&); // one that no constraint mentions
     // Adds the symbol of a constraint as a row, without doing anything about its value.
@@ -62,9 +63,8 @@ public:
     std::vector<Index>& requiredSuspects() { return m_requiredSuspects; }
     std::vector<Index>& weakSuspects() { return m_weakSuspects; }
     void clearSuspicion(Index symbol) { m_symbols[symbol].isSuspect = false; }
-    // The variables whose values may have changed, each once.
-    std::span<const Index> touched() const { return m_touched; }
-    void clearTouched();
+    // Hands (index, value) of each variable whose value may have changed to the visitor, and forgets them.
+    template <typename Visitor> void takeTouched(Visitor visit);
 
     // Makes the tableau anew for the same basis, free of what rounding has added up to.
     void rebuild(const SolverConstraints&);
@@ -76,15 +76,18 @@ public:
 private:
     Index takeSymbol(Kind);
     void releaseSymbol(Index);
-    void fillRow(Index row, std::span<const Term>);
+    void addRow(Index symbol, std::span<const Term>, double constant);
+    void resetSides(Index symbol);
+    bool settleOnFreeColumn(Index symbol);
     void setColumn(Index column, Index symbol);
     void setSlope(Index symbol, int slope);
     void acquireLevel(Index symbol, double priority);
     void check(Index symbol);
-    void touch(Index symbol);
+    void touch(SolverSymbol& symbol, Index index) { symbol.isTouched = true, m_touched.push_back(index); }
     bool isCostFree(Index column);
     void resetTableau();
-    void addRows(const SolverConstraints&);
+    std::size_t orderConstraints();
+    void findSuspects();
 
     SolverTableau m_tableau;
     SolverPriorities m_priorities;
@@ -100,9 +103,19 @@ private:
     std::vector<Index> m_touched;
     std::vector<double> m_cost;
     std::vector<SolverSymbol> m_saved;
-    std::vector<Index> m_outside; // while rebuilding: the constraints that belong outside the basis
+    std::vector<Index> m_order; // of the constraints while rebuilding
     double m_tolerance = 1e-9;
     std::uint32_t m_wear = 0; // moves since the tableau was made
     bool m_isOptimal = true;
     bool m_wasOptimal = true;
 };
+
+template <typename Visitor> inline void SolverVertex::takeTouched(Visitor visit)
+{
+    for (const Index index : m_touched) {
+        SolverSymbol& symbol = m_symbols[index];
+        symbol.isTouched = false;
+        visit(index, symbol.value);
+    }
+    m_touched.clear();
+}

@@ -76,6 +76,8 @@ public:
         : m_solver(solver)
         , m_model(model)
     {
+        solver.reserve(solver.variableCount() + model.variableCount,
+            solver.constraintCount() + model.constraints.size() + 3);
         for (std::size_t index = 0; index < model.variableCount; ++index)
             m_variables.push_back(solver.addVariable());
         for (const auto& constraint : model.constraints)
