@@ -1,5 +1,7 @@
 #include "platform/host/FrameGeometry.h"
 
+#include "platform/host/TrimmedPath.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -7,8 +9,28 @@ namespace {
 
 constexpr double pixelTolerance = 1e-3;
 
+// What lies farther away is on no screen, and need not fit into an integer.
+constexpr double farthestPixel = 1e8;
+
 // How far a stroke may reach beyond its path: sharp corners are cut at two line widths.
 constexpr double strokeReach = 2;
+
+// Unlike QRectF's own union, one with an empty rectangle is the other one.
+CGRect united(const CGRect& first, const CGRect& second)
+{
+    if (first.isEmpty())
+        return second;
+    return second.isEmpty() ? first : first.united(second);
+}
+
+// A short arc of a large circle that turns on the screen is a small picture to turn.
+CGRect strokeExtent(const FrameShape& shape)
+{
+    const double reach = std::max(shape.lineWidth, 0.0) * strokeReach;
+    return trimmedPath(*shape.path, shape.strokeStart, shape.strokeEnd)
+        .boundingRect()
+        .adjusted(-reach, -reach, reach, reach);
+}
 
 CGRect contentExtent(const FrameItem& item, double scale)
 {
@@ -17,21 +39,10 @@ CGRect contentExtent(const FrameItem& item, double scale)
     const auto* shape = std::get_if<FrameShape>(&item.content);
     if (!shape)
         return {};
-    CGRect extent = shape->path->boundingRect();
-    if (shape->strokeColor.isValid()) {
-        const double reach = std::max(shape->lineWidth, 0.0) * strokeReach;
-        extent.adjust(-reach, -reach, reach, reach);
-    }
+    const CGRect fill = shape->fillColor.isValid() ? shape->path->boundingRect() : CGRect();
+    const CGRect extent = shape->strokeColor.isValid() ? united(fill, strokeExtent(*shape)) : fill;
     // Antialiasing colours one more pixel on each side.
     return FrameGeometry::deviceRect(extent, scale).adjusted(-1, -1, 1, 1);
-}
-
-// Unlike QRectF's own union, one with an empty rectangle is the other one.
-CGRect united(const CGRect& first, const CGRect& second)
-{
-    if (first.isEmpty())
-        return second;
-    return second.isEmpty() ? first : first.united(second);
 }
 
 bool contains(const CGRect& outer, const CGRect& inner)
@@ -132,7 +143,10 @@ bool FrameGeometry::isCovered(const FrameList& list, int index, const CGRect& re
 
 QRect FrameGeometry::wholePixels(const CGRect& rect)
 {
-    if (rect.isEmpty())
+    const CGRect countable
+        = rect.intersected({ -farthestPixel, -farthestPixel, 2 * farthestPixel, 2 * farthestPixel });
+    if (countable.isEmpty())
         return {};
-    return rect.adjusted(pixelTolerance, pixelTolerance, -pixelTolerance, -pixelTolerance).toAlignedRect();
+    return countable.adjusted(pixelTolerance, pixelTolerance, -pixelTolerance, -pixelTolerance)
+        .toAlignedRect();
 }

@@ -1,5 +1,6 @@
 #include "platform/host/FramePainter.h"
 
+#include "platform/graphics/UIImage.h"
 #include "platform/host/FrameGeometry.h"
 #include "platform/host/TrimmedPath.h"
 
@@ -48,7 +49,7 @@ FramePicture FramePainter::paintItem(int index) const
 
 FramePicture FramePainter::paint(int index, Depth depth, const QRect& rect, QImage::Format format) const
 {
-    if (rect.isEmpty())
+    if (rect.isEmpty() || qint64(rect.width()) * rect.height() > UIImage::maximumPixels)
         return {};
     QImage image(rect.size(), format);
     if (format != QImage::Format_RGB32)

@@ -25,9 +25,10 @@ public:
     // The whole screen.
     QImage paintScreen() const;
     // The item and all below it, without the item's own transform and opacity. The picture has no alpha
-    // channel when something opaque covers all of it. Empty when nothing is drawn.
+    // channel when something opaque covers all of it. Empty when nothing is drawn, and when the picture would
+    // have more than UIImage::maximumPixels.
     FramePicture paintSubtree(int index) const;
-    // What the item draws itself: background and content, cut by its clip.
+    // What the item draws itself: background and content, cut by its clip. Empty as above.
     FramePicture paintItem(int index) const;
 
     // The picture's alpha filled with the colour.

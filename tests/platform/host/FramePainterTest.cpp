@@ -1,7 +1,10 @@
 #include "platform/host/FramePainter.h"
 
 #include "tests/support/FrameListMaker.h"
+#include "tests/support/PictureComparison.h"
 #include "tests/support/Pictures.h"
+
+#include <QPainter>
 
 #include <gtest/gtest.h>
 
@@ -141,6 +144,57 @@ TEST(FramePainterTest, StrokesThePartOfAPathThatIsAskedFor)
     EXPECT_EQ(pixel(image, 5, 10), QColor(Qt::black));
     EXPECT_EQ(pixel(image, 15, 10), QColor(Qt::red));
     EXPECT_EQ(pixel(image, 22, 10), QColor(Qt::black));
+}
+
+std::shared_ptr<const QPainterPath> circle()
+{
+    const auto path = std::make_shared<QPainterPath>();
+    path->addEllipse(1, 1, 18, 18);
+    return path;
+}
+
+FramePicture shape(const FrameShape& shape)
+{
+    const FrameList list = listOf(layer(1).at(0, 0, 20, 20).content(shape));
+    return FramePainter(list).paintItem(0);
+}
+
+TEST(FramePainterTest, MakesTheStrokeOfAPartOfAPathASmallPicture)
+{
+    const double eighth = 0.125; // from the right, clockwise
+    const FramePicture whole = shape({ circle(), {}, Qt::red, 2, Qt::FlatCap, 0, 1 });
+    const FramePicture part = shape({ circle(), {}, Qt::red, 2, Qt::FlatCap, 0, eighth });
+    EXPECT_LT(part.rect.width() * part.rect.height(), whole.rect.width() * whole.rect.height() / 3);
+}
+
+TEST(FramePainterTest, LeavesNothingOfAStrokeOutOfItsPicture)
+{
+    for (const auto& [start, end] :
+        { std::pair { 0.0, 0.1 }, std::pair { 0.2, 0.3 }, std::pair { 0.4, 0.9 } }) {
+        const FrameList list
+            = listOf(layer(1)
+                         .at(0, 0, 20, 20)
+                         .content(FrameShape { circle(), {}, Qt::red, 2, Qt::FlatCap, start, end }));
+        const FramePicture part = FramePainter(list).paintItem(0);
+        QImage put = plainPixels({ 40, 40 }, Qt::black).convertToFormat(QImage::Format_RGB32);
+        QPainter(&put).drawImage(part.rect.topLeft(), part.image);
+        EXPECT_TRUE(picturesMatch(put, FramePainter(list).paintScreen()));
+    }
+}
+
+TEST(FramePainterTest, MakesAShapesPictureLargeEnoughForItsFillToo)
+{
+    const FramePicture picture = shape({ circle(), Qt::blue, Qt::red, 2, Qt::FlatCap, 0, 0.125 });
+    EXPECT_EQ(pixel(picture.image, 4 - picture.rect.x(), 20 - picture.rect.y()), QColor(Qt::blue));
+    const FramePicture fill = shape({ circle(), Qt::blue, {}, 2, Qt::FlatCap, 0, 0.125 });
+    EXPECT_EQ(pixel(fill.image, 4 - fill.rect.x(), 20 - fill.rect.y()), QColor(Qt::blue));
+}
+
+TEST(FramePainterTest, PaintsNoPictureThatWouldTakeAllTheMemory)
+{
+    for (const double width : { 1e4, 1e6, 1e9, 1e300 })
+        EXPECT_TRUE(shape({ circle(), {}, Qt::red, width, Qt::FlatCap, 0, 1 }).image.isNull()) << width;
+    EXPECT_FALSE(shape({ circle(), {}, Qt::red, 100, Qt::FlatCap, 0, 1 }).image.isNull());
 }
 
 } // namespace
