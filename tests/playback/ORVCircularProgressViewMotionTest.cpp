@@ -1,5 +1,6 @@
 #include "platform/layers/CABasicAnimation.h"
 #include "playback/ORVCircularProgressView.h"
+#include "tests/platform/host/SceneStage.h"
 #include "tests/playback/CircularProgressFixture.h"
 
 #include <numbers>
@@ -279,6 +280,26 @@ TEST_F(ORVCircularProgressViewMotionTest, ASpinningRingChangesNothingInAFrameBut
             EXPECT_EQ(item, first.items[index]) << refresh;
         }
     }
+}
+
+TEST_F(ORVCircularProgressViewMotionTest, OnTheScreenASpinningRingIsOnePictureThatIsTurned)
+{
+    SceneStage stage({ 780, 1688 });
+    ring->setIndeterminate(true);
+    runFrames();
+    stage.show(frame);
+    const auto uploads = stage.scene().uploadCount();
+    EXPECT_EQ(uploads, 2) << "track and arc";
+    for (int refresh = 1; refresh < 10; ++refresh) {
+        scheduler.advance(1.0 / 60);
+        EXPECT_TRUE(stage.show(frame));
+    }
+    EXPECT_EQ(stage.scene().uploadCount(), uploads);
+    ring->setIndeterminate(false);
+    ring->setProgress(0.5, Animated::No);
+    runFrames();
+    stage.show(frame);
+    EXPECT_EQ(stage.scene().uploadCount(), uploads + 1);
 }
 
 TEST_F(ORVCircularProgressViewMotionTest, AStepOfProgressChangesNothingInAFrameButTheArcsContent)
