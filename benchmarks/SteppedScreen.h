@@ -1,0 +1,98 @@
+// A phone's screen whose clock goes on by one refresh of the display at a time, drawn into a real window.
+#pragma once
+
+#include "platform/foundation/Scheduler.h"
+#include "platform/graphics/UIColor.h"
+#include "platform/host/SceneItem.h"
+#include "platform/views/UIWindow.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QQuickWindow>
+
+class SteppedScheduler final : public Scheduler {
+public:
+    static constexpr double refreshRate = 60;
+
+    SteppedScheduler() { setCurrent(this); }
+    ~SteppedScheduler() override
+    {
+        cancelAll();
+        setCurrent(nullptr);
+    }
+    NSDate currentDate() const override { return NSDate::fromSecsSinceEpoch(0); }
+    // Runs the frame of the next refresh, if one is asked for by then.
+    void step()
+    {
+        m_time += 1 / refreshRate;
+        runDueTimers();
+        if (isFrameRequested())
+            runFrame();
+    }
+
+protected:
+    double clockNow() const override { return m_time; }
+    void wakeAt(double) override { }
+    void wakeForFrame() override { }
+
+private:
+    double m_time = 0;
+};
+
+class SteppedScreen {
+public:
+    // To be called before QGuiApplication is made: no display, and no waiting for one.
+    static void setEnvironment()
+    {
+        for (const auto& [name, value] : { std::pair { "QT_QPA_PLATFORM", "offscreen" },
+                 std::pair { "QT_QUICK_BACKEND", "software" }, std::pair { "QT_QPA_UPDATE_IDLE_TIME", "0" } })
+            qputenv(name, value);
+    }
+
+    SteppedScreen()
+        : m_item(m_quickWindow.contentItem())
+    {
+        UIScreen::mainScreen()->setGeometry(geometry);
+        m_window = make<UIWindow>(UIScreen::mainScreen()->bounds());
+        m_window->setBackgroundColor(UIColor::whiteColor());
+        m_window->makeKeyAndVisible();
+        m_scheduler.setFrameHandler([this] { show(m_window->performFrame()); });
+        m_quickWindow.resize((geometry.size * geometry.scale).toSize());
+        m_item.setSize(m_quickWindow.size());
+        QObject::connect(&m_quickWindow, &QQuickWindow::frameSwapped, [this] { ++m_drawn; });
+        m_quickWindow.show();
+        waitForFrameAfter(0);
+        step();
+    }
+    SteppedScreen(const SteppedScreen&) = delete;
+    SteppedScreen& operator=(const SteppedScreen&) = delete;
+    ~SteppedScreen() { m_window = nullptr; }
+
+    UIWindow& window() { return *m_window; }
+    // From the timers of a refresh to the drawn picture.
+    void step() { m_scheduler.step(); }
+    int framesDrawn() const { return m_drawn; }
+    std::int64_t uploads() const { return m_item.uploadCount(); }
+    const FrameList& frameList() const { return m_item.frameList(); }
+
+    static constexpr UIScreen::Geometry geometry { { 390, 844 }, 2, {} };
+
+private:
+    void show(FrameList list)
+    {
+        const int before = m_drawn;
+        if (m_item.setFrameList(std::move(list)))
+            waitForFrameAfter(before);
+    }
+    void waitForFrameAfter(int before) const
+    {
+        while (m_drawn == before)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+
+    SteppedScheduler m_scheduler;
+    QQuickWindow m_quickWindow;
+    SceneItem m_item;
+    std::shared_ptr<UIWindow> m_window;
+    int m_drawn = 0;
+};
