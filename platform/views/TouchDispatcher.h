@@ -4,8 +4,8 @@
 // superviews see every change first, the deepest view's first of all; then the view, unless a
 // recogniser has taken the touch or something makes it wait. A touch whose view leaves the window is
 // cancelled there, one whose view is hidden with the finger's next move. Calls that make no sense (an unknown
-// finger moves) change nothing. Everything is delivered inside the call, at the scheduler's time; views and
-// window may go away in it.
+// finger moves, a place is not finite) change nothing, but a finger that leaves always ends its touch.
+// Everything is delivered inside the call, at the scheduler's time; views and window may go away in it.
 #pragma once
 
 #include "platform/foundation/Scheduler.h"

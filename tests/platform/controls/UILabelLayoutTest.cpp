@@ -22,7 +22,10 @@ protected:
         hold(view.leftAnchor().constraintEqualToAnchor(window->leftAnchor(), 10));
         hold(view.topAnchor().constraintEqualToAnchor(window->topAnchor(), top));
     }
-    static double baselineInSuperview(const UIView& view) { return view.frame().top() + view.firstBaseline(); }
+    static double baselineInSuperview(const UIView& view)
+    {
+        return view.frame().top() + view.firstBaseline();
+    }
 
     const QString longText = QStringLiteral("the quick brown fox jumps over the lazy dog");
     std::shared_ptr<UILabel> label = addConstrained<UILabel>();
