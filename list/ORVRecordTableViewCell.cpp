@@ -3,21 +3,15 @@
 #include "platform/graphics/MainScreenScale.h"
 #include "theme/UIColor+ORVTheme.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace {
 
-constexpr double sideMargin = 16;
-constexpr double gap = 12;
 constexpr double portraitSize = 44;
-constexpr double iconSize = 24;
 constexpr double nameFontSize = 16;
 constexpr double detailFontSize = 13;
-constexpr double firstLineTop = 12;
-constexpr double firstLineHeight = 21;
-constexpr double secondLineTop = 34;
-constexpr double secondLineHeight = 17;
+constexpr double sliderFadeDuration = 0.3;
+
+// Around the ring, so that a finger finds the button and the eye the ring.
+constexpr UIEdgeInsets playbackButtonInsets { 6, 6, 6, 6 };
 
 std::shared_ptr<UILabel> makeLabel(const std::shared_ptr<UIFont>& font, const std::shared_ptr<UIColor>& color)
 {
@@ -27,21 +21,22 @@ std::shared_ptr<UILabel> makeLabel(const std::shared_ptr<UIFont>& font, const st
     return label;
 }
 
-double widthOf(const UILabel& label) { return std::ceil(label.intrinsicContentSize().width()); }
-
-// One line of the row: a short text at the end, the rest of the width for the text before it, and one
-// baseline under both.
-void layoutLine(UILabel& leading, UILabel& trailing, double top, double height, double left, double right)
+void addConstrained(UIView& superview, const std::shared_ptr<UIView>& view)
 {
-    const double trailingWidth = std::min(widthOf(trailing), right - left);
-    const double separation = trailingWidth > 0 ? gap : 0;
-    trailing.setFrame({ right - trailingWidth, top, trailingWidth, height });
-    leading.setFrame({ left, top, std::max(right - trailingWidth - separation - left, 0.0), height });
-    const double drop = MainScreenScale::roundToPixel(leading.firstBaseline() - trailing.firstBaseline());
-    trailing.setFrame(trailing.frame().translated(0, drop));
+    view->setTranslatesAutoresizingMaskIntoConstraints(false);
+    superview.addSubview(view);
+}
+
+void activate(const char* format, const NSLayoutConstraint::Views& views,
+    const NSLayoutConstraint::Metrics& metrics = {})
+{
+    NSLayoutConstraint::activateConstraints(NSLayoutConstraint::constraintsWithVisualFormat(
+        QString::fromLatin1(format), NSLayoutFormatOptions::None, metrics, views));
 }
 
 } // namespace
+
+// --- The parts ---------------------------------------------------------------------------------------
 
 void ORVRecordTableViewCell::init()
 {
@@ -49,9 +44,20 @@ void ORVRecordTableViewCell::init()
     auto selectedBackground = make<UIView>();
     selectedBackground->setBackgroundColor(orv_oruvaneSelectedCellBackgroundColor());
     setSelectedBackgroundView(selectedBackground);
+    makeInfoView();
+    makeSlider();
+    m_customSeparator = make<UIView>();
+    m_customSeparator->setBackgroundColor(UIColor::systemFillColor());
+    addConstrained(*contentView(), m_customSeparator);
+    constrainInfoView();
+    constrainSeparator();
+    setPlaybackSliderVisible(false, Animated::No);
+}
 
+void ORVRecordTableViewCell::makeInfoView()
+{
     m_infoView = make<UIView>();
-    contentView()->addSubview(m_infoView);
+    addConstrained(*contentView(), m_infoView);
 
     m_portraitView = make<UIImageView>();
     m_portraitView->setClipsToBounds(true);
@@ -60,37 +66,135 @@ void ORVRecordTableViewCell::init()
         = makeLabel(UIFont::systemFontOfSize(nameFontSize, UIFontWeight::Semibold), UIColor::labelColor());
     m_timestampLabel = makeLabel(UIFont::systemFontOfSize(detailFontSize), UIColor::secondaryLabelColor());
     m_locationNameLabel = makeLabel(UIFont::systemFontOfSize(detailFontSize), UIColor::secondaryLabelColor());
-    m_positionLabel
-        = makeLabel(UIFont::systemFontOfSize(detailFontSize, UIFontWeight::Medium), orv_oruvaneMainColor());
-    m_playbackIcon = make<UIImageView>();
-    m_playbackIcon->setTreatsAutomaticAsTemplate(true);
-    m_playbackIcon->setContentMode(UIViewContentMode::Center);
-    for (const std::shared_ptr<UIView>& view :
-        { std::shared_ptr<UIView>(m_portraitView), std::shared_ptr<UIView>(m_authorNameLabel),
-            std::shared_ptr<UIView>(m_timestampLabel), std::shared_ptr<UIView>(m_locationNameLabel),
-            std::shared_ptr<UIView>(m_positionLabel), std::shared_ptr<UIView>(m_playbackIcon) })
-        m_infoView->addSubview(view);
+    m_playbackButton = make<ORVPlaybackButton>();
+    m_playbackButton->setContentEdgeInsets(playbackButtonInsets);
+    m_playbackButton->addTarget(
+        { strongSelf(this), &ORVRecordTableViewCell::playbackButtonTapped }, UIControlEvents::TouchUpInside);
 
-    m_customSeparator = make<UIView>();
-    m_customSeparator->setBackgroundColor(UIColor::systemFillColor());
-    contentView()->addSubview(m_customSeparator);
+    addConstrained(*m_infoView, m_portraitView);
+    addConstrained(*m_infoView, m_authorNameLabel);
+    addConstrained(*m_infoView, m_timestampLabel);
+    addConstrained(*m_infoView, m_locationNameLabel);
+    addConstrained(*m_infoView, m_playbackButton);
 }
 
-void ORVRecordTableViewCell::layoutSubviews()
+void ORVRecordTableViewCell::makeSlider()
 {
-    UITableViewCell::layoutSubviews();
-    const double width = bounds().width();
-    m_infoView->setFrame({ 0, 0, width, preferredHeight });
-    m_portraitView->setFrame(
-        { sideMargin, (preferredHeight - portraitSize) / 2, portraitSize, portraitSize });
-    m_playbackIcon->setFrame(
-        { width - sideMargin - iconSize, (preferredHeight - iconSize) / 2, iconSize, iconSize });
+    m_playbackSlider = make<ORVPlaybackSlider>();
+    m_playbackSlider->setTranslatesAutoresizingMaskIntoConstraints(false);
+    m_playbackSlider->setDelegate(weakSelf(this));
+}
 
-    const double textLeft = sideMargin + portraitSize + gap;
-    const double textRight = width - sideMargin - iconSize - gap;
-    layoutLine(*m_authorNameLabel, *m_timestampLabel, firstLineTop, firstLineHeight, textLeft, textRight);
-    layoutLine(*m_locationNameLabel, *m_positionLabel, secondLineTop, secondLineHeight, textLeft, textRight);
+void ORVRecordTableViewCell::constrainInfoView()
+{
+    const NSLayoutConstraint::Views views { { "info", m_infoView }, { "portrait", m_portraitView },
+        { "name", m_authorNameLabel }, { "age", m_timestampLabel }, { "place", m_locationNameLabel },
+        { "button", m_playbackButton } };
+    activate("H:|-(0)-[info]-(0)-|", views);
+    activate("V:|-(0)-[info(height)]", views, { { "height", preferredHeight(false) } });
+    activate("H:|-16-[portrait(44)]-12-[name]-(>=12)-[age]-8-[button(52)]-8-|", views);
+    activate("H:[portrait]-12-[place]-(>=12)-[button]", views);
+    activate("V:[portrait(44)]", views);
+    activate("V:[button(52)]", views);
+    NSLayoutConstraint::activateConstraints(
+        std::vector { m_portraitView->centerYAnchor().constraintEqualToAnchor(m_infoView->centerYAnchor()),
+            m_playbackButton->centerYAnchor().constraintEqualToAnchor(m_infoView->centerYAnchor()),
+            m_authorNameLabel->firstBaselineAnchor().constraintEqualToAnchor(m_infoView->topAnchor(), 28),
+            m_timestampLabel->firstBaselineAnchor().constraintEqualToAnchor(
+                m_authorNameLabel->firstBaselineAnchor()),
+            m_locationNameLabel->firstBaselineAnchor().constraintEqualToAnchor(
+                m_authorNameLabel->firstBaselineAnchor(), 19) });
+    // A long name gives way to the age, and a long place to the button.
+    constexpr UILayoutPriority yielding = UILayoutPriorityDefaultHigh - 1;
+    m_authorNameLabel->setContentCompressionResistancePriority(yielding, UILayoutConstraintAxis::Horizontal);
+}
 
-    const double hairline = 1 / MainScreenScale::get();
-    m_customSeparator->setFrame({ textLeft, bounds().height() - hairline, width - textLeft, hairline });
+void ORVRecordTableViewCell::constrainSeparator()
+{
+    const NSLayoutConstraint::Views views { { "line", m_customSeparator } };
+    activate("V:[line(hairline)]-(0)-|", views, { { "hairline", 1 / MainScreenScale::get() } });
+    activate("H:[line]-(0)-|", views);
+    m_customSeparator->leftAnchor().constraintEqualToAnchor(m_authorNameLabel->leftAnchor())->setActive(true);
+}
+
+// --- The slider --------------------------------------------------------------------------------------
+
+void ORVRecordTableViewCell::setPlaybackSliderVisible(bool visible, Animated animated)
+{
+    if (visible) {
+        addPlaybackSliderIfNecessary();
+        layoutIfNeeded(); // it starts at its place
+        m_playbackSlider->renderWafeformIfNecessaryWithCompletion(nullptr);
+    }
+    const auto slider = m_playbackSlider;
+    const auto fade = [slider, visible] { slider->setAlpha(visible ? 1 : 0); };
+    if (animated == Animated::No) {
+        fade();
+        if (!visible)
+            removePlaybackSliderIfNecessary();
+        return;
+    }
+    animate(sliderFadeDuration, fade, [weak = weakSelf(this), visible](bool finished) {
+        const auto self = weak.lock();
+        if (self && finished && !visible)
+            self->removePlaybackSliderIfNecessary();
+    });
+}
+
+void ORVRecordTableViewCell::addPlaybackSliderIfNecessary()
+{
+    if (m_playbackSlider->superview())
+        return;
+    contentView()->addSubview(m_playbackSlider);
+    const NSLayoutConstraint::Views views { { "slider", m_playbackSlider }, { "infoView", m_infoView } };
+    activate("H:|-(0)-[slider]-(0)-|", views);
+    activate("V:[infoView]-(0)-[slider(44)]", views);
+}
+
+void ORVRecordTableViewCell::removePlaybackSliderIfNecessary() { m_playbackSlider->removeFromSuperview(); }
+
+// --- Requests ----------------------------------------------------------------------------------------
+
+void ORVRecordTableViewCell::playbackButtonTapped(ORVPlaybackButton& sender)
+{
+    const auto keepAlive = shared_from_this();
+    const auto delegate = m_delegate.lock();
+    if (!delegate)
+        return;
+    if (sender.isPlaying())
+        delegate->recordTableViewCellRequestsPauseInterim(*this, false);
+    else
+        delegate->recordTableViewCellRequestsPlayback(*this);
+}
+
+void ORVRecordTableViewCell::playbackSliderDidBeginDraggingThumb(ORVPlaybackSlider&)
+{
+    m_wasPlayingBeforeSeeking = m_playbackButton->isPlaying();
+    if (const auto delegate = m_delegate.lock())
+        delegate->recordTableViewCellRequestsPauseInterim(*this, true);
+}
+
+// The sound does not follow the finger, only the ring does.
+void ORVRecordTableViewCell::playbackSliderDidDragThumbToPosition(ORVPlaybackSlider&, double position)
+{
+    m_playbackButton->progressView()->setProgress(position, Animated::No);
+}
+
+void ORVRecordTableViewCell::playbackSliderDidEndDraggingThumbWithNewPosition(
+    ORVPlaybackSlider&, double position)
+{
+    const auto keepAlive = shared_from_this();
+    const auto delegate = m_delegate.lock();
+    if (!delegate)
+        return;
+    delegate->recordTableViewCellRequestsSeekPlaybackToPositionFraction(*this, position);
+    if (m_wasPlayingBeforeSeeking)
+        delegate->recordTableViewCellRequestsPlayback(*this);
+}
+
+void ORVRecordTableViewCell::playbackSliderDidTapOnPosition(ORVPlaybackSlider&, double position)
+{
+    m_playbackButton->progressView()->setProgress(position);
+    if (const auto delegate = m_delegate.lock())
+        delegate->recordTableViewCellRequestsSeekPlaybackToPositionFraction(*this, position);
 }

@@ -1,42 +1,71 @@
-// The one kind of row in the records list: portrait, author, age and place of a record, and how far its
-// sound has got.
+// The one kind of row in the records list: portrait, author, age and place of a record, the button that plays
+// it, and, while the row is selected, the slider with its waveform.
 //
-// The cell holds no playback state of its own; the configurator writes everything into it.
+// The cell holds no playback state of its own: it turns taps and drags into requests to its delegate, and is
+// brought up to date by the configurator.
 #pragma once
 
+#include "list/ORVRecordTableViewCellDelegate.h"
 #include "platform/controls/UIImageView.h"
 #include "platform/controls/UILabel.h"
 #include "platform/tables/UITableViewCell.h"
+#include "playback/ORVPlaybackButton.h"
+#include "playback/ORVPlaybackSlider.h"
 
-class ORVRecordTableViewCell final : public UITableViewCell {
+class ORVRecordTableViewCell final : public UITableViewCell, public ORVPlaybackSliderDelegate {
 public:
     static inline const NSString identifier = QStringLiteral("ORVRecordTableViewCell");
-    static constexpr double preferredHeight = 64; // points
+    // preferredHeightWhenSelected: — points; they differ by the slider's height.
+    static constexpr double preferredHeight(bool whenSelected) { return whenSelected ? 108 : 64; }
 
     using UITableViewCell::UITableViewCell;
 
+    void setDelegate(std::weak_ptr<ORVRecordTableViewCellDelegate> delegate)
+    {
+        m_delegate = std::move(delegate);
+    }
+    std::shared_ptr<ORVRecordTableViewCellDelegate> delegate() const { return m_delegate.lock(); }
+
+    // Everything but the slider, which hangs directly below it.
     const std::shared_ptr<UIView>& infoView() const { return m_infoView; }
     const std::shared_ptr<UIView>& customSeparator() const { return m_customSeparator; }
     const std::shared_ptr<UIImageView>& portraitView() const { return m_portraitView; }
     const std::shared_ptr<UILabel>& authorNameLabel() const { return m_authorNameLabel; }
     const std::shared_ptr<UILabel>& timestampLabel() const { return m_timestampLabel; }
     const std::shared_ptr<UILabel>& locationNameLabel() const { return m_locationNameLabel; }
-    // Shows what a tap on the row would do.
-    const std::shared_ptr<UIImageView>& playbackIcon() const { return m_playbackIcon; }
-    const std::shared_ptr<UILabel>& positionLabel() const { return m_positionLabel; }
+    const std::shared_ptr<ORVPlaybackButton>& playbackButton() const { return m_playbackButton; }
+    // Outside of the view tree while it is not shown.
+    const std::shared_ptr<ORVPlaybackSlider>& playbackSlider() const { return m_playbackSlider; }
 
-    void layoutSubviews() override;
+    // setPlaybackSliderVisible:animated: — each showing renders the waveform anew. Hiding takes the slider
+    // out when its fade has finished.
+    void setPlaybackSliderVisible(bool visible, Animated animated);
+
+    void playbackButtonTapped(ORVPlaybackButton& sender);
+    void playbackSliderDidBeginDraggingThumb(ORVPlaybackSlider&) override;
+    void playbackSliderDidDragThumbToPosition(ORVPlaybackSlider&, double position) override;
+    void playbackSliderDidEndDraggingThumbWithNewPosition(ORVPlaybackSlider&, double position) override;
+    void playbackSliderDidTapOnPosition(ORVPlaybackSlider&, double position) override;
 
 protected:
     void init() override;
 
 private:
+    void makeInfoView();
+    void makeSlider();
+    void constrainInfoView();
+    void constrainSeparator();
+    void addPlaybackSliderIfNecessary();
+    void removePlaybackSliderIfNecessary();
+
+    std::weak_ptr<ORVRecordTableViewCellDelegate> m_delegate;
     std::shared_ptr<UIView> m_infoView;
     std::shared_ptr<UIView> m_customSeparator;
     std::shared_ptr<UIImageView> m_portraitView;
     std::shared_ptr<UILabel> m_authorNameLabel;
     std::shared_ptr<UILabel> m_timestampLabel;
     std::shared_ptr<UILabel> m_locationNameLabel;
-    std::shared_ptr<UIImageView> m_playbackIcon;
-    std::shared_ptr<UILabel> m_positionLabel;
+    std::shared_ptr<ORVPlaybackButton> m_playbackButton;
+    std::shared_ptr<ORVPlaybackSlider> m_playbackSlider;
+    bool m_wasPlayingBeforeSeeking = false;
 };

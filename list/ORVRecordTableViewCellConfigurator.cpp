@@ -5,34 +5,22 @@
 #include "platform/foundation/Scheduler.h"
 #include "playback/ORVRecordPlayer.h"
 
-#include <cmath>
 #include <limits>
 
 namespace {
 
-// Minutes and seconds, such as "0:07".
-NSString clockText(double seconds)
+ORVPlaybackControlsState playbackControlsState(const ORVRecordPlayer& player)
 {
-    const int whole = static_cast<int>(seconds);
-    return QStringLiteral("%1:%2").arg(whole / 60).arg(whole % 60, 2, 10, QLatin1Char('0'));
+    if (!player.isReadyForPlayback())
+        return ORVPlaybackControlsState::Preparing;
+    return player.isPaused() ? ORVPlaybackControlsState::Paused : ORVPlaybackControlsState::Playing;
 }
 
-NSString positionText(const ORVRecordPlayer* player)
+// 0 while the duration is not known or nothing.
+double positionFraction(const ORVRecordPlayer& player)
 {
-    if (!player || !player->isReadyForPlayback())
-        return {};
-    const double duration = player->recordDuration();
-    if (!(duration > std::numeric_limits<double>::epsilon()))
-        return clockText(0);
-    return QStringLiteral("%1 / %2").arg(clockText(player->timePosition()), clockText(std::ceil(duration)));
-}
-
-std::shared_ptr<UIImage> playbackImage(ORVPlaybackControlsState state)
-{
-    // Held for the length of the process: every cell shows one of the two.
-    static const auto play = UIImage::imageNamed(QStringLiteral("ov_icon_play"));
-    static const auto pause = UIImage::imageNamed(QStringLiteral("ov_icon_pause"));
-    return state == ORVPlaybackControlsState::Playing ? pause : play;
+    const double duration = player.recordDuration();
+    return duration > std::numeric_limits<double>::epsilon() ? player.timePosition() / duration : 0;
 }
 
 } // namespace
@@ -61,28 +49,39 @@ void ORVRecordTableViewCellConfigurator::configureCell(ORVRecordTableViewCell* c
     cell->timestampLabel()->setText(
         m_dateFormatter->stringFromDate(record.timestamp(), Scheduler::current().currentDate()));
     cell->locationNameLabel()->setText(record.locationName());
-    cell->setNeedsLayout();
+    cell->playbackSlider()->setAsset(
+        ORVResourceCache::sharedInstance()->soundAssetFromURL(record.soundFileURL()));
 }
 
-ORVPlaybackControlsState ORVRecordTableViewCellConfigurator::playbackControlsState(
-    const ORVRecordPlayer* player)
+void ORVRecordTableViewCellConfigurator::configureCellSelectedState(
+    ORVRecordTableViewCell* cell, Animated animated)
 {
-    if (!player)
-        return ORVPlaybackControlsState::None;
-    if (!player->isReadyForPlayback())
-        return ORVPlaybackControlsState::Preparing;
-    return player->isPaused() ? ORVPlaybackControlsState::Paused : ORVPlaybackControlsState::Playing;
+    if (cell)
+        cell->setPlaybackSliderVisible(cell->isSelected(), animated);
 }
 
 void ORVRecordTableViewCellConfigurator::configurePlaybackControlsInCell(
-    ORVRecordTableViewCell* cell, const ORVRecordPlayer* player)
+    ORVRecordTableViewCell* cell, const ORVRecordPlayer* player, Animated animated)
+{
+    if (player)
+        configurePlaybackControlsInCell(
+            cell, positionFraction(*player), playbackControlsState(*player), animated);
+    else
+        configurePlaybackControlsInCell(cell, 0, ORVPlaybackControlsState::None, animated);
+}
+
+void ORVRecordTableViewCellConfigurator::configurePlaybackControlsInCell(
+    ORVRecordTableViewCell* cell, double positionFraction, ORVPlaybackControlsState state, Animated animated)
 {
     if (!cell)
         return;
-    cell->playbackIcon()->setImage(playbackImage(playbackControlsState(player)));
-    const NSString text = positionText(player);
-    if (cell->positionLabel()->text() == text)
-        return;
-    cell->positionLabel()->setText(text);
-    cell->setNeedsLayout();
+    using enum ORVPlaybackControlsState;
+    const auto& button = cell->playbackButton();
+    const bool playing = state == Playing;
+    if (playing != button->isPlaying())
+        button->setPlaying(playing, animated);
+    button->progressView()->setProgress(positionFraction, animated);
+    button->progressView()->setIndeterminate(state == Preparing);
+    cell->playbackSlider()->setThumbHidden(state == None || state == Preparing);
+    cell->playbackSlider()->setCurrentPosition(positionFraction, animated);
 }

@@ -23,10 +23,14 @@ public:
 
     // configureCell:withRecord: — everything but the playback controls.
     void configureCell(ORVRecordTableViewCell* cell, const ORVRecord& record);
+    // configureCellSelectedState:animated: — shows the slider in a selected cell only.
+    void configureCellSelectedState(ORVRecordTableViewCell* cell, Animated animated);
     // configurePlaybackControlsInCell:withRecordPlayer:animated: — a null player is no playback.
-    void configurePlaybackControlsInCell(ORVRecordTableViewCell* cell, const ORVRecordPlayer* player);
-
-    static ORVPlaybackControlsState playbackControlsState(const ORVRecordPlayer* player);
+    void configurePlaybackControlsInCell(
+        ORVRecordTableViewCell* cell, const ORVRecordPlayer* player, Animated animated);
+    // configurePlaybackControlsInCell:withPositionFraction:state:animated: — of the record's length.
+    void configurePlaybackControlsInCell(ORVRecordTableViewCell* cell, double positionFraction,
+        ORVPlaybackControlsState state, Animated animated);
 
 protected:
     void init() override;

@@ -35,7 +35,7 @@ void ORVRecordsListViewController::viewDidLoad()
     m_cellConfigurator = make<ORVRecordTableViewCellConfigurator>();
     m_tableView->registerCell(
         ORVRecordTableViewCell::identifier, [] { return make<ORVRecordTableViewCell>(); });
-    m_tableView->setRowHeight(ORVRecordTableViewCell::preferredHeight);
+    m_tableView->setRowHeight(ORVRecordTableViewCell::preferredHeight(false));
     m_tableView->setBackgroundColor(UIColor::systemBackgroundColor());
     m_tableView->setDataSource(weakSelf(this));
     m_tableView->setDelegate(weakSelf(this));
@@ -142,26 +142,89 @@ std::shared_ptr<UITableViewCell> ORVRecordsListViewController::tableViewCellForR
     const auto cell = std::dynamic_pointer_cast<ORVRecordTableViewCell>(
         tableView.dequeueReusableCell(ORVRecordTableViewCell::identifier, indexPath));
     const auto& record = m_fetchedRecords[static_cast<std::size_t>(indexPath.row)];
+    if (cell)
+        cell->setDelegate(weakSelf(this));
     m_cellConfigurator->configureCell(cell.get(), *record);
     m_cellConfigurator->configurePlaybackControlsInCell(
-        cell.get(), isCurrent(*record) ? m_currentPlayer.get() : nullptr);
+        cell.get(), isCurrent(*record) ? m_currentPlayer.get() : nullptr, Animated::No);
     return cell;
 }
 
+void ORVRecordsListViewController::tableViewWillDisplayCell(UITableView&, UITableViewCell& cell, NSIndexPath)
+{
+    m_cellConfigurator->configureCellSelectedState(
+        dynamic_cast<ORVRecordTableViewCell*>(&cell), Animated::No);
+}
+
+std::shared_ptr<ORVRecord> ORVRecordsListViewController::recordForCell(
+    const ORVRecordTableViewCell& cell) const
+{
+    const auto indexPath = m_tableView ? m_tableView->indexPathForCell(cell) : std::nullopt;
+    if (!indexPath || static_cast<std::size_t>(indexPath->row) >= m_fetchedRecords.size())
+        return nullptr;
+    return m_fetchedRecords[static_cast<std::size_t>(indexPath->row)];
+}
+
+// --- Selection ---------------------------------------------------------------------------------------
+
+std::optional<double> ORVRecordsListViewController::tableViewHeightForRowAtIndexPath(
+    UITableView& tableView, NSIndexPath indexPath)
+{
+    return ORVRecordTableViewCell::preferredHeight(tableView.indexPathForSelectedRow() == indexPath);
+}
+
+// An update in which no row comes or goes: the table asks for every height anew and moves the rows.
+void ORVRecordsListViewController::animateRowHeights()
+{
+    m_tableView->beginUpdates();
+    m_tableView->endUpdates();
+}
+
+void ORVRecordsListViewController::updateSelectedStateInCellForRow(NSIndexPath indexPath, Animated animated)
+{
+    const auto cell = std::dynamic_pointer_cast<ORVRecordTableViewCell>(m_tableView->cellForRow(indexPath));
+    m_cellConfigurator->configureCellSelectedState(cell.get(), animated);
+}
+
+// A tap on the selected row closes it.
 std::optional<NSIndexPath> ORVRecordsListViewController::tableViewWillSelectRowAtIndexPath(
     UITableView& tableView, NSIndexPath indexPath)
 {
     if (tableView.indexPathForSelectedRow() != indexPath)
         return indexPath;
-    togglePlayback(m_fetchedRecords[static_cast<std::size_t>(indexPath.row)]);
+    tableView.deselectRow(indexPath, Animated::Yes);
+    animateRowHeights();
+    updateSelectedStateInCellForRow(indexPath, Animated::Yes);
     return {};
 }
 
 void ORVRecordsListViewController::tableViewDidSelectRowAtIndexPath(
     UITableView& tableView, NSIndexPath indexPath)
 {
+    animateRowHeights();
+    updateSelectedStateInCellForRow(indexPath, Animated::Yes);
     tableView.scrollToRow(indexPath, UITableViewScrollPosition::None, Animated::Yes);
-    togglePlayback(m_fetchedRecords[static_cast<std::size_t>(indexPath.row)]);
+}
+
+void ORVRecordsListViewController::tableViewDidDeselectRowAtIndexPath(UITableView&, NSIndexPath indexPath)
+{
+    animateRowHeights();
+    updateSelectedStateInCellForRow(indexPath, Animated::Yes);
+}
+
+// The table tells nobody of this selection. The row that loses its own shrinks; its cell follows when it is
+// displayed again.
+void ORVRecordsListViewController::selectRecord(const ORVRecord& record, Animated animated)
+{
+    const auto indexPath = indexPathForRecord(record);
+    if (!indexPath || !m_tableView)
+        return;
+    if (m_tableView->indexPathForSelectedRow() != indexPath) {
+        m_tableView->selectRow(*indexPath, animated, UITableViewScrollPosition::None);
+        animateRowHeights();
+        updateSelectedStateInCellForRow(*indexPath, Animated::Yes);
+    }
+    m_tableView->scrollToRow(*indexPath, UITableViewScrollPosition::None, animated);
 }
 
 // --- Playback ----------------------------------------------------------------------------------------
@@ -171,14 +234,35 @@ bool ORVRecordsListViewController::isCurrent(const ORVRecord& record) const
     return m_currentPlayer && m_currentPlayer->record()->isEqual(&record);
 }
 
-void ORVRecordsListViewController::togglePlayback(const std::shared_ptr<ORVRecord>& record)
+void ORVRecordsListViewController::recordTableViewCellRequestsPlayback(ORVRecordTableViewCell& cell)
 {
-    if (!isCurrent(*record)) {
-        playRecord(record);
+    const auto record = recordForCell(cell);
+    if (!record)
         return;
-    }
-    m_currentPlayer->setPaused(!m_currentPlayer->isPaused());
-    configureCellOfPlayer(*m_currentPlayer);
+    selectRecord(*record, Animated::Yes);
+    if (isCurrent(*record))
+        m_currentPlayer->setPaused(false); // the next tick shows it
+    else
+        playRecord(record);
+}
+
+void ORVRecordsListViewController::recordTableViewCellRequestsPauseInterim(
+    ORVRecordTableViewCell& cell, bool interim)
+{
+    const auto record = recordForCell(cell);
+    if (!record || !isCurrent(*record))
+        return;
+    m_currentPlayer->setPaused(true);
+    if (!interim)
+        m_cellConfigurator->configurePlaybackControlsInCell(&cell, m_currentPlayer.get(), Animated::Yes);
+}
+
+void ORVRecordsListViewController::recordTableViewCellRequestsSeekPlaybackToPositionFraction(
+    ORVRecordTableViewCell& cell, double fraction)
+{
+    const auto record = recordForCell(cell);
+    if (record && isCurrent(*record))
+        m_currentPlayer->setTimePosition(m_currentPlayer->recordDuration() * fraction);
 }
 
 void ORVRecordsListViewController::playRecord(const std::shared_ptr<ORVRecord>& record)
@@ -195,14 +279,15 @@ void ORVRecordsListViewController::stopCurrentRecordPlayer()
     if (!m_currentPlayer)
         return;
     m_cellConfigurator->configurePlaybackControlsInCell(
-        cellForRecord(*m_currentPlayer->record()).get(), nullptr);
+        cellForRecord(*m_currentPlayer->record()).get(), nullptr, Animated::Yes);
     m_currentPlayer->setPaused(true);
     m_currentPlayer.reset();
 }
 
 void ORVRecordsListViewController::configureCellOfPlayer(const ORVRecordPlayer& player)
 {
-    m_cellConfigurator->configurePlaybackControlsInCell(cellForRecord(*player.record()).get(), &player);
+    m_cellConfigurator->configurePlaybackControlsInCell(
+        cellForRecord(*player.record()).get(), &player, Animated::Yes);
 }
 
 // What a player says counts only while it is the current one.

@@ -1,10 +1,11 @@
 // The list of the records nearest to the user, of which one at a time is played.
 //
-// A tap on a row plays its record, a tap on the row that plays pauses it, and a tap on another row takes
-// over. The controller owns the one player and brings the cells up to date through the configurator.
+// A tap on a row selects it, which shows its slider; its button plays, and playing another record takes over.
+// The controller owns the one player and brings the cells up to date through the configurator.
 #pragma once
 
 #include "list/ORVRecordTableViewCellConfigurator.h"
+#include "list/ORVRecordTableViewCellDelegate.h"
 #include "model/ORVRecordsStorage.h"
 #include "platform/controllers/UIViewController.h"
 #include "platform/tables/UITableView.h"
@@ -15,6 +16,7 @@ class ORVRecordTableViewCell;
 class ORVRecordsListViewController final : public UIViewController,
                                            public UITableViewDataSource,
                                            public UITableViewDelegate,
+                                           public ORVRecordTableViewCellDelegate,
                                            public ORVRecordPlayerDelegate {
 public:
     static constexpr std::size_t maximumRecords = 30;
@@ -38,6 +40,11 @@ public:
     // Null for a row off the screen.
     std::shared_ptr<ORVRecordTableViewCell> cellForRecord(const ORVRecord& record) const;
 
+    // Null for a cell that is in no row.
+    std::shared_ptr<ORVRecord> recordForCell(const ORVRecordTableViewCell& cell) const;
+    // selectRecord:animated: — and scrolls it into view. Nothing for a record that is not in the list.
+    void selectRecord(const ORVRecord& record, Animated animated);
+
     const std::shared_ptr<ORVRecordPlayer>& currentPlayer() const { return m_currentPlayer; }
     void playRecord(const std::shared_ptr<ORVRecord>& record);
     void stopCurrentRecordPlayer();
@@ -49,8 +56,16 @@ public:
 
     int tableViewNumberOfRowsInSection(UITableView&, int section) override;
     std::shared_ptr<UITableViewCell> tableViewCellForRowAtIndexPath(UITableView&, NSIndexPath) override;
+    std::optional<double> tableViewHeightForRowAtIndexPath(UITableView&, NSIndexPath) override;
     std::optional<NSIndexPath> tableViewWillSelectRowAtIndexPath(UITableView&, NSIndexPath) override;
     void tableViewDidSelectRowAtIndexPath(UITableView&, NSIndexPath) override;
+    void tableViewDidDeselectRowAtIndexPath(UITableView&, NSIndexPath) override;
+    void tableViewWillDisplayCell(UITableView&, UITableViewCell&, NSIndexPath) override;
+
+    void recordTableViewCellRequestsPlayback(ORVRecordTableViewCell&) override;
+    void recordTableViewCellRequestsPauseInterim(ORVRecordTableViewCell&, bool interim) override;
+    void recordTableViewCellRequestsSeekPlaybackToPositionFraction(
+        ORVRecordTableViewCell&, double fraction) override;
 
     void recordPlayerDidBecomeReadyForPlayback(ORVRecordPlayer&) override;
     void recordPlayerDidUpdatePlayingPosition(ORVRecordPlayer&, double) override;
@@ -64,8 +79,9 @@ private:
         const CLLocationCoordinate2D& coordinate, bool asynchronously, Animated animated);
     void showRecords(const ORVRecordsStorage::Records& records, Animated animated);
     bool isCurrent(const ORVRecord& record) const;
-    void togglePlayback(const std::shared_ptr<ORVRecord>& record);
     void configureCellOfPlayer(const ORVRecordPlayer& player);
+    void animateRowHeights();
+    void updateSelectedStateInCellForRow(NSIndexPath indexPath, Animated animated);
 
     std::shared_ptr<UITableView> m_tableView;
     std::shared_ptr<ORVRecordsStorage> m_recordsStorage;
