@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace {
 
 QPainterPath corner() // 30 to the right, 10 down
@@ -34,6 +36,20 @@ TEST(TrimmedPathTest, GivesNothingWhereTheEndIsNotAfterTheStart)
     EXPECT_TRUE(trimmedPath(corner(), 2, 3).isEmpty());
     EXPECT_TRUE(trimmedPath(corner(), 0, std::nan("")).isEmpty());
     EXPECT_TRUE(trimmedPath({}, 0.1, 0.9).isEmpty());
+}
+
+TEST(TrimmedPathTest, TakesFractionsBeyondTheEndsForTheEnds)
+{
+    const double infinity = std::numeric_limits<double>::infinity();
+    for (const double far : { 1.5, 1e300, infinity }) {
+        EXPECT_EQ(trimmedPath(corner(), -far, far), corner());
+        EXPECT_EQ(trimmedPath(corner(), 0.5, far), trimmedPath(corner(), 0.5, 1));
+        EXPECT_EQ(trimmedPath(corner(), -far, 0.5), trimmedPath(corner(), 0, 0.5));
+        EXPECT_TRUE(trimmedPath(corner(), far, infinity).isEmpty());
+        EXPECT_TRUE(trimmedPath(corner(), -infinity, -far).isEmpty());
+    }
+    EXPECT_TRUE(trimmedPath(corner(), std::nan(""), 1).isEmpty());
+    EXPECT_TRUE(trimmedPath(corner(), std::nan(""), std::nan("")).isEmpty());
 }
 
 TEST(TrimmedPathTest, DoesNotJoinSubpaths)
