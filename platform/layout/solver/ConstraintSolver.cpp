@@ -27,7 +27,6 @@ void ConstraintSolver::reserve(std::size_t variables, std::size_t constraints)
     m_vertex.reserve(variables, constraints);
     m_constraints.reserveTerms(4 * constraints);
     makeRoom(Index(variables + constraints));
-    m_changed.reserve(variables);
 }
 
 // For what is known of a symbol, doubling what there is.
@@ -40,6 +39,7 @@ void ConstraintSolver::makeRoom(Index index)
     m_knownValues = m_values;
     m_constraints.makeRoom(size);
     m_isChanged.resize(size);
+    m_changed.resize(size);
 }
 
 ConstraintSolver::Variable ConstraintSolver::addVariable()
@@ -63,20 +63,15 @@ void ConstraintSolver::removeVariable(Variable variable)
         return;
     m_vertex.removeVariable(index, m_constraints);
     m_values[index] = unknown;
-    if (m_isChanged[index])
-        std::erase(m_changed, variable);
-    m_isChanged[index] = false;
+    const auto end = m_changed.begin() + std::ptrdiff_t(m_changedCount);
+    m_changedCount = std::size_t(std::remove(m_changed.begin(), end, variable) - m_changed.begin());
     --m_variableCount;
 }
 
-bool ConstraintSolver::isAcceptable(const Term& term) const
+void ConstraintSolver::reportUnacceptable(const Term& term) const
 {
-    const bool isKnown = isVariable(term.variable);
-    if (isKnown && isModest(term.coefficient)) [[likely]]
-        return true;
-    NSParameterAssert(isKnown, "ConstraintSolver", "isVariable(term.variable)");
+    NSParameterAssert(isVariable(term.variable), "ConstraintSolver", "isVariable(term.variable)");
     NSParameterAssert(isModest(term.coefficient), "ConstraintSolver", "fabs(term.coefficient) <= 1e9");
-    return false;
 }
 
 // Adds up what a variable has several times, and drops those that are left without a coefficient.
@@ -99,18 +94,23 @@ void ConstraintSolver::joinTerms()
 bool ConstraintSolver::collectTerms(std::span<const Term> terms, int sign)
 {
     constexpr std::size_t few = 8; // so few are compared in pairs
-    m_terms.clear();
+    m_terms.resize(terms.size());
+    SolverVertex::Term* const begin = m_terms.data();
+    SolverVertex::Term* end = begin;
     bool areAcceptable = true;
     bool isPlain = terms.size() <= few;
     for (const Term& term : terms) {
-        areAcceptable = isAcceptable(term) && areAcceptable;
+        if (!isVariable(term.variable) || !isModest(term.coefficient)) [[unlikely]] {
+            reportUnacceptable(term);
+            areAcceptable = false;
+        }
         const auto symbol = static_cast<Index>(term.variable);
-        for (std::size_t other = 0; other < m_terms.size() && isPlain; ++other)
-            isPlain = m_terms[other].symbol != symbol;
+        for (const SolverVertex::Term* other = begin; other != end && isPlain; ++other)
+            isPlain = other->symbol != symbol;
         isPlain = isPlain && std::abs(term.coefficient) >= SolverTableau::tiny;
-        m_terms.push_back({ symbol, sign * term.coefficient });
+        *end++ = { symbol, sign * term.coefficient };
     }
-    if (!isPlain)
+    if (!isPlain && areAcceptable)
         joinTerms();
     return areAcceptable;
 }
@@ -189,6 +189,10 @@ void ConstraintSolver::removeConstraint(Constraint constraint)
 
 bool ConstraintSolver::isFeasible()
 {
+    if (m_vertex.requiredSuspects().empty()) {
+        m_isConflicting = false;
+        return true;
+    }
     const Index obstacle = m_dual.fulfilRequired(m_vertex);
     m_isConflicting = obstacle != SolverVertex::none;
     if (m_isConflicting)
@@ -237,24 +241,23 @@ bool ConstraintSolver::solve()
 
 void ConstraintSolver::publish()
 {
+    // The list is empty as a rule, and then needs no look at who is in it already.
+    for (std::size_t place = 0; place < m_changedCount; ++place)
+        m_isChanged[static_cast<std::size_t>(m_changed[place])] = true;
+    const std::size_t known = m_changedCount;
     const double tolerance = m_vertex.tolerance();
     double* const values = m_values.data();
-    char* const isChanged = m_isChanged.data();
-    m_vertex.takeTouched([=, this](Index index, double value) {
+    Variable* end = m_changed.data() + m_changedCount;
+    m_vertex.takeTouched([&, tolerance, values, known](Index index, double value) {
         if (std::abs(value - values[index]) < tolerance)
             return;
         values[index] = std::abs(value) < tolerance ? 0 : value;
-        if (!isChanged[index])
-            m_changed.push_back(Variable { index });
-        isChanged[index] = true;
+        if (known == 0 || !m_isChanged[index])
+            *end++ = Variable { index };
     });
-}
-
-void ConstraintSolver::clearChanges()
-{
-    for (const Variable variable : m_changed)
-        m_isChanged[static_cast<std::size_t>(variable)] = false;
-    m_changed.clear();
+    m_changedCount = std::size_t(end - m_changed.data());
+    for (std::size_t place = 0; place < known; ++place)
+        m_isChanged[static_cast<std::size_t>(m_changed[place])] = false;
 }
 
 double ConstraintSolver::valueOfUnknown() const

@@ -60,8 +60,8 @@ public:
     double value(Variable) const;
 
     // Whose values have changed since clearChanges(), each once.
-    std::span<const Variable> changedVariables() const { return m_changed; }
-    void clearChanges();
+    std::span<const Variable> changedVariables() const { return { m_changed.data(), m_changedCount }; }
+    void clearChanges() { m_changedCount = 0; }
 
     std::size_t variableCount() const { return m_variableCount; }
     std::size_t constraintCount() const { return m_constraintCount; }
@@ -73,7 +73,7 @@ private:
     void makeRoom(Index);
     bool isVariable(Variable) const;
     bool isConstraint(Constraint) const;
-    bool isAcceptable(const Term&) const;
+    void reportUnacceptable(const Term&) const;
     bool collectTerms(std::span<const Term>, int sign);
     void joinTerms();
     bool isFeasible();
@@ -90,8 +90,9 @@ private:
     PrimalSimplex m_primal;
     std::vector<double> m_values; // by symbol; not a number where that is no variable
     std::span<const double> m_knownValues; // the same, found faster
-    std::vector<char> m_isChanged; // by symbol
-    std::vector<Variable> m_changed;
+    std::vector<char> m_isChanged; // by symbol, while values are published
+    std::vector<Variable> m_changed; // room for all, so many of which are in use:
+    std::size_t m_changedCount = 0;
     std::vector<Constraint> m_conflict;
     std::vector<SolverVertex::Term> m_terms; // of the constraint that is being added
     std::size_t m_variableCount = 0;

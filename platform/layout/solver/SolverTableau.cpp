@@ -121,21 +121,6 @@ bool SolverTableau::isColumnEmpty(Index column) const
     return std::all_of(mask, mask + m_rowWords, [](Word word) { return word == 0; });
 }
 
-void SolverTableau::addMultiple(Index row, Index source, double factor)
-{
-    const Word* const sourceMask = rowMask(source);
-    Word* const mask = rowMask(row);
-    for (Index word = 0; word < m_columnWords; ++word) {
-        mask[word] |= sourceMask[word];
-        double* const target = cells(row) + word * wordBits;
-        const double* const values = cells(source) + word * wordBits;
-        for (Word bits = sourceMask[word]; bits != 0; bits &= bits - 1) {
-            const int column = std::countr_zero(bits);
-            target[column] += factor * values[column];
-        }
-    }
-}
-
 void SolverTableau::closeRow(Index row)
 {
     double* const values = cells(row);
@@ -172,17 +157,40 @@ SolverTableau::Entry* SolverTableau::collectPivotRow(Index row, Index column)
 
 void SolverTableau::pivot(Index row, Index column)
 {
+    Entry* const end = collectPivotRow(row, column);
+    setBit(columnMask(column), row); // it was not there if the row was open
+    substitute(row, column, cell(row, column), end);
+}
+
+void SolverTableau::pivotAway(Index row, Index column)
+{
+    double* const values = cells(row);
+    const double inverse = 1 / values[column];
+    values[column] = 0;
+    clearBit(rowMask(row), column);
+    Entry* end = m_entries.data();
+    forEachBit(rowMask(row), m_columnWords, [values, inverse, &end](Index other) {
+        const double value = values[other];
+        values[other] = 0;
+        if (std::abs(value) >= tiny)
+            *end++ = { -inverse * value, other };
+    });
+    substitute(row, column, inverse, end);
+    std::fill_n(rowMask(row), m_columnWords, 0);
+    m_freeRows.push_back(row);
+}
+
+// Puts what the pivot row consists of into all other rows that have the column.
+void SolverTableau::substitute(Index row, Index column, double inverse, const Entry* end)
+{
     const Entry* const begin = m_entries.data();
-    const Entry* const end = collectPivotRow(row, column);
-    Word* const rows = columnMask(column);
-    setBit(rows, row); // it was not there if the row was open
+    const Word* const rows = columnMask(column);
     for (const Entry* entry = begin; entry != end; ++entry) {
         Word* const mask = columnMask(entry->column);
         for (Index word = 0; word < m_rowWords; ++word)
             mask[word] |= rows[word];
     }
     const Word* const pivotMask = rowMask(row);
-    const double inverse = cell(row, column);
     forEachBit(rows, m_rowWords, [&](Index other) {
         if (other == row)
             return;

@@ -36,6 +36,8 @@ public:
     double cell(Index row, Index column) const { return m_cells[std::size_t(row) * m_stride + column]; }
     // The symbol of the row and that of the column change roles in all rows.
     void pivot(Index row, Index column);
+    // The same for an open row when the column's symbol is of no more use: the row goes.
+    void pivotAway(Index row, Index column);
 
     Index columnWords() const { return m_columnWords; } // how many words a set of columns has
     bool isColumnEmpty(Index) const;
@@ -66,6 +68,7 @@ private:
     void setStride(Index);
     void setRowCapacity(Index);
     Entry* collectPivotRow(Index row, Index column);
+    void substitute(Index row, Index column, double inverse, const Entry* end);
 
     std::unique_ptr<double[]> m_cells; // of the rows that have been in use
     std::vector<Word> m_rowMasks; // of columns, by row
@@ -104,4 +107,19 @@ inline void SolverTableau::forEachInRow(Index row, const std::vector<Word>& colu
             const Index column = word * wordBits + Index(std::countr_zero(bits));
             visit(column, cell(row, column));
         }
+}
+
+inline void SolverTableau::addMultiple(Index row, Index source, double factor)
+{
+    const Word* const sourceMask = rowMask(source);
+    Word* const mask = rowMask(row);
+    for (Index word = 0; word < m_columnWords; ++word) {
+        mask[word] |= sourceMask[word];
+        double* const target = cells(row) + word * wordBits;
+        const double* const values = cells(source) + word * wordBits;
+        for (Word bits = sourceMask[word]; bits != 0; bits &= bits - 1) {
+            const int column = std::countr_zero(bits);
+            target[column] += factor * values[column];
+        }
+    }
 }

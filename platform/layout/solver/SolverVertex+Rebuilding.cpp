@@ -11,8 +11,8 @@ void SolverVertex::save()
 void SolverVertex::restore(const SolverConstraints& constraints)
 {
     m_symbols = m_saved;
-    for (const Index index : m_touched)
-        m_symbols[index].isTouched = true;
+    for (std::size_t place = 0; place < m_touchedCount; ++place)
+        m_symbols[m_touched[place]].isTouched = true;
     m_isOptimal = m_wasOptimal;
     rebuild(constraints);
 }
@@ -77,6 +77,6 @@ void SolverVertex::findSuspects()
     for (Index index = 1; index < symbolCount(); ++index) {
         m_symbols[index].isSuspect = false;
         if (m_symbols[index].isConstraint() && m_symbols[index].isBasic)
-            check(index);
+            check(m_symbols[index], index);
     }
 }

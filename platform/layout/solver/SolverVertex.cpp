@@ -46,7 +46,9 @@ void SolverVertex::releaseSymbol(Index index)
         std::erase(m_weakSuspects, index);
     }
     if (isTouched)
-        std::erase(m_touched, index);
+        m_touchedCount = std::size_t(
+            std::remove(m_touched.begin(), m_touched.begin() + std::ptrdiff_t(m_touchedCount), index)
+            - m_touched.begin());
     m_unused.push_back(index);
 }
 
@@ -54,8 +56,9 @@ void SolverVertex::setColumn(Index column, Index index)
 {
     const SolverSymbol& symbol = m_symbols[index];
     const bool isFree = !symbol.isConstraint();
+    const bool isMovable = isFree || !symbol.isRequired() || symbol.kind == Kind::Inequality;
     setBit(m_free, column, isFree);
-    setBit(m_movable, column, isFree || !symbol.isRequired() || symbol.kind == Kind::Inequality);
+    setBit(m_movable, column, isMovable);
     m_columnSymbols[column] = index;
 }
 
@@ -65,6 +68,8 @@ SolverVertex::Index SolverVertex::addVariable()
     const Index column = m_tableau.addColumn();
     if (column >= m_columnSymbols.size())
         m_columnSymbols.resize(2 * std::size_t(column) + 8);
+    if (column >= m_touched.size())
+        m_touched.resize(2 * std::size_t(column) + 8);
     if (m_free.size() < m_tableau.columnWords()) {
         m_free.resize(m_tableau.columnWords());
         m_movable.resize(m_tableau.columnWords());
@@ -93,9 +98,10 @@ void SolverVertex::addRow(Index index, std::span<const Term> terms, double const
     if (row >= m_rowSymbols.size())
         m_rowSymbols.resize(2 * std::size_t(row) + 8);
     m_rowSymbols[row] = index;
+    const SolverSymbol* const symbols = m_symbols.data();
     double value = constant;
     for (const Term& term : terms) {
-        const SolverSymbol& symbol = m_symbols[term.symbol];
+        const SolverSymbol& symbol = symbols[term.symbol];
         value += term.coefficient * symbol.value;
         if (symbol.isBasic)
             m_tableau.addMultiple(row, symbol.place, term.coefficient);
@@ -166,32 +172,12 @@ void SolverVertex::shiftConstraint(Index index, double difference)
         return;
     }
     symbol.value += difference;
-    check(index);
+    check(m_symbols[index], index);
 }
 
 void SolverVertex::widenTolerance(double magnitude)
 {
     m_tolerance = std::max(m_tolerance, 1e-12 * std::abs(magnitude));
-}
-
-bool SolverVertex::mayMove(Index index, int direction) const
-{
-    const SolverSymbol& symbol = m_symbols[index];
-    return direction > 0 || !symbol.isRequired() || symbol.kind != Kind::Inequality;
-}
-
-void SolverVertex::computeCost(Index column, int direction, double* cost) const
-{
-    for (std::size_t level = 0; level < m_priorities.count(); ++level)
-        cost[level] = 0;
-    for (const Index index : m_sloping) {
-        const SolverSymbol& symbol = m_symbols[index];
-        cost[symbol.level] += symbol.slope * direction * m_tableau.cell(symbol.place, column);
-    }
-    const SolverSymbol& own = m_symbols[m_columnSymbols[column]];
-    const int slope = own.slopeOn(direction > 0 ? SolverSymbol::Positive : SolverSymbol::Negative);
-    if (slope != 0)
-        cost[own.level] += slope * direction;
 }
 
 bool SolverVertex::isCostFree(Index column)
@@ -212,7 +198,7 @@ SolverVertex::Index SolverVertex::freeColumn(Index row)
             return;
         if (m_symbols[m_columnSymbols[column]].kind == Kind::Abandoned)
             size *= 16;
-        if (m_tableau.isColumnEmpty(column))
+        else if (m_tableau.isColumnEmpty(column))
             size *= 4;
         if (size > bestSize) {
             bestSize = size;
@@ -222,11 +208,8 @@ SolverVertex::Index SolverVertex::freeColumn(Index row)
     return best;
 }
 
-void SolverVertex::check(Index index)
+void SolverVertex::suspect(SolverSymbol& symbol, Index index)
 {
-    SolverSymbol& symbol = m_symbols[index];
-    if (symbol.isSuspect || !symbol.isOutside(m_tolerance))
-        return;
     symbol.isSuspect = true;
     (symbol.isRequired() ? m_requiredSuspects : m_weakSuspects).push_back(index);
 }
@@ -237,12 +220,13 @@ void SolverVertex::moveColumn(Index column, double distance)
     SolverSymbol* const symbols = m_symbols.data();
     const Index* const rowSymbols = m_rowSymbols.data();
     m_tableau.forEachInColumn(column, [=, this](Index row, double value) {
-        SolverSymbol& symbol = symbols[rowSymbols[row]];
+        const Index index = rowSymbols[row];
+        SolverSymbol& symbol = symbols[index];
         symbol.value += value * distance;
         if (symbol.sides != SolverSymbol::Both)
-            check(rowSymbols[row]);
+            check(symbol, index);
         else if (!symbol.isTouched)
-            touch(symbol, rowSymbols[row]);
+            touch(symbol, index);
     });
     const Index index = m_columnSymbols[column];
     SolverSymbol& symbol = symbols[index];
@@ -256,7 +240,7 @@ void SolverVertex::reserve(std::size_t variables, std::size_t constraints)
     const std::size_t all = variables + constraints + 1;
     m_tableau.reserve(Index(variables), Index(constraints));
     m_symbols.reserve(all);
-    m_touched.reserve(variables);
+    m_touched.resize(std::max(variables, m_touched.size()));
     m_columnSymbols.resize(std::max(variables, m_columnSymbols.size()));
     m_rowSymbols.resize(std::max(constraints, m_rowSymbols.size()));
 }
@@ -282,17 +266,23 @@ void SolverVertex::setSides(Index index, Sides sides)
     setSlope(index, symbol.slopeOn(sides));
 }
 
+void SolverVertex::leaveBasis(Index index, Index column)
+{
+    SolverSymbol& symbol = m_symbols[index];
+    if (symbol.slope != 0)
+        setSlope(index, 0);
+    symbol.isBasic = false;
+    symbol.place = column;
+    symbol.value = 0;
+    setColumn(column, index);
+}
+
 void SolverVertex::pivot(Index row, Index column, int direction)
 {
     ++m_wear;
     m_tableau.pivot(row, column);
-    const Index leaving = m_rowSymbols[row];
     const Index entering = m_columnSymbols[column];
-    if (m_symbols[leaving].slope != 0)
-        setSlope(leaving, 0);
-    m_symbols[leaving].isBasic = false;
-    m_symbols[leaving].place = column;
-    setColumn(column, leaving);
+    leaveBasis(m_rowSymbols[row], column);
     m_rowSymbols[row] = entering;
     SolverSymbol& symbol = m_symbols[entering];
     symbol.isBasic = true;
@@ -309,7 +299,6 @@ void SolverVertex::settle(Index row, Index column, int direction)
 {
     const Index leaving = m_rowSymbols[row];
     moveColumn(column, -m_symbols[leaving].value / m_tableau.cell(row, column));
-    m_symbols[leaving].value = 0;
     pivot(row, column, direction);
 }
 
@@ -319,7 +308,7 @@ bool SolverVertex::settleOnFreeColumn(Index index)
     const Index column = freeColumn(row);
     if (column == noColumn) {
         m_tableau.closeRow(row);
-        check(index);
+        check(m_symbols[index], index);
         return false;
     }
     settle(row, column, 1);
@@ -333,7 +322,7 @@ void SolverVertex::settleNew(Index index)
     const bool isRequired = m_symbols[index].isRequired();
     if (column == noColumn) {
         m_tableau.closeRow(row);
-        check(index);
+        check(m_symbols[index], index);
         if (isRequired && !m_requiredSuspects.empty())
             save();
         return;
@@ -345,6 +334,12 @@ void SolverVertex::settleNew(Index index)
         save();
         moveColumn(column, distance);
     }
-    m_symbols[index].value = 0;
-    pivot(row, column, 1);
+    const Index entering = m_columnSymbols[column];
+    if (m_symbols[entering].kind != Kind::Abandoned) {
+        pivot(row, column, 1);
+        return;
+    }
+    m_tableau.pivotAway(row, column);
+    leaveBasis(index, column);
+    releaseSymbol(entering);
 }

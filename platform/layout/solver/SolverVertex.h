@@ -42,7 +42,11 @@ public:
     // Whether moving a symbol outside the basis cannot lessen what the weaker constraints cost.
     bool isOptimal() const { return m_isOptimal; }
     void setOptimal(bool isOptimal) { m_isOptimal = isOptimal; }
-    bool mayMove(Index symbol, int direction) const;
+    bool mayMove(Index index, int direction) const
+    {
+        const SolverSymbol& symbol = m_symbols[index];
+        return direction > 0 || !symbol.isRequired() || symbol.kind != Kind::Inequality;
+    }
     // What it costs, by level, to move the column's symbol by 1 that way.
     void computeCost(Index column, int direction, double* cost) const;
 
@@ -80,10 +84,20 @@ private:
     void resetSides(Index symbol);
     bool settleOnFreeColumn(Index symbol);
     void setColumn(Index column, Index symbol);
+    void leaveBasis(Index symbol, Index column);
     void setSlope(Index symbol, int slope);
     void acquireLevel(Index symbol, double priority);
-    void check(Index symbol);
-    void touch(SolverSymbol& symbol, Index index) { symbol.isTouched = true, m_touched.push_back(index); }
+    void check(SolverSymbol& symbol, Index index)
+    {
+        if (symbol.isOutside(m_tolerance) && !symbol.isSuspect)
+            suspect(symbol, index);
+    }
+    void suspect(SolverSymbol&, Index);
+    void touch(SolverSymbol& symbol, Index index)
+    {
+        symbol.isTouched = true;
+        m_touched[m_touchedCount++] = index;
+    }
     bool isCostFree(Index column);
     void resetTableau();
     std::size_t orderConstraints();
@@ -100,7 +114,8 @@ private:
     std::vector<Index> m_sloping; // the basic symbols whose cost has a slope
     std::vector<Index> m_requiredSuspects;
     std::vector<Index> m_weakSuspects;
-    std::vector<Index> m_touched;
+    std::vector<Index> m_touched; // room for all variables, so many of which are in use:
+    std::size_t m_touchedCount = 0;
     std::vector<double> m_cost;
     std::vector<SolverSymbol> m_saved;
     std::vector<Index> m_order; // of the constraints while rebuilding
@@ -112,10 +127,25 @@ private:
 
 template <typename Visitor> inline void SolverVertex::takeTouched(Visitor visit)
 {
-    for (const Index index : m_touched) {
-        SolverSymbol& symbol = m_symbols[index];
-        symbol.isTouched = false;
-        visit(index, symbol.value);
+    SolverSymbol* const symbols = m_symbols.data();
+    const Index* const end = m_touched.data() + m_touchedCount;
+    for (const Index* index = m_touched.data(); index != end; ++index) {
+        symbols[*index].isTouched = false;
+        visit(*index, symbols[*index].value);
     }
-    m_touched.clear();
+    m_touchedCount = 0;
+}
+
+inline void SolverVertex::computeCost(Index column, int direction, double* cost) const
+{
+    for (std::size_t level = 0; level < m_priorities.count(); ++level)
+        cost[level] = 0;
+    for (const Index index : m_sloping) {
+        const SolverSymbol& symbol = m_symbols[index];
+        cost[symbol.level] += symbol.slope * direction * m_tableau.cell(symbol.place, column);
+    }
+    const SolverSymbol& own = m_symbols[m_columnSymbols[column]];
+    const int slope = own.slopeOn(direction > 0 ? SolverSymbol::Positive : SolverSymbol::Negative);
+    if (slope != 0)
+        cost[own.level] += slope * direction;
 }
