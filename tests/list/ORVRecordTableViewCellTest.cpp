@@ -50,8 +50,9 @@ TEST_F(ORVRecordTableViewCellTest, PlacesItsPartsWithoutOverlap)
     EXPECT_EQ(cell->portraitView()->frame(), CGRect(16, 10, 44, 44));
     EXPECT_EQ(cell->authorNameLabel()->frame().left(), 72);
     EXPECT_LE(cell->authorNameLabel()->frame().right(), cell->timestampLabel()->frame().left() - 12);
-    EXPECT_EQ(cell->timestampLabel()->frame().right(), 390 - 16 - 24 - 12);
-    EXPECT_EQ(cell->playbackIcon()->frame(), CGRect(390 - 16 - 24, 20, 24, 24));
+    EXPECT_EQ(cell->timestampLabel()->frame().right(), 390 - 8 - 52 - 8);
+    EXPECT_EQ(cell->playbackButton()->frame(), CGRect(390 - 8 - 52, 6, 52, 52));
+    EXPECT_EQ(cell->playbackButton()->progressView()->frame(), CGRect(6, 6, 40, 40));
     EXPECT_EQ(cell->customSeparator()->frame(), CGRect(72, 63.5, 318, 0.5));
 }
 
@@ -88,29 +89,225 @@ TEST_F(ORVRecordTableViewCellTest, ShowsARecordWithoutAnythingAsAnEmptyRow)
 TEST_F(ORVRecordTableViewCellTest, MayBeMissing)
 {
     configurator->configureCell(nullptr, *record);
-    configurator->configurePlaybackControlsInCell(nullptr, nullptr);
+    configurator->configureCellSelectedState(nullptr, Animated::Yes);
+    configurator->configurePlaybackControlsInCell(nullptr, nullptr, Animated::Yes);
     EXPECT_TRUE(cell->authorNameLabel()->text().isEmpty());
 }
 
-TEST_F(ORVRecordTableViewCellTest, HasNoPlaybackWithoutAPlayer)
+// --- Playback controls -------------------------------------------------------------------------------
+
+struct Look {
+    bool playing;
+    bool spinning;
+    bool thumbHidden;
+    bool operator==(const Look&) const = default;
+};
+
+class PlaybackControlsTest : public ORVRecordTableViewCellTest {
+protected:
+    Look look() const
+    {
+        return { cell->playbackButton()->isPlaying(),
+            cell->playbackButton()->progressView()->isIndeterminate(),
+            cell->playbackSlider()->isThumbHidden() };
+    }
+    Look lookWith(const ORVRecordPlayer* player)
+    {
+        configurator->configurePlaybackControlsInCell(cell.get(), player, Animated::No);
+        return look();
+    }
+};
+
+TEST_F(PlaybackControlsTest, ShowWhatThePlayerDoes)
 {
-    using Configurator = ORVRecordTableViewCellConfigurator;
-    EXPECT_EQ(Configurator::playbackControlsState(nullptr), ORVPlaybackControlsState::None);
+    EXPECT_EQ(lookWith(nullptr), (Look { false, false, true }));
     const auto player = make<ORVRecordPlayer>(record); // without a sound: never ready
-    EXPECT_EQ(Configurator::playbackControlsState(player.get()), ORVPlaybackControlsState::Preparing);
+    EXPECT_EQ(lookWith(player.get()), (Look { false, true, true }));
     player->setReadyForPlayback(true);
-    EXPECT_EQ(Configurator::playbackControlsState(player.get()), ORVPlaybackControlsState::Playing);
+    EXPECT_EQ(lookWith(player.get()), (Look { true, false, false }));
     player->setPaused(true);
-    EXPECT_EQ(Configurator::playbackControlsState(player.get()), ORVPlaybackControlsState::Paused);
+    EXPECT_EQ(lookWith(player.get()), (Look { false, false, false }));
 }
 
-TEST_F(ORVRecordTableViewCellTest, ShowsNoTimeForADurationThatIsNotKnown)
+TEST_F(PlaybackControlsTest, StandAtTheStartForADurationThatIsNotKnown)
 {
     const auto player = make<ORVRecordPlayer>(record);
     player->setReadyForPlayback(true);
     ASSERT_TRUE(std::isnan(player->recordDuration()));
-    configurator->configurePlaybackControlsInCell(cell.get(), player.get());
-    EXPECT_EQ(cell->positionLabel()->text(), QStringLiteral("0:00"));
+    configurator->configurePlaybackControlsInCell(cell.get(), player.get(), Animated::No);
+    EXPECT_EQ(cell->playbackButton()->progressView()->progress(), 0);
+    EXPECT_EQ(cell->playbackSlider()->currentPosition(), 0);
+}
+
+TEST_F(PlaybackControlsTest, TakeAFractionAsItIs)
+{
+    configurator->configurePlaybackControlsInCell(
+        cell.get(), 1.5, ORVPlaybackControlsState::Playing, Animated::No);
+    EXPECT_EQ(cell->playbackButton()->progressView()->progress(), 1.5);
+    EXPECT_EQ(cell->playbackSlider()->currentPosition(), 1);
+}
+
+TEST_F(PlaybackControlsTest, SwitchTheIconOnlyWhenItChanges)
+{
+    runFrames();
+    const auto switches = [&] {
+        return cell->playbackButton()->imageView()->layer()->animationForKey(
+            QStringLiteral("imageViewSwitch"));
+    };
+    configurator->configurePlaybackControlsInCell(
+        cell.get(), 0, ORVPlaybackControlsState::Playing, Animated::Yes);
+    EXPECT_NE(switches(), nullptr);
+    scheduler.advance(1);
+    configurator->configurePlaybackControlsInCell(
+        cell.get(), 0.1, ORVPlaybackControlsState::Playing, Animated::Yes);
+    EXPECT_EQ(switches(), nullptr);
+}
+
+// --- The slider --------------------------------------------------------------------------------------
+
+class CellSliderTest : public ORVRecordTableViewCellTest {
+protected:
+    bool hasSlider() const { return cell->playbackSlider()->superview() != nullptr; }
+};
+
+TEST_F(CellSliderTest, IsNotInAFreshCell)
+{
+    EXPECT_FALSE(hasSlider());
+    EXPECT_EQ(
+        ORVRecordTableViewCell::preferredHeight(true) - ORVRecordTableViewCell::preferredHeight(false), 44);
+}
+
+TEST_F(CellSliderTest, HangsBelowTheInformation)
+{
+    cell->setFrame({ 0, 0, 390, 108 });
+    cell->setPlaybackSliderVisible(true, Animated::No);
+    EXPECT_EQ(cell->playbackSlider()->frame(), CGRect(0, 64, 390, 44)) << "at once";
+    EXPECT_EQ(cell->playbackSlider()->alpha(), 1);
+    cell->setPlaybackSliderVisible(true, Animated::No);
+    EXPECT_EQ(std::count(cell->contentView()->subviews().begin(), cell->contentView()->subviews().end(),
+                  cell->playbackSlider()),
+        1);
+}
+
+TEST_F(CellSliderTest, LeavesWhenItsFadeHasFinished)
+{
+    cell->setPlaybackSliderVisible(true, Animated::No);
+    runFrames();
+    cell->setPlaybackSliderVisible(false, Animated::Yes);
+    scheduler.advance(0.15);
+    EXPECT_TRUE(hasSlider());
+    EXPECT_NEAR(cell->playbackSlider()->layer()->presentationValues().opacity, 0.5, 0.05);
+    scheduler.advance(0.3);
+    EXPECT_FALSE(hasSlider());
+    EXPECT_TRUE(cell->contentView()->constraints().size() > 0) << "the others stay";
+}
+
+TEST_F(CellSliderTest, StaysWhenItIsShownAgainBeforeItHasGone)
+{
+    cell->setPlaybackSliderVisible(true, Animated::No);
+    runFrames();
+    cell->setPlaybackSliderVisible(false, Animated::Yes);
+    scheduler.advance(0.15);
+    cell->setPlaybackSliderVisible(true, Animated::Yes);
+    scheduler.advance(1);
+    EXPECT_TRUE(hasSlider());
+    EXPECT_EQ(cell->playbackSlider()->layer()->presentationValues().opacity, 1);
+}
+
+TEST_F(CellSliderTest, RendersItsWaveformAtEveryShowing)
+{
+    record->setSoundFileURL(storage->records().front()->soundFileURL());
+    configurator->configureCell(cell.get(), *record);
+    for (int showing = 1; showing <= 3; ++showing) {
+        cell->setPlaybackSliderVisible(true, Animated::No);
+        EXPECT_EQ(executor.global().size(), 1u);
+        executor.runAll();
+        EXPECT_NE(cell->playbackSlider()->minimumTrackView()->waveformImage(), nullptr);
+        cell->setPlaybackSliderVisible(false, Animated::No);
+    }
+}
+
+// --- Requests ----------------------------------------------------------------------------------------
+
+class CellRequests final : public NSObject, public ORVRecordTableViewCellDelegate {
+public:
+    void recordTableViewCellRequestsPlayback(ORVRecordTableViewCell&) override { lines.push_back("play"); }
+    void recordTableViewCellRequestsPauseInterim(ORVRecordTableViewCell&, bool interim) override
+    {
+        lines.push_back(interim ? "pause for now" : "pause");
+    }
+    void recordTableViewCellRequestsSeekPlaybackToPositionFraction(
+        ORVRecordTableViewCell&, double fraction) override
+    {
+        lines.push_back("seek " + std::to_string(fraction).substr(0, 4));
+    }
+    std::vector<std::string> lines;
+};
+
+class CellRequestsTest : public CellSliderTest {
+protected:
+    using Lines = std::vector<std::string>;
+
+    CellRequestsTest()
+    {
+        cell->setFrame({ 0, 0, 390, 108 });
+        cell->setPlaybackSliderVisible(true, Animated::No);
+        runFrames();
+        cell->setDelegate(requests);
+    }
+    void drag(ORVPlaybackSlider& slider, double to)
+    {
+        cell->playbackSliderDidBeginDraggingThumb(slider);
+        cell->playbackSliderDidDragThumbToPosition(slider, to);
+        EXPECT_EQ(cell->playbackButton()->progressView()->progress(), to);
+        cell->playbackSliderDidEndDraggingThumbWithNewPosition(slider, to);
+    }
+
+    std::shared_ptr<CellRequests> requests = make<CellRequests>();
+};
+
+TEST_F(CellRequestsTest, AskToPlayWhileIdleAndToPauseWhilePlaying)
+{
+    touch.tap(centerOf(*cell->playbackButton()));
+    EXPECT_FALSE(cell->playbackButton()->isPlaying()) << "the button waits to be told";
+    cell->playbackButton()->setPlaying(true, Animated::No);
+    touch.tap(centerOf(*cell->playbackButton()));
+    EXPECT_EQ(requests->lines, (Lines { "play", "pause" }));
+}
+
+TEST_F(CellRequestsTest, PauseForADragAndResumeAfterTheSeekWhenItBeganPlaying)
+{
+    cell->playbackButton()->setPlaying(true, Animated::No);
+    drag(*cell->playbackSlider(), 0.25);
+    EXPECT_EQ(requests->lines, (Lines { "pause for now", "seek 0.25", "play" }));
+}
+
+TEST_F(CellRequestsTest, OnlySeekAfterADragThatBeganPaused)
+{
+    drag(*cell->playbackSlider(), 0.25);
+    EXPECT_EQ(requests->lines, (Lines { "pause for now", "seek 0.25" }));
+}
+
+TEST_F(CellRequestsTest, SeekForATapOnTheBarAndMoveTheRing)
+{
+    touch.tap(cell->playbackSlider()->convertPointToView({ 195, 22 }, nullptr));
+    EXPECT_EQ(requests->lines, Lines { "seek 0.50" });
+    EXPECT_EQ(cell->playbackButton()->progressView()->progress(), 0.5);
+}
+
+TEST_F(CellRequestsTest, ReachNobodyWithoutADelegateOrWithOneThatDoesNotListen)
+{
+    class Deaf final : public NSObject, public ORVRecordTableViewCellDelegate { };
+    const auto deaf = make<Deaf>();
+    for (const std::shared_ptr<ORVRecordTableViewCellDelegate>& delegate :
+        { std::shared_ptr<ORVRecordTableViewCellDelegate>(),
+            std::shared_ptr<ORVRecordTableViewCellDelegate>(deaf) }) {
+        cell->setDelegate(delegate);
+        touch.tap(centerOf(*cell->playbackButton()));
+        drag(*cell->playbackSlider(), 0.75);
+        EXPECT_FALSE(cell->playbackButton()->isPlaying());
+    }
+    EXPECT_TRUE(requests->lines.empty());
 }
 
 } // namespace

@@ -45,12 +45,23 @@ protected:
         touch.tap(centerOfRow(row));
         executor.runAll();
     }
-    // What a row says of its playback.
-    NSString positionAt(int row) const { return cellAt(row)->positionLabel()->text(); }
-    bool showsPause(int row) const
+    static CGPoint centerOf(const UIView& view)
     {
-        return cellAt(row)->playbackIcon()->image() == UIImage::imageNamed(QStringLiteral("ov_icon_pause"));
+        return view.convertPointToView(view.bounds().center(), nullptr);
     }
+    void tapButton(int row)
+    {
+        touch.tap(centerOf(*cellAt(row)->playbackButton()));
+        executor.runAll();
+    }
+    // What a row says of its playback: the fraction that was played, and what a tap on the button would do.
+    double positionAt(int row) const { return cellAt(row)->playbackButton()->progressView()->progress(); }
+    bool isSpinning(int row) const
+    {
+        return cellAt(row)->playbackButton()->progressView()->isIndeterminate();
+    }
+    bool showsPause(int row) const { return cellAt(row)->playbackButton()->isPlaying(); }
+    bool showsSlider(int row) const { return cellAt(row)->playbackSlider()->superview() != nullptr; }
 
     const NSBundle::MainReplacement mainBundle { make<NSBundle>(
         QStringLiteral(ORUVANE_SOURCE_DIR "/resources"), std::vector<NSString> { QStringLiteral("en") }) };
