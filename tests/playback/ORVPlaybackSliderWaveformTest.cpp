@@ -373,16 +373,20 @@ TEST_F(ORVPlaybackSliderWaveformTest, ASliderThatIsReleasedMeanwhileIsNotKeptAnd
     }
 }
 
-TEST_F(ORVPlaybackSliderWaveformTest, WhatTheCompletionOwnsGoesWithTheResultOnTheMainQueue)
+TEST_F(ORVPlaybackSliderWaveformTest, WhatOthersOwnGoesWithTheResultOnTheMainQueue)
 {
-    slider->setAsset(makeAsset());
     auto owned = std::make_shared<int>(1);
     const std::weak_ptr<int> weak = owned;
+    slider->setAsset(makeAsset());
+    const std::weak_ptr<AVAsset> weakAsset = slider->asset();
     slider->renderWafeformIfNecessaryWithCompletion([owned = std::exchange(owned, nullptr)] {});
+    slider->setAsset(nullptr);
     executor.global().runAll();
     EXPECT_FALSE(weak.expired());
+    EXPECT_FALSE(weakAsset.expired());
     executor.main().runAll();
     EXPECT_TRUE(weak.expired());
+    EXPECT_TRUE(weakAsset.expired());
 }
 
 TEST_F(ORVPlaybackSliderWaveformTest, SliderAndDelegateMayGoFromInsideTheMessages)
