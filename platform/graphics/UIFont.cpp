@@ -3,6 +3,8 @@
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QFontMetricsF>
+#include <QRawFont>
+#include <QtEndian>
 
 #include <array>
 
@@ -24,6 +26,27 @@ const std::array<NamedFace, 2>& namedFaces()
             { QStringLiteral("Roboto Condensed"), UIFontWeight::Bold, 78 } },
     } };
     return faces;
+}
+
+// How far the lines of a face reach from the baseline and from each other, in parts of its size.
+struct LineReach {
+    double ascender;
+    double descender;
+    double leading;
+};
+
+// As the face's own table of lines says.
+std::optional<LineReach> lineReachOf(const QFont& font)
+{
+    const QRawFont face = QRawFont::fromFont(font);
+    const QByteArray table = face.fontTable("hhea");
+    if (!(face.unitsPerEm() > 0) || table.size() < 10)
+        return std::nullopt;
+    const auto partAt = [&](qsizetype offset) {
+        return qFromBigEndian<qint16>(table.constData() + offset) / face.unitsPerEm();
+    };
+    const LineReach reach { partAt(4), partAt(6), std::max(0.0, partAt(8)) };
+    return reach.ascender > 0 ? std::optional(reach) : std::nullopt;
 }
 
 bool isUsableSize(CGFloat size) { return size > 0 && size <= UIFont::largestSize; }
@@ -101,6 +124,14 @@ const UIFont::Metrics& UIFont::metrics() const
         const CGFloat scale = qFontScale();
         m_metrics = { metrics.ascent() * scale, -metrics.descent() * scale, metrics.capHeight() * scale,
             metrics.xHeight() * scale, std::max(0.0, metrics.leading()) * scale };
+        // Some faces tell Qt's table a lower ascender and make up for it between the lines; there the rings
+        // and accents of capitals would be cut off above a first line.
+        const auto reach = metrics.leading() > 0 ? lineReachOf(qFont()) : std::nullopt;
+        if (!reach)
+            return;
+        m_metrics.ascender = reach->ascender * m_pointSize;
+        m_metrics.descender = reach->descender * m_pointSize;
+        m_metrics.leading = reach->leading * m_pointSize;
     });
     return m_metrics;
 }

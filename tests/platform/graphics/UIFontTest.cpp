@@ -3,6 +3,8 @@
 #include "platform/graphics/TextAttributes.h"
 #include "platform/graphics/TextLayout.h"
 
+#include <QFontMetricsF>
+
 #include <gtest/gtest.h>
 
 #include <limits>
@@ -64,6 +66,17 @@ TEST(UIFontTest, MeasuresFromTheBaseline)
     EXPECT_LT(font->descender(), 0);
     EXPECT_GE(font->lineHeight(), font->ascender() - font->descender());
     EXPECT_LT(font->lineHeight(), 1.5 * font->pointSize());
+}
+
+TEST(UIFontTest, HasRoomForTheMarksAboveCapitals)
+{
+    for (const char* name : { "AvenirNext-Regular", "AvenirNextCondensed-Bold" }) {
+        const auto font = UIFont::fontWithName(QLatin1String(name), 40);
+        const QFontMetricsF metrics(font->qFont());
+        for (const QChar letter : QStringLiteral("ÅÉÑŠ"))
+            EXPECT_GE(font->ascender(), -metrics.boundingRect(letter).top() - 0.5) << name;
+        EXPECT_GE(-font->descender(), metrics.boundingRect(QLatin1Char('g')).bottom() - 0.5) << name;
+    }
 }
 
 TEST(UIFontTest, ScalesEvenlyWithItsSize)
