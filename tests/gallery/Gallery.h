@@ -1,0 +1,72 @@
+// Controls in all their states, drawn through a real window at a phone's width and compared with pictures.
+//
+// A scene is a test of this fixture: it fills the window and ends with expectPicture(). Each is drawn in four
+// looks: at two and at three pixels a point, in light and in dark. There are two pictures of it in
+// tests/gallery/pictures, SCENE-light.png at two pixels a point and SCENE-dark.png at three; a look at the
+// other scale is held against the one of its style, for it must differ in nothing but its sharpness.
+// PictureCells.h says what counts as the same. To renew the pictures, run
+//
+//     ORUVANE_RENEW_PICTURES=1 build/dev/tests/gallery/tests_gallery
+//
+// look at every one that has changed, and commit them. Renewing is no passing: those tests count as skipped.
+#pragma once
+
+#include "platform/foundation/NSBundle.h"
+#include "platform/graphics/UIColor.h"
+#include "platform/layout/NSLayoutConstraint.h"
+#include "platform/views/UIAppearance.h"
+#include "tests/support/AssertionRecorder.h"
+#include "tests/support/SceneFixture.h"
+
+class UIImage;
+
+struct GalleryLook {
+    double scale;
+    UIUserInterfaceStyle style;
+
+    bool isDark() const { return style == UIUserInterfaceStyle::Dark; }
+    std::string name() const; // "2x_light"
+};
+
+void PrintTo(const GalleryLook& look, std::ostream* out);
+
+class Gallery : public SceneFixture, public ::testing::WithParamInterface<GalleryLook> {
+protected:
+    Gallery();
+    ~Gallery() override;
+
+    // Paints the window down to that height and compares it with the scene's picture.
+    void expectPicture(const char* scene, double height);
+
+    // A small grey text with its top left corner at the point.
+    void addCaption(const char* text, double x, double y);
+    template <typename View> std::shared_ptr<View> add(std::shared_ptr<View> view, const CGRect& rect)
+    {
+        view->setFrame(rect);
+        window->addSubview(view);
+        return view;
+    }
+    static std::shared_ptr<UIImage> picture(const char* name);
+
+    static constexpr double width = 390;
+    static constexpr double margin = 12;
+
+    AssertionRecorder assertions;
+    int conflicts = 0; // between constraints
+    const NSLayoutConstraint::ConflictReplacement conflictCounter { [this](auto&) { ++conflicts; } };
+    const UIAppearance::Replacement nothingRecorded; // named pictures are recorded at the first look's scale
+    const NSBundle::MainReplacement mainBundle { make<NSBundle>(
+        QStringLiteral(ORUVANE_SOURCE_DIR "/resources"), std::vector<NSString> { QStringLiteral("en") }) };
+};
+
+// Puts a fixture's scenes into all looks.
+#define GALLERY_LOOKS(Fixture)                                                                               \
+    INSTANTIATE_TEST_SUITE_P(Looks, Fixture, ::testing::ValuesIn(galleryLooks),                              \
+        [](const auto& look) { return look.param.name(); })
+
+inline constexpr GalleryLook galleryLooks[] = {
+    { 2, UIUserInterfaceStyle::Light },
+    { 2, UIUserInterfaceStyle::Dark },
+    { 3, UIUserInterfaceStyle::Light },
+    { 3, UIUserInterfaceStyle::Dark },
+};

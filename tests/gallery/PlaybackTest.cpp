@@ -1,0 +1,117 @@
+#include "platform/graphics/UIImage.h"
+#include "playback/ORVPlaybackButton.h"
+#include "playback/ORVPlaybackSlider.h"
+#include "tests/gallery/Gallery.h"
+#include "theme/UIColor+ORVTheme.h"
+
+namespace {
+
+class PlaybackGallery : public Gallery {
+protected:
+    PlaybackGallery()
+    {
+        window->setTintColor(orv_oruvaneMainColor());
+        UIAppearance::of<ORVPlaybackButton>()
+            .set(&ORVPlaybackButton::setImage, picture("ov_icon_play"), UIControlState::Normal)
+            .set(&ORVPlaybackButton::setImage, picture("ov_icon_pause"), UIControlState::Application);
+        UIAppearance::of<ORVPlaybackSlider>()
+            .set(&ORVPlaybackSlider::setThumbImage,
+                picture("ov_progress_grabhandle")
+                    ->imageWithRenderingMode(UIImageRenderingMode::AlwaysTemplate))
+            .set(&ORVPlaybackSlider::setMaximumWaveformTintColor, orv_oruvanePlaybackSliderTrackColor());
+    }
+
+    std::shared_ptr<ORVPlaybackButton> addButton(const char* caption, double x, double y)
+    {
+        addCaption(caption, x, y);
+        return add(make<ORVPlaybackButton>(), { x, y + 16, 44, 44 });
+    }
+    std::shared_ptr<ORVCircularProgressView> addRing(
+        const char* caption, double x, double y, double side = 44)
+    {
+        addCaption(caption, x, y);
+        return add(make<ORVCircularProgressView>(), { x, y + 16, side, side });
+    }
+    std::shared_ptr<ORVPlaybackSlider> addSlider(const char* caption, double position, double y)
+    {
+        addCaption(caption, margin, y);
+        const auto slider = add(make<ORVPlaybackSlider>(), { 0, y + 14, width, 44 });
+        slider->finishRenderingWaveformWithImage(picture("mock_playback_waveform"), nullptr);
+        slider->setCurrentPosition(position);
+        return slider;
+    }
+};
+
+TEST_P(PlaybackGallery, Buttons)
+{
+    addButton("idle", 12, 8);
+    addButton("playing", 76, 8)->setPlaying(true, Animated::No);
+    addButton("pressed", 140, 8)->setHighlighted(true);
+    addButton("disabled", 204, 8)->setEnabled(false);
+    const auto pressed = addButton("both", 268, 8);
+    pressed->setPlaying(true, Animated::No);
+    pressed->setHighlighted(true);
+    const auto dimmed = addButton("dimmed", 332, 8);
+    dimmed->setTintAdjustmentMode(UIViewTintAdjustmentMode::Dimmed);
+    dimmed->progressView()->setProgress(0.4, Animated::No);
+
+    const auto third = addButton("a third", 12, 80);
+    third->setPlaying(true, Animated::No);
+    third->progressView()->setProgress(1.0 / 3, Animated::No);
+    addButton("whole", 76, 80)->progressView()->setProgress(1, Animated::No);
+    addButton("loading", 140, 80)->progressView()->setIndeterminate(true);
+    const auto inset = addButton("insets 6", 204, 80);
+    inset->setContentEdgeInsets({ 6, 6, 6, 6 });
+    inset->progressView()->setProgress(0.25, Animated::No);
+    const auto switching = addButton("switching", 268, 80);
+    runFrames();
+    switching->setPlaying(true, Animated::Yes);
+    scheduler.advance(0.075); // half way to nothing
+    expectPicture("playback-buttons", 150);
+}
+
+TEST_P(PlaybackGallery, Rings)
+{
+    const double values[] = { 0, 0.1, 0.5, 0.9, 1, 1.5 };
+    for (int index = 0; index < int(std::size(values)); ++index) {
+        const double x = margin + index * 62;
+        addRing(std::to_string(values[index]).substr(0, 3).c_str(), x, 8)
+            ->setProgress(values[index], Animated::No);
+        const auto back = addRing("backwards", x, 76);
+        back->setDirection(ORVCircularProgressDirectionCounterclockwise);
+        back->setProgress(values[index], Animated::No);
+    }
+    const double widths[] = { 1, 2, 4, 10 };
+    for (int index = 0; index < int(std::size(widths)); ++index) {
+        const auto ring
+            = addRing(("width " + std::to_string(int(widths[index]))).c_str(), margin + index * 62, 144);
+        ring->setTrackWidth(widths[index]);
+        ring->setProgress(0.7, Animated::No);
+    }
+    const auto coloured = addRing("colours", margin + 4 * 62, 144);
+    coloured->setTintColor(UIColor::colorWithRed(0.1, 0.6, 0.3, 1));
+    coloured->setTrackTintColor(UIColor::colorWithRed(1, 0.9, 0.4, 1));
+    coloured->setProgress(0.6, Animated::No);
+    addRing("small", margin + 5 * 62, 144, 20)->setProgress(0.6, Animated::No);
+    expectPicture("rings", 216);
+}
+
+TEST_P(PlaybackGallery, Sliders)
+{
+    addSlider("at the start", 0, 8);
+    addSlider("a quarter", 0.25, 72);
+    const auto pressed = addSlider("pressed", 0.5, 136);
+    addSlider("at the end", 1, 200);
+    addSlider("without a thumb", 0.6, 264)->setThumbHidden(true);
+    addSlider("dimmed", 0.6, 328)->setTintAdjustmentMode(UIViewTintAdjustmentMode::Dimmed);
+    addSlider("without a waveform", 0.3, 392)->finishRenderingWaveformWithImage(nullptr, nullptr);
+    runFrames();
+    touch.down(pressed->thumbView()->convertPointToView({ 10, 10 }, nullptr));
+    EXPECT_TRUE(pressed->thumbView()->isHighlighted());
+    expectPicture("sliders", 456);
+    touch.up();
+}
+
+GALLERY_LOOKS(PlaybackGallery);
+
+} // namespace
