@@ -43,6 +43,7 @@ void SolverTableau::setStride(Index stride)
     m_stride = stride;
     m_columnWords = words;
     m_entries.resize(stride);
+    m_freeColumns.reserve(stride);
     m_columnMasks.resize(std::size_t(stride) * m_rowWords);
 }
 
@@ -54,6 +55,7 @@ void SolverTableau::setRowCapacity(Index capacity)
         widen(m_columnMasks, m_stride, m_rowWords, words);
     m_rowWords = words;
     m_rowCapacity = capacity;
+    m_freeRows.reserve(capacity);
     m_rowMasks.resize(std::size_t(capacity) * m_columnWords);
 }
 

@@ -43,12 +43,14 @@ void SolverVertex::resetTableau()
 std::size_t SolverVertex::orderConstraints()
 {
     m_order.clear();
-    for (Index index = 1; index < symbolCount(); ++index)
-        if (m_symbols[index].isConstraint())
-            m_order.push_back(index);
-    const auto firstInside = std::stable_partition(
-        m_order.begin(), m_order.end(), [this](Index index) { return !m_symbols[index].isBasic; });
-    return std::size_t(firstInside - m_order.begin());
+    std::size_t outsideCount = 0;
+    for (const bool isBasic : { false, true }) {
+        for (Index index = 1; index < symbolCount(); ++index)
+            if (m_symbols[index].isConstraint() && m_symbols[index].isBasic == isBasic)
+                m_order.push_back(index);
+        outsideCount = isBasic ? outsideCount : m_order.size();
+    }
+    return outsideCount;
 }
 
 void SolverVertex::rebuild(const SolverConstraints& constraints)

@@ -15,8 +15,18 @@ void setBit(std::vector<Word>& words, std::uint32_t index, bool isSet)
 
 } // namespace
 
+// The lists of symbols get room for all of them, so that they need none later.
+void SolverVertex::makeRoom(std::size_t symbolCount)
+{
+    m_symbols.reserve(symbolCount);
+    for (std::vector<Index>* list : { &m_unused, &m_sloping, &m_requiredSuspects, &m_weakSuspects, &m_order })
+        list->reserve(symbolCount);
+}
+
 SolverVertex::Index SolverVertex::takeSymbol(Kind kind)
 {
+    if (m_unused.empty() && m_symbols.size() == m_symbols.capacity())
+        makeRoom(std::max<std::size_t>(32, 2 * m_symbols.size()));
     if (m_symbols.empty())
         m_symbols.emplace_back(); // the one that stands for none
     Index index = Index(m_symbols.size());
@@ -237,9 +247,8 @@ void SolverVertex::moveColumn(Index column, double distance)
 
 void SolverVertex::reserve(std::size_t variables, std::size_t constraints)
 {
-    const std::size_t all = variables + constraints + 1;
     m_tableau.reserve(Index(variables), Index(constraints));
-    m_symbols.reserve(all);
+    makeRoom(variables + constraints + 1);
     m_touched.resize(std::max(variables, m_touched.size()));
     m_columnSymbols.resize(std::max(variables, m_columnSymbols.size()));
     m_rowSymbols.resize(std::max(constraints, m_rowSymbols.size()));

@@ -78,6 +78,7 @@ public:
     void restore(const SolverConstraints&);
 
 private:
+    void makeRoom(std::size_t symbolCount);
     Index takeSymbol(Kind);
     void releaseSymbol(Index);
     void addRow(Index symbol, std::span<const Term>, double constant);

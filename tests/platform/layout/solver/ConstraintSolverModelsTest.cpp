@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <random>
+
 namespace {
 
 class ConstraintSolverModelsTest : public testing::TestWithParam<const char*> {
@@ -69,6 +71,61 @@ TEST_P(ConstraintSolverModelsTest, EveryPlaceOfTheThumbGivesTheBestFrames)
         auto constraints = stated(390);
         constraints[model.thumbConstraint] = { thumb.terms, 0, 0, ConstraintSolver::required };
         expectBest(constraints, solved);
+    }
+}
+
+TEST_P(ConstraintSolverModelsTest, AfterAHundredThousandChangesTheFramesAreThoseOfAFreshSolver)
+{
+    SolvedModel solved(solver, model);
+    std::mt19937 random(1);
+    double position = 0;
+    double width = 0;
+    for (int change = 0; change < 100'000; ++change) {
+        position = double(random() % 1000) / 1000;
+        width = 300 + double(random() % 50'000) / 100;
+        if (change % 3 == 0)
+            solved.setThumb(position);
+        solved.setWidth(width);
+        ASSERT_TRUE(solver.solve());
+    }
+    solved.setThumb(position);
+    ASSERT_TRUE(solver.solve());
+    ConstraintSolver fresh;
+    SolvedModel other(fresh, model);
+    other.setThumb(position);
+    other.setWidth(width);
+    ASSERT_TRUE(fresh.solve());
+    for (std::size_t index = 0; index < model.variableCount; ++index)
+        EXPECT_NEAR(solver.value(solved.variables()[index]), fresh.value(other.variables()[index]), 1e-8);
+}
+
+TEST_P(ConstraintSolverModelsTest, WhileConstraintsGoInAnyOrderTheRestIsSolvedAtItsBest)
+{
+    for (std::uint32_t seed = 1; seed <= 4; ++seed) {
+        ConstraintSolver shrinking;
+        const SolvedModel solved(shrinking, model);
+        auto left = stated(390);
+        auto constraints = solved.constraints();
+        left.resize(constraints.size()); // the cell's size stays pinned
+        std::mt19937 random(seed);
+        while (!constraints.empty()) {
+            const auto place = std::ptrdiff_t(random() % constraints.size());
+            shrinking.removeConstraint(constraints[std::size_t(place)]);
+            constraints.erase(constraints.begin() + place);
+            left.erase(left.begin() + place);
+            ASSERT_TRUE(shrinking.solve());
+            std::vector<double> values;
+            for (const auto variable : solved.variables())
+                values.push_back(shrinking.value(variable));
+            auto all = left;
+            all.push_back({ { { model.width, 1 } }, -390, 0, SolvedModel::pinPriority });
+            all.push_back({ { { model.height, 1 } }, -64, 0, SolvedModel::pinPriority });
+            const auto errors = ReferenceSolver::errorsOf(all, values);
+            const ReferenceSolver reference(model.variableCount, all);
+            ASSERT_EQ(errors.size(), reference.errors().size());
+            for (std::size_t level = 0; level < errors.size(); ++level)
+                ASSERT_NEAR(errors[level], reference.errors()[level], 1e-6) << "seed " << seed;
+        }
     }
 }
 
