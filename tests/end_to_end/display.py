@@ -5,6 +5,7 @@ import ctypes.util
 import mmap
 import os
 import struct
+import time
 
 from processes import ChildProcess, wait_until
 
@@ -82,6 +83,17 @@ class Display:
         self._tests.XTestFakeMotionEvent(self._connection, -1, x, y, 0)
         for is_down in (1, 0):
             self._tests.XTestFakeButtonEvent(self._connection, LEFT_BUTTON, is_down, 0)
+        self._x11.XSync(self._connection, 0)
+
+    def drag(self, places):
+        """Presses at the first place, moves through the others, and lets go at the last."""
+        for index, (x, y) in enumerate(places):
+            self._tests.XTestFakeMotionEvent(self._connection, -1, x, y, 0)
+            if index == 0:
+                self._tests.XTestFakeButtonEvent(self._connection, LEFT_BUTTON, 1, 0)
+            self._x11.XSync(self._connection, 0)
+            time.sleep(0.02)
+        self._tests.XTestFakeButtonEvent(self._connection, LEFT_BUTTON, 0, 0)
         self._x11.XSync(self._connection, 0)
 
     def close_window(self, title):

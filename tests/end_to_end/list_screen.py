@@ -1,11 +1,18 @@
-"""The program's window as its user knows it: rows, what they show, and tapping them."""
+"""The program's window as its user knows it: rows, what they show, and tapping their buttons."""
+
+import math
 
 from processes import wait_until
 
 WIDTH, HEIGHT = 390, 844
 LIST_TOP = 91  # under the status bar's room and the navigation bar
 ROW_HEIGHT = 64
+SLIDER_HEIGHT = 44  # what the selected row is higher
 FULL_ROWS = (HEIGHT - LIST_TOP) // ROW_HEIGHT
+THUMB_WIDTH = 8
+BUTTON = (356, 32)  # the middle of a row's button, from the row's corner
+RING_RADIUS = 19
+RING_STEPS = 120
 
 
 def is_tint(pixel):
@@ -19,28 +26,54 @@ def run_count(flags):
 
 
 class ListScreen:
-    """Reads the first screenful; the list is never scrolled."""
+    """Reads the first screenful; the list is never scrolled. The row whose button was tapped last is selected."""
 
     def __init__(self, display):
         self._display = display
+        self._selected = None
 
     def tap(self, row):
-        self._display.tap(WIDTH // 2, self._top(row) + ROW_HEIGHT // 2)
+        """Taps the row's button, which selects the row."""
+        self._display.tap(BUTTON[0], self._top(row) + BUTTON[1])
+        self._selected = row
+
+    def tap_waveform(self, fraction):
+        """Taps the slider of the selected row."""
+        self._display.tap(round(fraction * (WIDTH - 1)), self._slider_middle())
+
+    def drag_thumb(self, begin, end):
+        """Drags the thumb of the selected row from one fraction of the slider to another."""
+        places = [begin + (end - begin) * step / 20 for step in range(21)]
+        self._display.drag([(round(place * (WIDTH - 1)), self._slider_middle()) for place in places])
 
     def icon(self, row):
         """"play", "pause", or None while there is neither."""
-        line, = self._pixels(row, left=350, top=ROW_HEIGHT // 2, width=24, height=1)
+        line, = self._pixels(row, left=BUTTON[0] - 11, top=BUTTON[1], width=22, height=1)
         # A triangle is crossed in one run, a pair of bars in two.
         return {0: None, 1: "play", 2: "pause"}[run_count([is_tint(pixel) for pixel in line])]
 
     def icons(self):
-        return [self.icon(row) for row in range(FULL_ROWS)]
+        return [self.icon(row) for row in range(FULL_ROWS - 1)] # all that fit with one of them grown
 
-    def position(self, row):
-        """The shape of the text that tells how far it has got; None without one."""
-        lines = self._pixels(row, left=230, top=34, width=108, height=17)
-        shape = tuple(tuple(is_tint(pixel) for pixel in line) for line in lines)
-        return shape if any(map(any, shape)) else None
+    def progress(self, row):
+        """The fraction of the button's ring that is filled, from the top on."""
+        size = 2 * RING_RADIUS + 3
+        lines = self._pixels(row, BUTTON[0] - size // 2, BUTTON[1] - size // 2, size, size)
+
+        def is_filled(step):
+            angle = 2 * math.pi * (step + 0.5) / RING_STEPS
+            x = size // 2 + RING_RADIUS * math.sin(angle)
+            y = size // 2 - RING_RADIUS * math.cos(angle)
+            return is_tint(lines[math.floor(y)][math.floor(x)])
+
+        return sum(is_filled(step) for step in range(RING_STEPS)) / RING_STEPS
+
+    def thumb(self):
+        """Where the thumb of the selected row is, as a fraction of the slider; None without one."""
+        line, = self._display.pixels(0, self._slider_middle(), WIDTH, 1)
+        reddish = [x for x, (red, green, blue) in enumerate(line) if red - green > 40 and red - blue > 30]
+        # What has been played is tinted too, and lies left of the thumb.
+        return (reddish[-1] - THUMB_WIDTH / 2) / (WIDTH - 1) if reddish else None
 
     def has_portrait(self, row):
         lines = self._pixels(row, left=16, top=10, width=44, height=44)
@@ -55,14 +88,17 @@ class ListScreen:
         return len(set(sum(lines, []))) > 2 and is_tint(lines[0][0])
 
     def wait_until_shown(self):
-        wait_until(lambda: self.icons() == ["play"] * FULL_ROWS, "the list is shown")
+        wait_until(lambda: self.icons() == ["play"] * (FULL_ROWS - 1), "the list is shown")
 
     def wait_for_icon(self, row, icon, patience=25):
         wait_until(lambda: self.icon(row) == icon, f"row {row} shows {icon}", patience)
 
-    @staticmethod
-    def _top(row):
-        return LIST_TOP + row * ROW_HEIGHT
+    def _top(self, row):
+        grown = self._selected is not None and self._selected < row
+        return LIST_TOP + row * ROW_HEIGHT + (SLIDER_HEIGHT if grown else 0)
+
+    def _slider_middle(self):
+        return self._top(self._selected) + ROW_HEIGHT + SLIDER_HEIGHT // 2
 
     def _pixels(self, row, left, top, width, height):
         return self._display.pixels(left, self._top(row) + top, width, height)

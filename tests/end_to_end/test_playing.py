@@ -1,8 +1,9 @@
-"""Taps on rows, and what is heard and seen of it."""
+"""Taps on buttons and sliders, and what is heard and seen of it."""
 
 import signal
 import time
 
+from processes import wait_until
 from sounds import RATE, find, is_audible, level
 from stage import StageTest, clip
 
@@ -15,7 +16,7 @@ class PlayingTest(StageTest):
         return self.show_list(self.server)
 
     def play(self, screen, row, seconds):
-        """Taps the row and returns when this much of it has been heard; where the tap was."""
+        """Taps the row's button and returns when this much of it has been heard; where the tap was."""
         begin = self.server.count()
         screen.tap(row)
         screen.wait_for_icon(row, "pause")
@@ -26,7 +27,7 @@ class PlayingTest(StageTest):
     def assert_stays_silent(self, begin, end, message):
         self.assertFalse(is_audible(self.server.heard(begin, end)), message)
 
-    def test_a_tapped_row_sounds_as_its_clip_and_stops_at_the_end(self):
+    def test_a_tapped_button_sounds_as_its_clip_and_stops_at_the_end(self):
         screen = self.start()
         sound = clip(0)
         begin = self.play(screen, 0, seconds=0)
@@ -44,7 +45,7 @@ class PlayingTest(StageTest):
         self.assert_stays_silent(end + SETTLING, len(heard), "heard after the end")
         self.close(self.display, self.program)
 
-    def test_a_tap_on_another_row_replaces_what_plays(self):
+    def test_a_tap_on_another_button_replaces_what_plays(self):
         screen = self.start()
         first, second = clip(2), clip(3)
         self.play(screen, 2, seconds=1.5)
@@ -68,17 +69,18 @@ class PlayingTest(StageTest):
                 self.assertLess(find(self.folder, window, first)[1], 0.6)
         self.assertGreaterEqual(windows, 4)
 
-    def test_a_tap_on_the_playing_row_pauses_and_another_goes_on_from_there(self):
+    def test_a_tap_on_the_playing_button_pauses_and_another_goes_on_from_there(self):
         screen = self.start()
         sound = clip(2)
         self.play(screen, 2, seconds=2)
         pause = self.server.count()
         screen.tap(2)
         screen.wait_for_icon(2, "play")
-        position = screen.position(2)
-        self.assertIsNotNone(position)
-        self.server.wait_for(1.5)
-        self.assertEqual(screen.position(2), position, "it went on in silence")
+        self.server.wait_for(0.5)
+        position = screen.progress(2)
+        self.assertGreater(position, 0)
+        self.server.wait_for(1)
+        self.assertEqual(screen.progress(2), position, "it went on in silence")
         resume = self.server.count()
         screen.tap(2)
         screen.wait_for_icon(2, "pause")
@@ -98,7 +100,7 @@ class PlayingTest(StageTest):
 
     def test_without_a_sound_server_the_position_goes_on_in_real_time_to_the_end(self):
         screen = self.show_list()
-        self.expect_real_time_to_the_end(screen, during=lambda: None)
+        self.expect_real_time_to_the_end(screen, during=None)
 
     def test_when_the_sound_server_dies_the_position_goes_on_to_the_end(self):
         screen = self.start()
@@ -116,25 +118,56 @@ class PlayingTest(StageTest):
         screen.tap(row)
         screen.wait_for_icon(row, "pause")
         begin = time.monotonic()
-        changes = []
-        shown = None
+        seen = []
         while screen.icon(row) == "pause":
-            self.assertLess(time.monotonic() - begin, duration + 10, "the end did not come")
-            if screen.position(row) != shown:
-                shown = screen.position(row)
-                changes.append(time.monotonic() - begin)
-                if len(changes) == 3:
-                    during()
-            time.sleep(0.01)
-        elapsed = time.monotonic() - begin
-        self.assertAlmostEqual(elapsed, duration, delta=0.8)
-        # The text counts whole seconds, from 0; the last may be replaced before it is seen.
-        seconds = changes[:int(duration)]
-        self.assertEqual(len(seconds), int(duration))
-        for second, moment in enumerate(seconds):
-            self.assertAlmostEqual(moment, second, delta=0.6)
-        self.assertIsNone(screen.position(row))
+            elapsed = time.monotonic() - begin
+            self.assertLess(elapsed, duration + 10, "the end did not come")
+            seen.append((elapsed, screen.progress(row)))
+            if during and elapsed > 2.5:
+                during()
+                during = None
+            time.sleep(0.05)
+        end = time.monotonic() - begin
+        self.assertAlmostEqual(end, duration, delta=0.8)
+        for elapsed, progress in seen:
+            if elapsed < end - 0.5: # then the ring goes back
+                self.assertAlmostEqual(progress * duration, elapsed, delta=0.8)
+        self.assertGreater(max(progress for _, progress in seen), 0.9)
+        wait_until(lambda: screen.progress(row) == 0, "the ring is empty again")
         self.close(self.display, self.program)
+
+    def test_a_dragged_thumb_is_heard_from_where_it_was_let_go(self):
+        screen = self.start()
+        sound = clip(2)
+        self.play(screen, 2, seconds=1)
+        wait_until(lambda: screen.thumb() is not None, "the thumb is shown")
+        drag = self.server.count()
+        screen.drag_thumb(screen.thumb(), 0.6)
+        end = self.server.count()
+        self.assertAlmostEqual(screen.progress(2), 0.6, delta=0.1)
+        self.assertAlmostEqual(screen.thumb(), 0.6, delta=0.1)
+        self.server.wait_for(1.5)
+
+        heard = self.server.heard()
+        self.assert_stays_silent(drag + SETTLING, end, "heard under the finger")
+        offset, likeness = find(self.folder, heard[len(heard) - RATE:], sound)
+        self.assertGreaterEqual(likeness, 0.9)
+        heard_since = (len(heard) - RATE - end) / RATE
+        self.assertAlmostEqual(offset / RATE, 0.6 * len(sound) / RATE + heard_since, delta=0.5)
+
+    def test_a_tap_on_the_waveform_goes_on_from_there(self):
+        screen = self.start()
+        sound = clip(2)
+        self.play(screen, 2, seconds=1)
+        wait_until(lambda: screen.thumb() is not None, "the thumb is shown")
+        tap = self.server.count()
+        screen.tap_waveform(0.5)
+        self.server.wait_for(1.5)
+        heard = self.server.heard()
+        offset, likeness = find(self.folder, heard[len(heard) - RATE:], sound)
+        self.assertGreaterEqual(likeness, 0.9)
+        heard_since = (len(heard) - RATE - tap) / RATE
+        self.assertAlmostEqual(offset / RATE, 0.5 * len(sound) / RATE + heard_since, delta=0.5)
 
     def test_closing_the_window_while_a_record_plays_ends_the_program_cleanly(self):
         screen = self.start()
