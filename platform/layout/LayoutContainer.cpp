@@ -43,7 +43,7 @@ void LayoutContainer::addConstraint(const std::shared_ptr<NSLayoutConstraint>& c
     if (!contained)
         return;
     constraint->setActive(false);
-    hold(constraint);
+    hold({}, constraint);
 }
 
 void LayoutContainer::addConstraints(std::span<const std::shared_ptr<NSLayoutConstraint>> constraints)
@@ -65,14 +65,14 @@ void LayoutContainer::removeConstraints(std::span<const std::shared_ptr<NSLayout
             removeConstraint(*constraint);
 }
 
-void LayoutContainer::hold(const std::shared_ptr<NSLayoutConstraint>& constraint)
+void LayoutContainer::hold(Key, const std::shared_ptr<NSLayoutConstraint>& constraint)
 {
     m_constraints.push_back(constraint);
     constraint->setHolder({}, this);
     LayoutIsland::add(*constraint);
 }
 
-void LayoutContainer::release(NSLayoutConstraint& constraint)
+void LayoutContainer::release(Key, NSLayoutConstraint& constraint)
 {
     LayoutIsland::remove(constraint);
     constraint.setHolder({}, nullptr);

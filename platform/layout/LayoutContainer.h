@@ -40,6 +40,15 @@ public:
     void addLayoutGuide(const std::shared_ptr<UILayoutGuide>& guide);
     void removeLayoutGuide(UILayoutGuide& guide);
     const std::vector<std::shared_ptr<UILayoutGuide>>& layoutGuides() const { return m_guides; }
+    // What a constraint alone may ask for: to be held, and no longer.
+    class Key {
+        friend class LayoutContainer;
+        friend class NSLayoutConstraint;
+        Key() = default;
+    };
+    void hold(Key, const std::shared_ptr<NSLayoutConstraint>& constraint);
+    void release(Key, NSLayoutConstraint& constraint);
+
     // Something inside has another place now: a layout pass must come by.
     virtual void layoutInsideDidChange() = 0;
 
@@ -57,9 +66,6 @@ protected:
     virtual void visitSubcontainers(const std::function<void(LayoutContainer&)>& visit) const = 0;
 
 private:
-    friend class NSLayoutConstraint; // activation and deactivation
-    void hold(const std::shared_ptr<NSLayoutConstraint>& constraint);
-    void release(NSLayoutConstraint& constraint);
     void collectOutsideConstraints(
         const LayoutContainer& inside, std::vector<std::shared_ptr<NSLayoutConstraint>>& found);
 

@@ -113,7 +113,7 @@ void NSLayoutConstraint::setActive(bool active)
         return;
     const auto self = strongSelf(this);
     if (!active)
-        return m_holder->release(*this);
+        return m_holder->release({}, *this);
 
     const auto first = firstItem();
     const auto second = secondItem();
@@ -126,7 +126,7 @@ void NSLayoutConstraint::setActive(bool active)
     NSCAssert(holder, "NSLayoutConstraint",
         QStringLiteral("The items of a constraint need a view that contains both: %1").arg(description()));
     if (holder)
-        holder->hold(self);
+        holder->hold({}, self);
 }
 
 NSString NSLayoutConstraint::description() const

@@ -12,6 +12,12 @@ namespace {
 // Updates that have not come to rest after so many rounds never will.
 constexpr int maximumUpdateRounds = 100;
 
+UIEdgeInsets widestOf(const UIEdgeInsets& first, const UIEdgeInsets& second)
+{
+    return { std::max(first.top, second.top), std::max(first.left, second.left),
+        std::max(first.bottom, second.bottom), std::max(first.right, second.right) };
+}
+
 // Views with guides for their insets, which change wherever one of their superviews goes.
 std::vector<std::weak_ptr<UIView>>& viewsWithInsetGuides()
 {
@@ -138,33 +144,29 @@ LayoutItem& UIView::layoutMarginsItem() { return layoutMarginsGuide(); }
 
 // --- Insets ------------------------------------------------------------------------------------------
 
+// How far the superview's insets reach into this view; negative where they end before it.
+UIEdgeInsets UIView::insetsFromSuperview(const UIEdgeInsets& outer) const
+{
+    const CGRect around = m_superview->bounds();
+    const CGRect own = frame();
+    return { outer.top - (own.top() - around.top()), outer.left - (own.left() - around.left()),
+        outer.bottom - (around.bottom() - own.bottom()), outer.right - (around.right() - own.right()) };
+}
+
 UIEdgeInsets UIView::safeAreaInsets() const
 {
     if (!m_window)
         return {};
     if (m_window == this)
         return UIScreen::mainScreen()->safeAreaInsets();
-    const UIEdgeInsets outer = m_superview->safeAreaInsets();
-    const CGRect around = m_superview->bounds();
-    const CGRect own = frame();
-    return { std::max(outer.top - (own.top() - around.top()), 0.0),
-        std::max(outer.left - (own.left() - around.left()), 0.0),
-        std::max(outer.bottom - (around.bottom() - own.bottom()), 0.0),
-        std::max(outer.right - (around.right() - own.right()), 0.0) };
+    return widestOf(insetsFromSuperview(m_superview->safeAreaInsets()), {});
 }
 
 UIEdgeInsets UIView::layoutMargins() const
 {
     UIEdgeInsets margins = m_layoutMargins;
-    if (m_preservesSuperviewLayoutMargins && m_superview) {
-        const UIEdgeInsets outer = m_superview->layoutMargins();
-        const CGRect around = m_superview->bounds();
-        const CGRect own = frame();
-        margins.top = std::max(margins.top, outer.top - (own.top() - around.top()));
-        margins.left = std::max(margins.left, outer.left - (own.left() - around.left()));
-        margins.bottom = std::max(margins.bottom, outer.bottom - (around.bottom() - own.bottom()));
-        margins.right = std::max(margins.right, outer.right - (around.right() - own.right()));
-    }
+    if (m_preservesSuperviewLayoutMargins && m_superview)
+        margins = widestOf(margins, insetsFromSuperview(m_superview->layoutMargins()));
     const UIEdgeInsets safe = safeAreaInsets();
     return { margins.top + safe.top, margins.left + safe.left, margins.bottom + safe.bottom,
         margins.right + safe.right };

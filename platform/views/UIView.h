@@ -288,6 +288,7 @@ private:
     void superviewsNeedUpdateConstraints();
     void updateConstraintsOnce();
     void placeSubviews();
+    UIEdgeInsets insetsFromSuperview(const UIEdgeInsets& outer) const;
     void refreshInsetGuides();
     void watchInsets();
 
