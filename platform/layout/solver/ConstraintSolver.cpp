@@ -14,12 +14,6 @@ bool isModest(double number) { return std::abs(number) <= ConstraintSolver::larg
 
 } // namespace
 
-bool ConstraintSolver::isConstraint(Constraint constraint) const
-{
-    const auto index = static_cast<Index>(constraint);
-    return index < m_vertex.symbolCount() && m_vertex.symbol(index).isConstraint();
-}
-
 void ConstraintSolver::reserve(std::size_t variables, std::size_t constraints)
 {
     if (variables + constraints == 0)
@@ -251,7 +245,9 @@ void ConstraintSolver::publish()
     m_vertex.takeTouched([&, tolerance, values, known](Index index, double value) {
         if (std::abs(value - values[index]) < tolerance)
             return;
-        values[index] = std::abs(value) < tolerance ? 0 : value;
+        values[index] = value;
+        if (std::abs(value) < tolerance) [[unlikely]]
+            values[index] = 0;
         if (known == 0 || !m_isChanged[index])
             *end++ = Variable { index };
     });

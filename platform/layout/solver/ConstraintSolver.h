@@ -107,6 +107,12 @@ inline bool ConstraintSolver::isVariable(Variable variable) const
     return index < m_knownValues.size() && !std::isnan(m_knownValues[index]);
 }
 
+inline bool ConstraintSolver::isConstraint(Constraint constraint) const
+{
+    const auto index = static_cast<Index>(constraint);
+    return index < m_vertex.symbolCount() && m_vertex.symbol(index).isConstraint();
+}
+
 inline double ConstraintSolver::value(Variable variable) const
 {
     if (isVariable(variable)) [[likely]]

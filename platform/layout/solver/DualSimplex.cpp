@@ -57,8 +57,10 @@ DualSimplex::Index DualSimplex::fulfilAll(SolverVertex& vertex)
         return SolverVertex::none;
     start(vertex);
     for (;;) {
-        Index index = takeSuspect(vertex, vertex.requiredSuspects());
-        if (index == SolverVertex::none)
+        Index index = SolverVertex::none;
+        if (!vertex.requiredSuspects().empty())
+            index = takeSuspect(vertex, vertex.requiredSuspects());
+        if (index == SolverVertex::none && !vertex.weakSuspects().empty())
             index = takeSuspect(vertex, vertex.weakSuspects());
         if (index == SolverVertex::none)
             return SolverVertex::none;
@@ -111,8 +113,9 @@ DualSimplex::Index DualSimplex::cheapestColumn(SolverVertex& vertex, Index row, 
         if (size <= SolverVertex::smallestPivot || !vertex.mayMove(vertex.columnSymbol(column), move))
             return;
         vertex.computeCost(column, move, m_cost.data());
-        for (double& part : m_cost)
-            part /= size;
+        if (size != 1)
+            for (double& part : m_cost)
+                part /= size;
         int order = best == SolverVertex::noColumn ? -1 : compareCosts(m_cost, m_cheapest);
         if (order == 0)
             order = compareTies(vertex, column, size, best, bestSize);

@@ -61,10 +61,11 @@ void SolverTableau::setRowCapacity(Index capacity)
 
 void SolverTableau::reserve(Index columns, Index rows)
 {
+    // Exact at first; who comes again is likely to come once more.
     if (columns > m_stride)
-        setStride((columns + 7) / 8 * 8);
+        setStride(m_stride == 0 ? (columns + 7) / 8 * 8 : std::max(columns, enlarged(m_stride)));
     if (rows > m_rowCapacity)
-        setRowCapacity(rows);
+        setRowCapacity(m_rowCapacity == 0 ? rows : std::max(rows, enlarged(m_rowCapacity)));
 }
 
 Index SolverTableau::addColumn()
@@ -83,15 +84,18 @@ void SolverTableau::removeColumn(Index column) { m_freeColumns.push_back(column)
 
 Index SolverTableau::addRow()
 {
+    Index row = m_rowCount;
     if (!m_freeRows.empty()) {
-        const Index row = m_freeRows.back();
+        row = m_freeRows.back();
         m_freeRows.pop_back();
-        return row;
+    } else {
+        if (m_rowCount == m_rowCapacity)
+            setRowCapacity(enlarged(m_rowCapacity));
+        std::fill_n(cells(m_rowCount++), m_stride, 0.0);
     }
-    if (m_rowCount == m_rowCapacity)
-        setRowCapacity(enlarged(m_rowCapacity));
-    std::fill_n(cells(m_rowCount), m_stride, 0.0);
-    return m_rowCount++;
+    m_openCells = cells(row);
+    m_openMask = rowMask(row);
+    return row;
 }
 
 void SolverTableau::removeRow(Index row)

@@ -22,12 +22,10 @@ public:
     Index addColumn();
     void removeColumn(Index); // one without cells
     // A new row is open: made by add() and addMultiple(), no column knows of it before closeRow() or pivot().
+    // There is one at a time.
     Index addRow();
-    void add(Index row, Index column, double value)
-    {
-        cells(row)[column] += value, setBit(rowMask(row), column);
-    }
-    void addMultiple(Index row, Index source, double factor);
+    void add(Index column, double value) { m_openCells[column] += value, setBit(m_openMask, column); }
+    void addMultiple(Index source, double factor);
     void closeRow(Index);
     void removeRow(Index); // one that is closed
     void clear(); // keeps the memory
@@ -71,6 +69,8 @@ private:
     void substitute(Index row, Index column, double inverse, const Entry* end);
 
     std::unique_ptr<double[]> m_cells; // of the rows that have been in use
+    double* m_openCells = nullptr;
+    Word* m_openMask = nullptr;
     std::vector<Word> m_rowMasks; // of columns, by row
     std::vector<Word> m_columnMasks; // of rows, by column
     std::vector<Entry> m_entries; // of the row that is being pivoted
@@ -109,17 +109,18 @@ inline void SolverTableau::forEachInRow(Index row, const std::vector<Word>& colu
         }
 }
 
-inline void SolverTableau::addMultiple(Index row, Index source, double factor)
+inline void SolverTableau::addMultiple(Index source, double factor)
 {
     const Word* const sourceMask = rowMask(source);
-    Word* const mask = rowMask(row);
+    const double* const values = cells(source);
     for (Index word = 0; word < m_columnWords; ++word) {
-        mask[word] |= sourceMask[word];
-        double* const target = cells(row) + word * wordBits;
-        const double* const values = cells(source) + word * wordBits;
-        for (Word bits = sourceMask[word]; bits != 0; bits &= bits - 1) {
-            const int column = std::countr_zero(bits);
-            target[column] += factor * values[column];
+        const double* const part = values + std::size_t(word) * wordBits;
+        double* const openPart = m_openCells + std::size_t(word) * wordBits;
+        Word bits = sourceMask[word];
+        m_openMask[word] |= bits;
+        for (; bits != 0; bits &= bits - 1) {
+            const auto column = std::size_t(std::countr_zero(bits));
+            openPart[column] += factor * part[column];
         }
     }
 }

@@ -114,9 +114,9 @@ void SolverVertex::addRow(Index index, std::span<const Term> terms, double const
         const SolverSymbol& symbol = symbols[term.symbol];
         value += term.coefficient * symbol.value;
         if (symbol.isBasic)
-            m_tableau.addMultiple(row, symbol.place, term.coefficient);
+            m_tableau.addMultiple(symbol.place, term.coefficient);
         else
-            m_tableau.add(row, symbol.place, term.coefficient);
+            m_tableau.add(symbol.place, term.coefficient);
     }
     SolverSymbol& symbol = m_symbols[index];
     symbol.isBasic = true;

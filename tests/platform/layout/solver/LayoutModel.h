@@ -70,7 +70,7 @@ struct LayoutModel {
 // required.
 class SolvedModel {
 public:
-    static constexpr double pinPriority = 999;
+    static constexpr double pinPriority = 1000;
 
     SolvedModel(ConstraintSolver& solver, const LayoutModel& model)
         : m_solver(solver)
