@@ -35,10 +35,12 @@ std::shared_ptr<UIImage> ORVPlaybackSlider::waveformImageForAsset(
     return fitted;
 }
 
-void ORVPlaybackSlider::setAsset(std::shared_ptr<AVAsset> asset)
+void ORVPlaybackSlider::setAsset(const std::shared_ptr<AVAsset>& asset)
 {
-    if (std::exchange(m_asset, asset) != asset)
-        setNeedsRenderWaveform();
+    if (asset == m_asset)
+        return;
+    m_asset = asset;
+    setNeedsRenderWaveform();
 }
 
 void ORVPlaybackSlider::setNeedsRenderWaveform()

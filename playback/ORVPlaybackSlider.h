@@ -46,7 +46,7 @@ public:
 
     // The sound whose waveform is shown. Another one needs another rendering.
     const std::shared_ptr<AVAsset>& asset() const { return m_asset; }
-    void setAsset(std::shared_ptr<AVAsset> asset);
+    void setAsset(const std::shared_ptr<AVAsset>& asset);
     // Whether the bar renders by itself as soon as it needs to and is in a window; off by default.
     bool shouldAutomaticallyRenderWaveform() const { return m_shouldAutomaticallyRenderWaveform; }
     void setShouldAutomaticallyRenderWaveform(bool should) { m_shouldAutomaticallyRenderWaveform = should; }
