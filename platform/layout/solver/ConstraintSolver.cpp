@@ -92,6 +92,7 @@ bool ConstraintSolver::collectTerms(std::span<const Term> terms, int sign)
     SolverVertex::Term* const begin = m_terms.data();
     SolverVertex::Term* end = begin;
     bool areAcceptable = true;
+    double largestCoefficient = 0;
     bool isPlain = terms.size() <= few;
     for (const Term& term : terms) {
         if (!isVariable(term.variable) || !isModest(term.coefficient)) [[unlikely]] {
@@ -99,14 +100,21 @@ bool ConstraintSolver::collectTerms(std::span<const Term> terms, int sign)
             areAcceptable = false;
         }
         const auto symbol = static_cast<Index>(term.variable);
-        for (const SolverVertex::Term* other = begin; other != end && isPlain; ++other)
-            isPlain = other->symbol != symbol;
-        isPlain = isPlain && std::abs(term.coefficient) >= SolverTableau::tiny;
+        bool isRepeated = false;
+        if (isPlain)
+            for (const SolverVertex::Term* other = begin; other != end; ++other)
+                isRepeated |= other->symbol == symbol;
+        const double size = std::abs(term.coefficient);
+        isPlain = isPlain && !isRepeated && size >= SolverTableau::tiny;
+        largestCoefficient = std::max(largestCoefficient, size);
         *end++ = { symbol, sign * term.coefficient };
     }
-    if (!isPlain && areAcceptable)
+    if (!areAcceptable)
+        return false;
+    if (!isPlain)
         joinTerms();
-    return areAcceptable;
+    m_vertex.widenTolerance(largestCoefficient);
+    return true;
 }
 
 ConstraintSolver::Constraint ConstraintSolver::addConstraint(
@@ -121,10 +129,7 @@ ConstraintSolver::Constraint ConstraintSolver::addConstraint(
     // A contradiction that has been resolved since is not held against the new one.
     if (m_isConflicting)
         isFeasible();
-    double magnitude = std::abs(constant);
-    for (const auto& term : m_terms)
-        magnitude = std::max(magnitude, std::abs(term.coefficient));
-    m_vertex.widenTolerance(magnitude);
+    m_vertex.widenTolerance(constant);
     const auto kind
         = relation == Relation::Equal ? SolverSymbol::Kind::Equality : SolverSymbol::Kind::Inequality;
     const Index index = m_vertex.addConstraint(m_terms, sign * constant, kind, priority);
@@ -219,8 +224,9 @@ bool ConstraintSolver::solve()
         return true;
     if (m_vertex.isWorn())
         m_vertex.rebuild(m_constraints);
-    const Index obstacle
-        = m_vertex.isOptimal() ? m_dual.fulfilAll(m_vertex) : m_dual.fulfilRequired(m_vertex);
+    const Index obstacle = !m_vertex.hasSuspects() ? SolverVertex::none
+        : m_vertex.isOptimal()                     ? m_dual.fulfilAll(m_vertex)
+                                                   : m_dual.fulfilRequired(m_vertex);
     m_isConflicting = obstacle != SolverVertex::none;
     if (m_isConflicting) {
         noteConflict(obstacle, SolverVertex::none);

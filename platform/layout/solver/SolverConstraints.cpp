@@ -39,15 +39,15 @@ void SolverConstraints::add(
     constraint.priority = priority;
     constraint.sign = sign;
     Term* kept = m_terms.data() + constraint.firstTerm;
-    for (const Term& term : terms) {
+    for (const Term& term : terms)
         *kept++ = term;
-        ++m_constraints[term.symbol].mentions;
-    }
 }
 
-void SolverConstraints::remove(Index symbol)
+bool SolverConstraints::isMentioned(Index variable) const
 {
-    for (const Term& term : terms(symbol))
-        --m_constraints[term.symbol].mentions;
-    m_constraints[symbol].termCount = 0;
+    for (const Constraint& constraint : m_constraints)
+        for (Index place = 0; place < constraint.termCount; ++place)
+            if (m_terms[constraint.firstTerm + place].symbol == variable)
+                return true;
+    return false;
 }

@@ -23,14 +23,13 @@ public:
         Index firstTerm = 0;
         Index termCount = 0;
         Index termCapacity = 0;
-        Index mentions = 0; // of a variable: how many constraints it is in
     };
 
     void makeRoom(std::size_t symbols) { m_constraints.resize(symbols); }
     void reserveTerms(std::size_t count) { m_terms.reserve(count); }
     // There must be room for all symbols that are named.
     void add(Index symbol, std::span<const Term>, double constant, double priority, int sign);
-    void remove(Index symbol);
+    void remove(Index symbol) { m_constraints[symbol].termCount = 0; }
 
     const Constraint& operator[](Index symbol) const { return m_constraints[symbol]; }
     void setConstant(Index symbol, double constant) { m_constraints[symbol].constant = constant; }
@@ -38,7 +37,7 @@ public:
     {
         return { m_terms.data() + m_constraints[symbol].firstTerm, m_constraints[symbol].termCount };
     }
-    bool isMentioned(Index symbol) const { return m_constraints[symbol].mentions > 0; }
+    bool isMentioned(Index variable) const; // looks through all of them
 
 private:
     void makeTermRoom(Constraint&, Index count);

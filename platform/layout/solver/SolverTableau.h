@@ -114,13 +114,11 @@ inline void SolverTableau::addMultiple(Index source, double factor)
     const Word* const sourceMask = rowMask(source);
     const double* const values = cells(source);
     for (Index word = 0; word < m_columnWords; ++word) {
-        const double* const part = values + std::size_t(word) * wordBits;
-        double* const openPart = m_openCells + std::size_t(word) * wordBits;
         Word bits = sourceMask[word];
         m_openMask[word] |= bits;
         for (; bits != 0; bits &= bits - 1) {
-            const auto column = std::size_t(std::countr_zero(bits));
-            openPart[column] += factor * part[column];
+            const std::size_t column = std::size_t(word) * wordBits + std::size_t(std::countr_zero(bits));
+            m_openCells[column] += factor * values[column];
         }
     }
 }

@@ -66,6 +66,7 @@ public:
     // The basic symbols that may have left their sides, the required ones and the others.
     std::vector<Index>& requiredSuspects() { return m_requiredSuspects; }
     std::vector<Index>& weakSuspects() { return m_weakSuspects; }
+    bool hasSuspects() const { return !m_requiredSuspects.empty() || !m_weakSuspects.empty(); }
     void clearSuspicion(Index symbol) { m_symbols[symbol].isSuspect = false; }
     // Hands (index, value) of each variable whose value may have changed to the visitor, and forgets them.
     template <typename Visitor> void takeTouched(Visitor visit);
