@@ -295,11 +295,14 @@ void CALayer::addAnimation(const std::shared_ptr<CAAnimation>& animation, const 
     setNeedsFrame();
 }
 
-void CALayer::removeAnimationsOfSubtree()
+void CALayer::removeEndingAnimationsOfSubtree()
 {
-    removeAllAnimations();
+    if (hasAnimations()) {
+        m_animations->removeEnding();
+        setNeedsFrame();
+    }
     for (const auto& sublayer : m_sublayers)
-        sublayer->removeAnimationsOfSubtree();
+        sublayer->removeEndingAnimationsOfSubtree();
 }
 
 std::shared_ptr<const CAAnimation> CALayer::animationForKey(const NSString& key) const

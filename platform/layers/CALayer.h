@@ -128,8 +128,9 @@ public:
     std::vector<NSString> animationKeys() const;
     void removeAnimationForKey(const NSString& key); // an unknown key has no effect
     void removeAllAnimations();
-    // For a view that leaves its window: the layer's, and those of all layers below it.
-    void removeAnimationsOfSubtree();
+    // For a view that leaves its window: those of the layer and of all layers below it. Endless ones stay, as
+    // nobody waits for their end, and are seen again when the layer is.
+    void removeEndingAnimationsOfSubtree();
     bool hasAnimations() const;
 
     // The animation that a change of the property is to have, or nil. Asks the delegate, then, where the

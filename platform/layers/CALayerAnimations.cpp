@@ -94,6 +94,19 @@ void CALayerAnimations::removeAll()
     cancelWakeUp();
 }
 
+void CALayerAnimations::removeEnding()
+{
+    std::vector<Entry> endless;
+    for (Entry& entry : m_entries) {
+        if (std::isfinite(entry.animation->timing().activeDuration()))
+            discard(entry);
+        else
+            endless.push_back(std::move(entry));
+    }
+    m_entries = std::move(endless);
+    timingDidChange();
+}
+
 // Nobody is called from inside the call that removes an animation.
 void CALayerAnimations::discard(Entry& entry)
 {

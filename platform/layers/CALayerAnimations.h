@@ -30,6 +30,8 @@ public:
     void add(const CAAnimation&, const NSString& key);
     void remove(const NSString& key);
     void removeAll();
+    // All but those that repeat for ever.
+    void removeEnding();
 
     void apply(CALayerValues& shown, const CALayerValues& model, const CAMoment& layerMoment) const;
     // Seconds until a frame differs from this one: 0 while one is running, infinite when none will.

@@ -66,7 +66,7 @@ void UIView::insert(const std::shared_ptr<UIView>& added, std::size_t index)
     if (view->m_superview)
         view->m_superview->takeOut(*view);
     if (changesWindow)
-        view->m_layer->removeAnimationsOfSubtree();
+        view->m_layer->removeEndingAnimationsOfSubtree();
 
     index = std::min(index, m_subviews.size());
     const std::size_t sublayerIndex = layerIndex(*view, index);
@@ -135,7 +135,7 @@ void UIView::removeFromSuperview()
 
     m_superview->takeOut(*this);
     if (windowBefore) {
-        m_layer->removeAnimationsOfSubtree();
+        m_layer->removeEndingAnimationsOfSubtree();
         setWindow(nullptr);
         tellDidMoveToWindow(nullptr);
     }

@@ -27,6 +27,14 @@ protected:
             duration, 0, optionsOfCurve(UIViewAnimationCurve::Linear) | options,
             [this, alpha] { view->setAlpha(alpha); }, remember());
     }
+    // By one radian in one second.
+    static std::shared_ptr<CABasicAnimation> turning()
+    {
+        auto animation = CABasicAnimation::animationWithKeyPath(QStringLiteral("transform.rotation.z"));
+        animation->setByValue(1.0);
+        animation->setDuration(1);
+        return animation;
+    }
     double shownAlpha() const { return view->layer()->presentationValues().opacity; }
 
     std::shared_ptr<UIView> view = addView({ 0, 0, 20, 20 });
@@ -100,10 +108,7 @@ TEST_F(UIViewAnimationEndTest, ASuperviewThatIsRemovedStopsWhatMovesInside)
     view->addSubview(inner);
     const auto dot = CALayer::layer();
     inner->layer()->addSublayer(dot);
-    const auto endless = CABasicAnimation::animationWithKeyPath(QStringLiteral("transform.rotation.z"));
-    endless->setByValue(6.0);
-    endless->setRepeatCount(3.4028235e38);
-    dot->addAnimation(endless, QStringLiteral("indeterminateGroup"));
+    dot->addAnimation(turning(), QStringLiteral("turn"));
     UIView::animate(
         1, [&] { inner->setAlpha(0); }, remember());
     view->removeFromSuperview();
@@ -111,6 +116,24 @@ TEST_F(UIViewAnimationEndTest, ASuperviewThatIsRemovedStopsWhatMovesInside)
     EXPECT_THAT(ends, ElementsAre(false));
     EXPECT_FALSE(inner->layer()->hasAnimations());
     EXPECT_FALSE(dot->hasAnimations());
+}
+
+TEST_F(UIViewAnimationEndTest, AnEndlessAnimationIsSeenAgainWhenItsViewComesBack)
+{
+    const auto endless = turning();
+    endless->setRepeatCount(3.4028235e38);
+    view->setBackgroundColor(UIColor::blackColor());
+    view->layer()->addAnimation(endless, QStringLiteral("indeterminateGroup"));
+    view->layer()->addAnimation(turning(), QStringLiteral("once"));
+    view->removeFromSuperview();
+    EXPECT_THAT(view->layer()->animationKeys(), ElementsAre(QStringLiteral("indeterminateGroup")));
+    runFrames();
+    EXPECT_FALSE(scheduler.isFrameRequested()) << "what is in no window costs no frames";
+    scheduler.advance(10.25);
+    window->addSubview(view);
+    runFrames();
+    EXPECT_NEAR(view->layer()->presentationValues().transform.m11(), std::cos(0.25), 1e-9);
+    EXPECT_TRUE(scheduler.isFrameRequested());
 }
 
 TEST_F(UIViewAnimationEndTest, AViewThatMovesWithinItsWindowGoesOnMoving)

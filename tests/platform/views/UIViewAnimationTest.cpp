@@ -1,5 +1,6 @@
 #include "platform/graphics/UIColor.h"
 #include "platform/layers/CASpringAnimation.h"
+#include "platform/layout/NSLayoutConstraint.h"
 #include "tests/platform/views/ViewLog.h"
 #include "tests/support/SceneFixture.h"
 
@@ -232,6 +233,35 @@ TEST_F(UIViewAnimationTest, WhatALayoutInsideTheBlockMovesIsAnimated)
     outer->setNeedsLayout();
     UIView::animate(0.5, [&] { outer->layoutIfNeeded(); });
     EXPECT_TRUE(animation("position"));
+}
+
+TEST_F(UIViewAnimationTest, WhatAChangedConstraintMovesIsAnimatedUnderTheKeysOfPlaceAndSize)
+{
+    const auto outer = addView({ 0, 0, 200, 100 });
+    view->setTranslatesAutoresizingMaskIntoConstraints(false);
+    outer->addSubview(view);
+    const auto left = view->leftAnchor().constraintEqualToAnchor(outer->leftAnchor(), 0);
+    const auto width = view->widthAnchor().constraintEqualToConstant(20);
+    const NSLayoutConstraint::List constraints { left, width,
+        view->topAnchor().constraintEqualToAnchor(outer->topAnchor()),
+        view->heightAnchor().constraintEqualToConstant(20) };
+    NSLayoutConstraint::activateConstraints(constraints);
+    runFrames();
+    left->setConstant(80);
+    width->setConstant(60);
+    UIView::animate(
+        1, 0, optionsOfCurve(UIViewAnimationCurve::Linear), [&] { outer->layoutIfNeeded(); }, remember());
+    EXPECT_EQ(view->frame(), CGRect(80, 0, 60, 20));
+    for (const char* key : { "position", "bounds" }) {
+        ASSERT_TRUE(animation(key)) << key;
+        EXPECT_TRUE(animation(key)->hasFromValue());
+        EXPECT_FALSE(animation(key)->hasToValue());
+    }
+    scheduler.advance(0.5);
+    EXPECT_NEAR(shownCenter().x(), (10 + 110) / 2.0, 1e-9);
+    EXPECT_NEAR(view->layer()->presentationValues().bounds.width(), 40, 1e-9);
+    scheduler.advance(0.6);
+    EXPECT_EQ(finished, true);
 }
 
 TEST_F(UIViewAnimationTest, NothingIsAnimatedOutsideOfABlockOrWhereItIsSwitchedOff)
