@@ -50,6 +50,57 @@ protected:
             add(button, { CGPoint(left(index), y), button->intrinsicContentSize() });
         }
     }
+
+    // Answers the one with a tint of its own.
+    std::shared_ptr<UIButton> addLooks()
+    {
+        const auto red = UIColor::colorWithRed(0.9, 0.1, 0.2, 1);
+        const auto tinted = add(makeButton(UIButtonType::System, Parts::Both), { 12, 22, 80, 44 });
+        addCaption("own tint", 12, 8);
+        tinted->setTintColor(red);
+
+        const auto dimmed = add(makeButton(UIButtonType::System, Parts::Both), { 112, 22, 80, 44 });
+        addCaption("dimmed", 112, 8);
+        dimmed->setTintAdjustmentMode(UIViewTintAdjustmentMode::Dimmed);
+
+        addCaption("title colours", 212, 8);
+        for (const bool pressed : { false, true }) {
+            const auto coloured = makeButton(UIButtonType::Custom, Parts::Title);
+            coloured->setTitleColor(red, UIControlState::Normal);
+            coloured->setTitleColor(UIColor::systemBlueColor(), UIControlState::Highlighted);
+            coloured->setHighlighted(pressed);
+            add(coloured, { pressed ? 292.0 : 212.0, 22, 70, 44 });
+        }
+
+        addCaption("background pictures, normal and pressed", 12, 76);
+        for (const bool pressed : { false, true }) {
+            const auto backed = makeButton(UIButtonType::Custom, Parts::Both);
+            backed->setTitleColor(UIColor::blackColor(), UIControlState::Normal);
+            backed->setBackgroundImage(plainImage({ 4, 4 }, QColor(255, 220, 120)), UIControlState::Normal);
+            backed->setBackgroundImage(
+                plainImage({ 4, 4 }, QColor(150, 210, 255)), UIControlState::Highlighted);
+            backed->setHighlighted(pressed);
+            add(backed, { pressed ? 132.0 : 12.0, 92, 108, 44 });
+        }
+
+        addCaption("content insets 12, 20; image insets left 10, right -10", 12, 146);
+        const auto inset = makeButton(UIButtonType::System, Parts::Both);
+        inset->setContentEdgeInsets({ 12, 20, 12, 20 });
+        inset->setBackgroundColor(UIColor::systemGray6Color());
+        add(inset, { CGPoint(12, 162), inset->intrinsicContentSize() });
+        const auto moved = makeButton(UIButtonType::System, Parts::Both);
+        moved->setContentEdgeInsets({ 12, 20, 12, 20 });
+        moved->setImageEdgeInsets({ 0, 10, 0, -10 });
+        moved->setBackgroundColor(UIColor::systemGray6Color());
+        add(moved, { CGPoint(132, 162), moved->intrinsicContentSize() });
+        const auto narrow = makeButton(UIButtonType::System, Parts::Both);
+        narrow->setTitle(QStringLiteral("A title too long for it"), UIControlState::Normal);
+        narrow->setBackgroundColor(UIColor::systemGray6Color());
+        add(narrow, { 252, 162, 126, 48 });
+        return tinted;
+    }
+
+    static constexpr double looksHeight = 224;
 };
 
 TEST_P(ButtonsGallery, EveryTypeInEveryState)
@@ -75,49 +126,18 @@ TEST_P(ButtonsGallery, EveryTypeInEveryState)
 
 TEST_P(ButtonsGallery, TintsBackgroundsAndInsets)
 {
-    const auto red = UIColor::colorWithRed(0.9, 0.1, 0.2, 1);
-    const auto tinted = add(makeButton(UIButtonType::System, Parts::Both), { 12, 22, 80, 44 });
-    addCaption("own tint", 12, 8);
-    tinted->setTintColor(red);
+    addLooks();
+    expectPicture("button-looks", looksHeight);
+}
 
-    const auto dimmed = add(makeButton(UIButtonType::System, Parts::Both), { 112, 22, 80, 44 });
-    addCaption("dimmed", 112, 8);
-    dimmed->setTintAdjustmentMode(UIViewTintAdjustmentMode::Dimmed);
-
-    addCaption("title colours", 212, 8);
-    for (const bool pressed : { false, true }) {
-        const auto coloured = makeButton(UIButtonType::Custom, Parts::Title);
-        coloured->setTitleColor(red, UIControlState::Normal);
-        coloured->setTitleColor(UIColor::systemBlueColor(), UIControlState::Highlighted);
-        coloured->setHighlighted(pressed);
-        add(coloured, { pressed ? 292.0 : 212.0, 22, 70, 44 });
-    }
-
-    addCaption("background pictures, normal and pressed", 12, 76);
-    for (const bool pressed : { false, true }) {
-        const auto backed = makeButton(UIButtonType::Custom, Parts::Both);
-        backed->setTitleColor(UIColor::blackColor(), UIControlState::Normal);
-        backed->setBackgroundImage(plainImage({ 4, 4 }, QColor(255, 220, 120)), UIControlState::Normal);
-        backed->setBackgroundImage(plainImage({ 4, 4 }, QColor(150, 210, 255)), UIControlState::Highlighted);
-        backed->setHighlighted(pressed);
-        add(backed, { pressed ? 132.0 : 12.0, 92, 108, 44 });
-    }
-
-    addCaption("content insets 12, 20; image insets left 10, right -10", 12, 146);
-    const auto inset = makeButton(UIButtonType::System, Parts::Both);
-    inset->setContentEdgeInsets({ 12, 20, 12, 20 });
-    inset->setBackgroundColor(UIColor::systemGray6Color());
-    add(inset, { CGPoint(12, 162), inset->intrinsicContentSize() });
-    const auto moved = makeButton(UIButtonType::System, Parts::Both);
-    moved->setContentEdgeInsets({ 12, 20, 12, 20 });
-    moved->setImageEdgeInsets({ 0, 10, 0, -10 });
-    moved->setBackgroundColor(UIColor::systemGray6Color());
-    add(moved, { CGPoint(132, 162), moved->intrinsicContentSize() });
-    const auto narrow = makeButton(UIButtonType::System, Parts::Both);
-    narrow->setTitle(QStringLiteral("A title too long for it"), UIControlState::Normal);
-    narrow->setBackgroundColor(UIColor::systemGray6Color());
-    add(narrow, { 252, 162, 126, 48 });
-    expectPicture("button-looks", 224);
+TEST_P(ButtonsGallery, OneButtonInAnotherTintOrStateIsNoticed)
+{
+    const auto tinted = addLooks();
+    tinted->setTintColor(nullptr);
+    expectOtherPicture("button-looks", looksHeight);
+    tinted->setTintColor(UIColor::colorWithRed(0.9, 0.1, 0.2, 1));
+    tinted->setEnabled(false);
+    expectOtherPicture("button-looks", looksHeight);
 }
 
 GALLERY_LOOKS(ButtonsGallery);

@@ -18,6 +18,7 @@
 #include "tests/support/AssertionRecorder.h"
 #include "tests/support/SceneFixture.h"
 
+class QImage;
 class UIImage;
 
 struct GalleryLook {
@@ -37,8 +38,13 @@ protected:
 
     // Paints the window down to that height and compares it with the scene's picture.
     void expectPicture(const char* scene, double height);
+    // The same the other way round, for tests of the tests: something is amiss, and the picture must tell.
+    void expectOtherPicture(const char* scene, double height);
 
-    // A small grey text with its top left corner at the point.
+    // Says that nothing but the captions is text. Such a picture is compared with much less tolerance.
+    void showsNoText() { m_showsText = false; }
+
+    // A small grey text with its top left corner at the point, which is no part of the comparison.
     void addCaption(const char* text, double x, double y);
     template <typename View> std::shared_ptr<View> add(std::shared_ptr<View> view, const CGRect& rect)
     {
@@ -57,6 +63,14 @@ protected:
     const UIAppearance::Replacement nothingRecorded; // named pictures are recorded at the first look's scale
     const NSBundle::MainReplacement mainBundle { make<NSBundle>(
         QStringLiteral(ORUVANE_SOURCE_DIR "/resources"), std::vector<NSString> { QStringLiteral("en") }) };
+
+private:
+    QImage painted(double height);
+    void blankCaptions(QImage& picture) const;
+    ::testing::AssertionResult matchesPicture(const char* scene, double height);
+
+    std::vector<CGRect> m_captions;
+    bool m_showsText = true;
 };
 
 // Puts a fixture's scenes into all looks.

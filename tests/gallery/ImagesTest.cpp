@@ -50,6 +50,7 @@ std::shared_ptr<UIImage> ImagesGallery::photograph()
 
 TEST_P(ImagesGallery, ContentModes)
 {
+    showsNoText();
     const struct {
         UIViewContentMode mode;
         const char* name;
@@ -73,6 +74,7 @@ TEST_P(ImagesGallery, ContentModes)
 
 TEST_P(ImagesGallery, TemplatesTilesAndCorners)
 {
+    showsNoText();
     const auto icon = picture("ov_icon_play");
     const auto asTemplate = icon->imageWithRenderingMode(UIImageRenderingMode::AlwaysTemplate);
     const auto centred = [this](std::shared_ptr<UIImage> image, const CGRect& rect) {

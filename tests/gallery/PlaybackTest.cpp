@@ -10,6 +10,7 @@ class PlaybackGallery : public Gallery {
 protected:
     PlaybackGallery()
     {
+        showsNoText();
         window->setTintColor(orv_oruvaneMainColor());
         UIAppearance::of<ORVPlaybackButton>()
             .set(&ORVPlaybackButton::setImage, picture("ov_icon_play"), UIControlState::Normal)
@@ -26,6 +27,35 @@ protected:
         addCaption(caption, x, y);
         return add(make<ORVPlaybackButton>(), { x, y + 16, 44, 44 });
     }
+    // Answers the first of them.
+    std::shared_ptr<ORVPlaybackButton> addButtons()
+    {
+        const auto idle = addButton("idle", 12, 8);
+        addButton("playing", 76, 8)->setPlaying(true, Animated::No);
+        addButton("pressed", 140, 8)->setHighlighted(true);
+        addButton("disabled", 204, 8)->setEnabled(false);
+        const auto pressed = addButton("both", 268, 8);
+        pressed->setPlaying(true, Animated::No);
+        pressed->setHighlighted(true);
+        const auto dimmed = addButton("dimmed", 332, 8);
+        dimmed->setTintAdjustmentMode(UIViewTintAdjustmentMode::Dimmed);
+        dimmed->progressView()->setProgress(0.4, Animated::No);
+
+        const auto third = addButton("a third", 12, 80);
+        third->setPlaying(true, Animated::No);
+        third->progressView()->setProgress(1.0 / 3, Animated::No);
+        addButton("whole", 76, 80)->progressView()->setProgress(1, Animated::No);
+        addButton("loading", 140, 80)->progressView()->setIndeterminate(true);
+        const auto inset = addButton("insets 6", 204, 80);
+        inset->setContentEdgeInsets({ 6, 6, 6, 6 });
+        inset->progressView()->setProgress(0.25, Animated::No);
+        const auto switching = addButton("switching", 268, 80);
+        runFrames();
+        switching->setPlaying(true, Animated::Yes);
+        scheduler.advance(0.075); // half way to nothing
+        return idle;
+    }
+
     std::shared_ptr<ORVCircularProgressView> addRing(
         const char* caption, double x, double y, double side = 44)
     {
@@ -40,34 +70,27 @@ protected:
         slider->setCurrentPosition(position);
         return slider;
     }
+
+    static constexpr double buttonsHeight = 150;
 };
 
 TEST_P(PlaybackGallery, Buttons)
 {
-    addButton("idle", 12, 8);
-    addButton("playing", 76, 8)->setPlaying(true, Animated::No);
-    addButton("pressed", 140, 8)->setHighlighted(true);
-    addButton("disabled", 204, 8)->setEnabled(false);
-    const auto pressed = addButton("both", 268, 8);
-    pressed->setPlaying(true, Animated::No);
-    pressed->setHighlighted(true);
-    const auto dimmed = addButton("dimmed", 332, 8);
-    dimmed->setTintAdjustmentMode(UIViewTintAdjustmentMode::Dimmed);
-    dimmed->progressView()->setProgress(0.4, Animated::No);
+    addButtons();
+    expectPicture("playback-buttons", buttonsHeight);
+}
 
-    const auto third = addButton("a third", 12, 80);
-    third->setPlaying(true, Animated::No);
-    third->progressView()->setProgress(1.0 / 3, Animated::No);
-    addButton("whole", 76, 80)->progressView()->setProgress(1, Animated::No);
-    addButton("loading", 140, 80)->progressView()->setIndeterminate(true);
-    const auto inset = addButton("insets 6", 204, 80);
-    inset->setContentEdgeInsets({ 6, 6, 6, 6 });
-    inset->progressView()->setProgress(0.25, Animated::No);
-    const auto switching = addButton("switching", 268, 80);
-    runFrames();
-    switching->setPlaying(true, Animated::Yes);
-    scheduler.advance(0.075); // half way to nothing
-    expectPicture("playback-buttons", 150);
+TEST_P(PlaybackGallery, OneIconThatHasLostItsTintOrItsPlaceIsNoticed)
+{
+    const auto idle = addButtons();
+    idle->imageView()->setTintColor(UIColor::labelColor());
+    expectOtherPicture("playback-buttons", buttonsHeight);
+    idle->imageView()->setTintColor(nullptr);
+    idle->setImageEdgeInsets({ 0, 3, 0, 0 });
+    expectOtherPicture("playback-buttons", buttonsHeight);
+    idle->setImageEdgeInsets({});
+    idle->progressView()->setTrackTintColor(UIColor::clearColor());
+    expectOtherPicture("playback-buttons", buttonsHeight);
 }
 
 TEST_P(PlaybackGallery, Rings)
