@@ -1,12 +1,13 @@
 // What the whole application costs: to start, to stand idle, to play one recording to its end.
 //
-// Runs it in a real window, offscreen, waits idle, taps the first row, and prints figures about each part.
+// Runs it in a real window, offscreen, waits idle, taps the first button, and prints figures about each part.
 // The sound goes to the sound server, if there is one. "launch" ends after the first frame. "empty" starts a
 // window with nothing in it instead: what the toolkit beneath costs by itself.
 //     application_benchmark [seconds to stand idle | launch | empty]
 #include "app/ORVAppDelegate.h"
 #include "benchmarks/InstructionCount.h"
 #include "benchmarks/ListOnTheScreen.h"
+#include "list/ORVRecordTableViewCell.h"
 #include "platform/host/HostApplication.h"
 #include "platform/host/HostEnvironment.h"
 #include "platform/host/ProcessFigures.h"
@@ -72,8 +73,12 @@ private:
         m_begin = now();
         m_start = Scheduler::current().now();
         TouchDispatcher& touches = *UIApplication::sharedApplication()->touches();
-        touches.touchBegan(finger, { 150, 150 });
-        touches.touchEnded(finger, { 150, 150 });
+        const auto table = listOnTheScreen()->tableView();
+        const auto cell = std::dynamic_pointer_cast<ORVRecordTableViewCell>(table->cellForRow({ 0, 0 }));
+        const auto& button = cell->playbackButton();
+        const CGPoint middle = button->convertPointToView(button->bounds().center(), nullptr);
+        touches.touchBegan(finger, middle);
+        touches.touchEnded(finger, middle);
         waitForTheEnd();
     }
 
