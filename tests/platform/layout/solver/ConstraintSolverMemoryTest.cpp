@@ -91,9 +91,9 @@ TEST_F(ConstraintSolverMemoryTest, AWarmSolverAllocatesNothingToRefuseAConstrain
     EXPECT_EQ(s_allocations, before);
 }
 
-TEST_F(ConstraintSolverMemoryTest, WhereRoomWasMadeLittleIsAllocatedToBuild)
+TEST_F(ConstraintSolverMemoryTest, TheCounterSeesWhatAFirstVariableAllocates)
 {
     const std::size_t before = s_allocations;
     solver.addVariable();
-    EXPECT_GT(s_allocations, before); // the count counts
+    EXPECT_GT(s_allocations, before);
 }

@@ -66,11 +66,11 @@ struct LayoutModel {
     static constexpr std::array<double, 6> widths { 320, 375, 390, 414, 600, 768 };
 };
 
-// A model in a solver: the cell's width and height are pinned by two constraints more, a little below
+// A model in a solver. Two required constraints more pin the width and height of the cell.
 // required.
 class SolvedModel {
 public:
-    static constexpr double pinPriority = 1000;
+    static constexpr double pinPriority = ConstraintSolver::required;
 
     SolvedModel(ConstraintSolver& solver, const LayoutModel& model)
         : m_solver(solver)
