@@ -67,7 +67,6 @@ struct LayoutModel {
 };
 
 // A model in a solver. Two required constraints more pin the width and height of the cell.
-// required.
 class SolvedModel {
 public:
     static constexpr double pinPriority = ConstraintSolver::required;
