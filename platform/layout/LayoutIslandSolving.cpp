@@ -21,6 +21,9 @@ constexpr UILayoutPriority almostRequired = 999.999;
 // Not a number is not either.
 bool isSolvable(double number) { return std::abs(number) <= ConstraintSolver::largest; }
 
+// What rounding leaves of nothing is nothing.
+double withoutResidue(double number) { return std::abs(number) < 1e-9 ? 0 : number; }
+
 std::size_t indexOf(ConstraintSolver::Variable unknown) { return static_cast<std::size_t>(unknown); }
 
 } // namespace
@@ -47,7 +50,7 @@ CGRect LayoutIsland::foundFrame(const LayoutNode& node, const CGRect& frame) con
     double numbers[layoutQuantityCount] = { frame.x(), frame.y(), frame.width(), frame.height() };
     for (std::size_t index = 0; index < layoutQuantityCount; ++index)
         if (node.unknowns[index] != Unknown::None)
-            numbers[index] = m_solver.value(node.unknowns[index]);
+            numbers[index] = withoutResidue(m_solver.value(node.unknowns[index]));
     return { numbers[0], numbers[1], std::max(numbers[2], 0.0), std::max(numbers[3], 0.0) };
 }
 

@@ -9,9 +9,6 @@ namespace {
 
 constexpr double unknown = std::numeric_limits<double>::quiet_NaN();
 
-// Not a number is not either.
-bool isModest(double number) { return std::abs(number) <= ConstraintSolver::largest; }
-
 } // namespace
 
 void ConstraintSolver::reserve(std::size_t variables, std::size_t constraints)
@@ -62,69 +59,34 @@ void ConstraintSolver::removeVariable(Variable variable)
     --m_variableCount;
 }
 
-void ConstraintSolver::reportUnacceptable(const Term& term) const
-{
-    NSParameterAssert(isVariable(term.variable), "ConstraintSolver", "isVariable(term.variable)");
-    NSParameterAssert(isModest(term.coefficient), "ConstraintSolver", "fabs(term.coefficient) <= 1e9");
-}
-
-// Adds up what a variable has several times, and drops those that are left without a coefficient.
-void ConstraintSolver::joinTerms()
-{
-    std::sort(m_terms.begin(), m_terms.end(),
-        [](const auto& one, const auto& other) { return one.symbol < other.symbol; });
-    std::size_t kept = 0;
-    for (const auto& term : m_terms) {
-        if (kept > 0 && m_terms[kept - 1].symbol == term.symbol)
-            m_terms[kept - 1].coefficient += term.coefficient;
-        else
-            m_terms[kept++] = term;
-    }
-    m_terms.resize(kept);
-    std::erase_if(m_terms, [](const auto& term) { return std::abs(term.coefficient) < SolverTableau::tiny; });
-}
-
-// False when one of them cannot be taken.
+// False when one of them cannot be taken. A variable may come several times: the tableau adds up.
 bool ConstraintSolver::collectTerms(std::span<const Term> terms, int sign)
 {
-    constexpr std::size_t few = 8; // so few are compared in pairs
     m_terms.resize(terms.size());
-    SolverVertex::Term* const begin = m_terms.data();
-    SolverVertex::Term* end = begin;
+    SolverVertex::Term* end = m_terms.data();
     bool areAcceptable = true;
     double largestCoefficient = 0;
-    bool isPlain = terms.size() <= few;
     for (const Term& term : terms) {
         if (!isVariable(term.variable) || !isModest(term.coefficient)) [[unlikely]] {
-            reportUnacceptable(term);
+            reportRefused(term);
             areAcceptable = false;
         }
-        const auto symbol = static_cast<Index>(term.variable);
-        bool isRepeated = false;
-        if (isPlain)
-            for (const SolverVertex::Term* other = begin; other != end; ++other)
-                isRepeated |= other->symbol == symbol;
-        const double size = std::abs(term.coefficient);
-        isPlain = isPlain && !isRepeated && size >= SolverTableau::tiny;
-        largestCoefficient = std::max(largestCoefficient, size);
-        *end++ = { symbol, sign * term.coefficient };
+        largestCoefficient = std::max(largestCoefficient, std::abs(term.coefficient));
+        *end++ = { static_cast<Index>(term.variable), sign * term.coefficient };
     }
-    if (!areAcceptable)
-        return false;
-    if (!isPlain)
-        joinTerms();
-    m_vertex.widenTolerance(largestCoefficient);
-    return true;
+    if (areAcceptable)
+        m_vertex.widenTolerance(largestCoefficient);
+    return areAcceptable;
 }
 
 ConstraintSolver::Constraint ConstraintSolver::addConstraint(
     std::span<const Term> terms, double constant, Relation relation, double priority)
 {
-    const bool hasPriority = priority > 0 && priority <= required;
-    NSParameterAssert(hasPriority, "ConstraintSolver", "priority > 0 && priority <= 1000");
-    NSParameterAssert(isModest(constant), "ConstraintSolver", "fabs(constant) <= 1e9");
+    const bool isAcceptable = isModest(constant) && priority > 0 && priority <= required;
+    if (!isAcceptable) [[unlikely]]
+        reportRefused(constant, priority);
     const int sign = relation == Relation::LessThanOrEqual ? -1 : 1;
-    if (!collectTerms(terms, sign) || !hasPriority || !isModest(constant))
+    if (!collectTerms(terms, sign) || !isAcceptable)
         return Constraint::None;
     // A contradiction that has been resolved since is not held against the new one.
     if (m_isConflicting)
@@ -175,10 +137,8 @@ void ConstraintSolver::noteConflict(Index symbol, Index except)
 
 void ConstraintSolver::removeConstraint(Constraint constraint)
 {
-    const bool isKnown = isConstraint(constraint);
-    NSParameterAssert(isKnown, "ConstraintSolver", "isConstraint(constraint)");
-    if (!isKnown)
-        return;
+    if (!isConstraint(constraint)) [[unlikely]]
+        return reportRefused(constraint, 0);
     const auto index = static_cast<Index>(constraint);
     m_vertex.removeConstraint(index);
     m_constraints.remove(index);
@@ -201,18 +161,14 @@ bool ConstraintSolver::isFeasible()
 
 bool ConstraintSolver::setConstant(Constraint constraint, double constant)
 {
-    const bool isKnown = isConstraint(constraint);
-    NSParameterAssert(isKnown, "ConstraintSolver", "isConstraint(constraint)");
-    NSParameterAssert(isModest(constant), "ConstraintSolver", "fabs(constant) <= 1e9");
-    if (!isKnown || !isModest(constant))
+    if (!isConstraint(constraint) || !isModest(constant)) [[unlikely]] {
+        reportRefused(constraint, constant);
         return !m_isConflicting;
+    }
     const auto index = static_cast<Index>(constraint);
-    const double before = m_constraints[index].constant;
-    const double after = m_constraints[index].sign * constant;
-    if (after != before) {
+    if (const double difference = m_constraints.changeConstant(index, constant); difference != 0) {
         m_vertex.widenTolerance(constant);
-        m_constraints.setConstant(index, after);
-        m_vertex.shiftConstraint(index, after - before);
+        m_vertex.shiftConstraint(index, difference);
         m_isPending = true;
     }
     return isFeasible();
@@ -242,28 +198,27 @@ bool ConstraintSolver::solve()
 void ConstraintSolver::publish()
 {
     // The list is empty as a rule, and then needs no look at who is in it already.
-    for (std::size_t place = 0; place < m_changedCount; ++place)
-        m_isChanged[static_cast<std::size_t>(m_changed[place])] = true;
+    if (m_changedCount == 0)
+        return publishTo(m_changed.data(), [](Index) { return true; });
     const std::size_t known = m_changedCount;
-    const double tolerance = m_vertex.tolerance();
-    double* const values = m_values.data();
-    Variable* end = m_changed.data() + m_changedCount;
-    m_vertex.takeTouched([&, tolerance, values, known](Index index, double value) {
-        if (std::abs(value - values[index]) < tolerance)
-            return;
-        values[index] = value;
-        if (std::abs(value) < tolerance) [[unlikely]]
-            values[index] = 0;
-        if (known == 0 || !m_isChanged[index])
-            *end++ = Variable { index };
-    });
-    m_changedCount = std::size_t(end - m_changed.data());
+    for (std::size_t place = 0; place < known; ++place)
+        m_isChanged[static_cast<std::size_t>(m_changed[place])] = true;
+    publishTo(m_changed.data() + known, [this](Index index) { return !m_isChanged[index]; });
     for (std::size_t place = 0; place < known; ++place)
         m_isChanged[static_cast<std::size_t>(m_changed[place])] = false;
 }
 
-double ConstraintSolver::valueOfUnknown() const
+// Takes over the values that differ, and lists from there on those variables that are news.
+template <typename IsNews> void ConstraintSolver::publishTo(Variable* end, IsNews isNews)
 {
-    NSParameterAssert(false, "ConstraintSolver", "isVariable(variable)");
-    return 0;
+    const double tolerance = m_vertex.tolerance();
+    double* const values = m_values.data();
+    m_vertex.takeTouched([=, &end](Index index, double value) {
+        if (std::abs(value - values[index]) < tolerance)
+            return;
+        values[index] = value;
+        if (isNews(index))
+            *end++ = Variable { index };
+    });
+    m_changedCount = std::size_t(end - m_changed.data());
 }

@@ -73,13 +73,17 @@ private:
     void makeRoom(Index);
     bool isVariable(Variable) const;
     bool isConstraint(Constraint) const;
-    void reportUnacceptable(const Term&) const;
+    // Not a number is not modest either.
+    static bool isModest(double number) { return std::abs(number) <= largest; }
+    void reportRefused(const Term&) const;
+    void reportRefused(double constant, double priority) const;
+    void reportRefused(Constraint, double constant) const;
     bool collectTerms(std::span<const Term>, int sign);
-    void joinTerms();
     bool isFeasible();
     bool admit(Index);
     void noteConflict(Index symbol, Index except);
     void publish();
+    template <typename IsNews> void publishTo(Variable* end, IsNews isNews);
     double valueOfUnknown() const;
     NSString textOfConstraint(Index) const;
     NSString textOfRow(Index) const;

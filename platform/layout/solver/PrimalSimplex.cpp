@@ -68,14 +68,15 @@ bool PrimalSimplex::isBefore(const Corner& one, const Corner& other) const
 void PrimalSimplex::collectCorners(SolverVertex& vertex)
 {
     m_corners.clear();
-    vertex.tableau().forEachInColumn(m_column, [&](Index row, double value) {
-        const SolverSymbol& symbol = vertex.symbol(vertex.rowSymbol(row));
+    vertex.tableau().forEachInColumn(m_column, [&](std::size_t row, double value) {
+        const Index index = vertex.rowSymbol(Index(row));
+        const SolverSymbol& symbol = vertex.symbol(index);
         const double rate = m_direction * value;
         if (std::abs(rate) <= SolverVertex::smallestPivot)
             return;
         if (symbol.sides & (rate > 0 ? SolverSymbol::Positive : SolverSymbol::Negative))
             return;
-        m_corners.push_back({ std::max(-symbol.value / rate, 0.0), rate, vertex.rowSymbol(row) });
+        m_corners.push_back({ std::max(-symbol.value / rate, 0.0), rate, index });
     });
     std::sort(m_corners.begin(), m_corners.end(),
         [this](const Corner& one, const Corner& other) { return isBefore(one, other); });

@@ -1,5 +1,7 @@
 #include "platform/layout/solver/SolverConstraints.h"
 
+#include "platform/layout/solver/SolverTableau.h"
+
 #include <algorithm>
 
 // A removed constraint's room waits for the next one of its number; too small, it is given up.
@@ -43,11 +45,15 @@ void SolverConstraints::add(
         *kept++ = term;
 }
 
+// A variable whose coefficients cancel each other is not.
 bool SolverConstraints::isMentioned(Index variable) const
 {
-    for (const Constraint& constraint : m_constraints)
+    const auto mentions = [&](const Constraint& constraint) {
+        double coefficient = 0;
         for (Index place = 0; place < constraint.termCount; ++place)
             if (m_terms[constraint.firstTerm + place].symbol == variable)
-                return true;
-    return false;
+                coefficient += m_terms[constraint.firstTerm + place].coefficient;
+        return std::abs(coefficient) >= SolverTableau::tiny;
+    };
+    return std::any_of(m_constraints.begin(), m_constraints.end(), mentions);
 }

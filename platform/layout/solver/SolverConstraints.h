@@ -32,7 +32,14 @@ public:
     void remove(Index symbol) { m_constraints[symbol].termCount = 0; }
 
     const Constraint& operator[](Index symbol) const { return m_constraints[symbol]; }
-    void setConstant(Index symbol, double constant) { m_constraints[symbol].constant = constant; }
+    // By how much the constant, which is given as it was stated, has grown.
+    double changeConstant(Index symbol, double constant)
+    {
+        Constraint& constraint = m_constraints[symbol];
+        const double before = constraint.constant;
+        constraint.constant = constraint.sign * constant;
+        return constraint.constant - before;
+    }
     std::span<const Term> terms(Index symbol) const
     {
         return { m_terms.data() + m_constraints[symbol].firstTerm, m_constraints[symbol].termCount };

@@ -197,10 +197,11 @@ void SolverTableau::substitute(Index row, Index column, double inverse, const En
             mask[word] |= rows[word];
     }
     const Word* const pivotMask = rowMask(row);
-    forEachBit(rows, m_rowWords, [&](Index other) {
+    double* const block = m_cells.get();
+    forEachBit(rows, m_rowWords, [&, block, stride = std::size_t(m_stride)](Index other) {
         if (other == row)
             return;
-        double* const values = cells(other);
+        double* const values = block + other * stride;
         const double factor = values[column];
         values[column] = factor * inverse;
         Word* const mask = rowMask(other);

@@ -94,18 +94,25 @@ inline void SolverTableau::forEachBit(const Word* words, Index count, Visitor vi
 
 template <typename Visitor> inline void SolverTableau::forEachInColumn(Index column, Visitor visit) const
 {
-    forEachBit(m_columnMasks.data() + std::size_t(column) * m_rowWords, m_rowWords,
-        [&](Index row) { visit(row, cell(row, column)); });
+    const Word* const mask = m_columnMasks.data() + std::size_t(column) * m_rowWords;
+    const double* const cells = m_cells.get() + column;
+    const std::size_t stride = m_stride;
+    for (std::size_t word = 0; word < m_rowWords; ++word)
+        for (Word bits = mask[word]; bits != 0; bits &= bits - 1) {
+            const std::size_t row = word * wordBits + std::size_t(std::countr_zero(bits));
+            visit(row, cells[row * stride]);
+        }
 }
 
 template <typename Visitor>
 inline void SolverTableau::forEachInRow(Index row, const std::vector<Word>& columns, Visitor visit)
 {
-    const Word* mask = rowMask(row);
+    const Word* const mask = rowMask(row);
+    const double* const values = cells(row);
     for (Index word = 0; word < m_columnWords; ++word)
         for (Word bits = mask[word] & columns[word]; bits != 0; bits &= bits - 1) {
             const Index column = word * wordBits + Index(std::countr_zero(bits));
-            visit(column, cell(row, column));
+            visit(column, values[column]);
         }
 }
 

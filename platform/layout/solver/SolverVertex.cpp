@@ -1,6 +1,7 @@
 #include "platform/layout/solver/SolverVertex.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -229,20 +230,22 @@ void SolverVertex::moveColumn(Index column, double distance)
     ++m_wear;
     SolverSymbol* const symbols = m_symbols.data();
     const Index* const rowSymbols = m_rowSymbols.data();
-    m_tableau.forEachInColumn(column, [=, this](Index row, double value) {
+    Index* touched = m_touched.data() + m_touchedCount;
+    m_tableau.forEachInColumn(column, [=, this, &touched](std::size_t row, double value) {
         const Index index = rowSymbols[row];
         SolverSymbol& symbol = symbols[index];
         symbol.value += value * distance;
         if (symbol.sides != SolverSymbol::Both)
             check(symbol, index);
-        else if (!symbol.isTouched)
-            touch(symbol, index);
+        else if (!std::exchange(symbol.isTouched, true))
+            *touched++ = index;
     });
     const Index index = m_columnSymbols[column];
     SolverSymbol& symbol = symbols[index];
     symbol.value += distance;
-    if (symbol.kind == Kind::Variable && !symbol.isTouched)
-        touch(symbol, index);
+    if (symbol.kind == Kind::Variable && !std::exchange(symbol.isTouched, true))
+        *touched++ = index;
+    m_touchedCount = std::size_t(touched - m_touched.data());
 }
 
 void SolverVertex::reserve(std::size_t variables, std::size_t constraints)

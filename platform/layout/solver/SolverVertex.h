@@ -95,11 +95,6 @@ private:
             suspect(symbol, index);
     }
     void suspect(SolverSymbol&, Index);
-    void touch(SolverSymbol& symbol, Index index)
-    {
-        symbol.isTouched = true;
-        m_touched[m_touchedCount++] = index;
-    }
     bool isCostFree(Index column);
     void resetTableau();
     std::size_t orderConstraints();
