@@ -63,7 +63,8 @@ TEST_P(ImagesGallery, ContentModes)
               { UIViewContentMode::BottomLeft, "bottom left" },
               { UIViewContentMode::BottomRight, "bottom right" } };
     for (int index = 0; index < int(std::size(modes)); ++index) {
-        const CGPoint place(margin + index % 4 * 94, 8 + index / 4 * 84);
+        const int row = index / 4;
+        const CGPoint place(margin + index % 4 * 94, 8 + row * 84);
         addCaption(modes[index].name, place.x(), place.y());
         const auto view = addImage(arrow(), { place + CGPoint(0, 14), CGSize(80, 56) });
         view->setContentMode(modes[index].mode);
