@@ -2,6 +2,7 @@
 
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/views/UITouch.h"
+#include "platform/views/UIWindow.h"
 
 #include <algorithm>
 
@@ -54,6 +55,7 @@ std::shared_ptr<UITableViewCell> UITableView::dequeueReusableCell(const NSString
 
 void UITableView::reloadData()
 {
+    const auto keepAlive = shared_from_this(); // a finger's end may drop the table
     discardCells();
     m_selected.reset();
     m_loaded = false;
@@ -70,12 +72,14 @@ void UITableView::reloadSection(int section, UITableViewRowAnimation animation)
         reloadData();
         return;
     }
+    const auto keepAlive = shared_from_this();
     // The old rows fade away over the new ones; they are no longer cells of the table.
     std::vector<std::shared_ptr<UITableViewCell>> leaving;
-    for (const auto& [row, cell] : m_cells)
+    for (const auto& [row, cell] : std::exchange(m_cells, {}))
         leaving.push_back(cell);
-    m_cells.clear();
     m_highlightedRow.reset();
+    for (const auto& cell : leaving)
+        letGoOfTouches(*cell);
     m_selected.reset();
     m_loaded = false;
     loadIfNecessary();
@@ -242,20 +246,36 @@ void UITableView::showRow(int row, const RowGeometry& rows)
 
 void UITableView::hideRowsOutside(Span span)
 {
-    for (auto entry = m_cells.begin(); entry != m_cells.end();) {
-        if (span.contains(entry->first)) {
-            ++entry;
-            continue;
-        }
-        m_pool.giveBack(entry->second);
-        entry = m_cells.erase(entry);
+    std::vector<int> leaving;
+    for (const auto& [row, cell] : m_cells)
+        if (!span.contains(row))
+            leaving.push_back(row);
+    for (const int row : leaving) {
+        const auto cell = cellForRow({ 0, row });
+        if (cell)
+            letGoOfTouches(*cell); // as long as it is known which row it shows
+        if (!cell || cellForRow({ 0, row }) != cell)
+            continue; // one of those who were told has reloaded the table
+        m_cells.erase(row);
+        m_pool.giveBack(cell);
     }
 }
 
+// All rows may be others by now, so that these cells show none any more.
 void UITableView::discardCells()
 {
     m_highlightedRow.reset();
-    hideRowsOutside({});
+    for (const auto& [row, cell] : std::exchange(m_cells, {})) {
+        letGoOfTouches(*cell);
+        m_pool.giveBack(cell);
+    }
+}
+
+// A finger does not go over to the row that a cell shows next.
+void UITableView::letGoOfTouches(UITableViewCell& cell)
+{
+    if (window())
+        window()->touches().viewWillLeaveWindow(cell);
 }
 
 std::vector<std::shared_ptr<UITableViewCell>> UITableView::visibleCells() const

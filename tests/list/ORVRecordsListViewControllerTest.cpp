@@ -521,6 +521,72 @@ TEST_F(ScrubbingTest, ADragOfTheThumbDoesNotScrollTheList)
     EXPECT_EQ(controller->tableView()->contentOffset(), offset);
 }
 
+TEST_F(ScrubbingTest, OnceADragHasBegunAVerticalMoveDoesNotScrollTheList)
+{
+    openPlaying(0.5);
+    const CGPoint start = thumb();
+    const auto offset = controller->tableView()->contentOffset();
+    touch.down(start);
+    touch.moveTo({ start.x() + 15, start.y() });
+    touch.glideTo({ start.x() + 15, start.y() - 200 }, 0.2);
+    EXPECT_EQ(controller->tableView()->contentOffset(), offset);
+    EXPECT_TRUE(slider().isDraggingThumb());
+    touch.up();
+    scheduler.advance(0.5);
+    EXPECT_EQ(controller->tableView()->contentOffset(), offset);
+}
+
+TEST_F(ScrubbingTest, AFlickThatStartsOnTheBarScrollsTheList)
+{
+    openPlaying(0.5);
+    const auto player = controller->currentPlayer();
+    const CGPoint start = slider().convertPointToView({ 300, 22 }, nullptr);
+    touch.drag(start, { start.x(), start.y() - 100 }, 0.1);
+    scheduler.advance(0.3);
+    EXPECT_GT(controller->tableView()->contentOffset().y(), 100);
+    EXPECT_FALSE(player->isPaused());
+    EXPECT_LT(player->timePosition(), player->recordDuration() / 2) << "nobody has sought";
+}
+
+TEST_F(ScrubbingTest, ADragWhoseRowIsScrolledAwayEndsForItsOwnRecord)
+{
+    openPlaying(1);
+    const auto player = controller->currentPlayer();
+    const CGPoint start = thumb();
+    touch.down(start);
+    touch.moveTo({ start.x() + 20, start.y() });
+    touch.moveTo({ start.x() + 100, start.y() });
+    EXPECT_TRUE(player->isPaused());
+    const double position = slider().currentPosition();
+    controller->tableView()->setContentOffset({ 0, 1000 });
+    runFrames();
+    executor.runAll();
+    EXPECT_EQ(controller->currentPlayer(), player) << "no other record plays";
+    EXPECT_FALSE(player->isPaused());
+    EXPECT_NEAR(player->timePosition(), position * player->recordDuration(), 0.05);
+    touch.moveTo({ start.x() + 200, start.y() });
+    touch.up();
+    executor.runAll();
+    EXPECT_EQ(controller->currentPlayer(), player);
+    for (const auto& cell : controller->tableView()->visibleCells())
+        EXPECT_FALSE(std::static_pointer_cast<ORVRecordTableViewCell>(cell)->playbackButton()->isPlaying());
+}
+
+TEST_F(ORVRecordsListViewControllerTest, AButtonThatIsScrolledAwayUnderAFingerPlaysNothing)
+{
+    open();
+    touch.down(centerOf(*cellAt(0)->playbackButton()));
+    scheduler.advance(0.2);
+    controller->tableView()->setContentOffset({ 0, 640 }); // a row of the same place is under the finger
+    runFrames();
+    for (const auto& cell : controller->tableView()->visibleCells())
+        EXPECT_FALSE(
+            std::static_pointer_cast<ORVRecordTableViewCell>(cell)->playbackButton()->isHighlighted());
+    touch.up();
+    executor.runAll();
+    EXPECT_EQ(controller->currentPlayer(), nullptr);
+}
+
 TEST_F(ORVRecordsListViewControllerTest, DrawsOnlyWhileSomethingMoves)
 {
     open();
