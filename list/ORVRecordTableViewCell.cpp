@@ -44,6 +44,8 @@ void ORVRecordTableViewCell::init()
     auto selectedBackground = make<UIView>();
     selectedBackground->setBackgroundColor(orv_oruvaneSelectedCellBackgroundColor());
     setSelectedBackgroundView(selectedBackground);
+    setPreservesSuperviewLayoutMargins(false);
+    setLayoutMargins({});
     makeInfoView();
     makeSlider();
     m_customSeparator = make<UIView>();
@@ -129,6 +131,7 @@ void ORVRecordTableViewCell::setPlaybackSliderVisible(bool visible, Animated ani
     const auto slider = m_playbackSlider;
     const auto fade = [slider, visible] { slider->setAlpha(visible ? 1 : 0); };
     if (animated == Animated::No) {
+        m_playbackSlider->layer()->removeAnimationForKey(QStringLiteral("opacity")); // of a fade under way
         fade();
         if (!visible)
             removePlaybackSliderIfNecessary();

@@ -94,6 +94,13 @@ TEST_F(ORVRecordTableViewCellTest, MayBeMissing)
     EXPECT_TRUE(cell->authorNameLabel()->text().isEmpty());
 }
 
+TEST_F(ORVRecordTableViewCellTest, KeepsNoMarginsOfItsOwnOrItsSuperview)
+{
+    EXPECT_FALSE(cell->preservesSuperviewLayoutMargins());
+    cell->setFrame({ 0, 200, 390, 64 }); // clear of the notch
+    EXPECT_EQ(cell->layoutMargins(), UIEdgeInsets());
+}
+
 // --- Playback controls -------------------------------------------------------------------------------
 
 struct Look {
@@ -214,6 +221,42 @@ TEST_F(CellSliderTest, StaysWhenItIsShownAgainBeforeItHasGone)
     EXPECT_EQ(cell->playbackSlider()->layer()->presentationValues().opacity, 1);
 }
 
+TEST_F(CellSliderTest, StaysWhenItIsShownAgainAtOnceBeforeItHasGone)
+{
+    cell->setPlaybackSliderVisible(true, Animated::No);
+    runFrames();
+    cell->setPlaybackSliderVisible(false, Animated::Yes);
+    scheduler.advance(0.15);
+    cell->setPlaybackSliderVisible(true, Animated::No);
+    EXPECT_EQ(cell->playbackSlider()->layer()->presentationValues().opacity, 1) << "at once";
+    scheduler.advance(1);
+    EXPECT_TRUE(hasSlider());
+    EXPECT_EQ(cell->playbackSlider()->layer()->presentationValues().opacity, 1);
+}
+
+TEST_F(CellSliderTest, StaysTransparentWhereItsFadeWasInterrupted)
+{
+    cell->setPlaybackSliderVisible(true, Animated::No);
+    runFrames();
+    cell->setPlaybackSliderVisible(false, Animated::Yes);
+    scheduler.advance(0.15);
+    cell->playbackSlider()->layer()->removeAllAnimations();
+    scheduler.advance(1);
+    EXPECT_TRUE(hasSlider());
+    EXPECT_EQ(cell->playbackSlider()->alpha(), 0);
+}
+
+TEST_F(CellSliderTest, LeavesACellThatIsDroppedWhileItFades)
+{
+    cell->setPlaybackSliderVisible(true, Animated::No);
+    runFrames();
+    cell->setPlaybackSliderVisible(false, Animated::Yes);
+    const std::weak_ptr<ORVRecordTableViewCell> weak = cell;
+    std::exchange(cell, nullptr)->removeFromSuperview();
+    scheduler.advance(1);
+    EXPECT_TRUE(weak.expired());
+}
+
 TEST_F(CellSliderTest, RendersItsWaveformAtEveryShowing)
 {
     record->setSoundFileURL(storage->records().front()->soundFileURL());
@@ -231,17 +274,26 @@ TEST_F(CellSliderTest, RendersItsWaveformAtEveryShowing)
 
 class CellRequests final : public NSObject, public ORVRecordTableViewCellDelegate {
 public:
-    void recordTableViewCellRequestsPlayback(ORVRecordTableViewCell&) override { lines.push_back("play"); }
+    void recordTableViewCellRequestsPlayback(ORVRecordTableViewCell&) override { hear("play"); }
     void recordTableViewCellRequestsPauseInterim(ORVRecordTableViewCell&, bool interim) override
     {
-        lines.push_back(interim ? "pause for now" : "pause");
+        hear(interim ? "pause for now" : "pause");
     }
     void recordTableViewCellRequestsSeekPlaybackToPositionFraction(
         ORVRecordTableViewCell&, double fraction) override
     {
-        lines.push_back("seek " + std::to_string(fraction).substr(0, 4));
+        hear("seek " + std::to_string(fraction).substr(0, 4));
     }
     std::vector<std::string> lines;
+    std::function<void(const std::string& line)> whenHeard;
+
+private:
+    void hear(const std::string& line)
+    {
+        lines.push_back(line);
+        if (whenHeard)
+            whenHeard(line);
+    }
 };
 
 class CellRequestsTest : public CellSliderTest {
@@ -308,6 +360,48 @@ TEST_F(CellRequestsTest, ReachNobodyWithoutADelegateOrWithOneThatDoesNotListen)
         EXPECT_FALSE(cell->playbackButton()->isPlaying());
     }
     EXPECT_TRUE(requests->lines.empty());
+}
+
+TEST_F(CellRequestsTest, MayDropTheCellFromInsideEachOfThem)
+{
+    for (const char* when : { "pause for now", "seek", "play", "pause" }) {
+        cell = addView<ORVRecordTableViewCell>({ 0, 0, 390, 108 });
+        cell->setPlaybackSliderVisible(true, Animated::No);
+        cell->playbackSlider()->setThumbHidden(false);
+        cell->playbackButton()->setPlaying(true, Animated::No);
+        runFrames();
+        cell->setDelegate(requests);
+        const std::weak_ptr<ORVRecordTableViewCell> weak = cell;
+        requests->whenHeard = [&](const std::string& line) {
+            if (cell && line.starts_with(when))
+                std::exchange(cell, nullptr)->removeFromSuperview();
+        };
+        const CGPoint thumb = cell->playbackSlider()->convertPointToView({ 5, 22 }, nullptr);
+        const CGPoint button = centerOf(*cell->playbackButton());
+        touch.down(thumb);
+        touch.moveTo(thumb + CGPoint(30, 0));
+        touch.moveTo(thumb + CGPoint(60, 0));
+        touch.up();
+        scheduler.advance(0.4);
+        touch.tap(button);
+        scheduler.advance(1);
+        EXPECT_FALSE(cell) << when;
+        EXPECT_TRUE(weak.expired()) << when;
+        requests->whenHeard = nullptr;
+    }
+}
+
+TEST_F(CellRequestsTest, EndADragWhoseCellIsTakenAway)
+{
+    cell->playbackButton()->setPlaying(true, Animated::No);
+    const CGPoint thumb = cell->playbackSlider()->convertPointToView({ 5, 22 }, nullptr);
+    touch.down(thumb);
+    touch.moveTo(thumb + CGPoint(12, 0));
+    touch.moveTo(thumb + CGPoint(12 + 39, 0));
+    cell->removeFromSuperview();
+    EXPECT_EQ(requests->lines, (Lines { "pause for now", "seek 0.10", "play" }));
+    touch.up();
+    EXPECT_EQ(requests->lines.size(), 3u);
 }
 
 } // namespace
