@@ -152,8 +152,7 @@ void ORVPlaybackButton::setHighlighted(bool highlighted)
 
 void ORVPlaybackButton::setEnabled(bool enabled)
 {
-    const auto keepAlive
-        = shared_from_this(); // a target that hears of the end of a touch may drop the button
+    const auto keepAlive = shared_from_this(); // a target that hears of the touch's end may drop the button
     UIButton::setEnabled(enabled);
     updateImageViewMaybe();
     updateState(Animated::No);

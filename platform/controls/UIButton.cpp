@@ -125,6 +125,7 @@ void UIButton::setAdjustsImageWhenDisabled(bool adjusts)
 
 void UIButton::setEnabled(bool enabled)
 {
+    const auto keepAlive = shared_from_this(); // a target that hears of the touch's end may drop the button
     UIControl::setEnabled(enabled);
     updateForState();
 }

@@ -277,6 +277,35 @@ TEST_F(UIButtonTest, ACustomButtonPalesItsPictureUnlessToldNotToOrGivenAnother)
     EXPECT_EQ(custom->imageView()->alpha(), 1);
 }
 
+TEST_F(UIButtonTest, MayBeDroppedByWhoHearsThatDisablingLetsGoOfTheFinger)
+{
+    const auto target = make<ControlTarget>();
+    custom->setImage(picture, Normal);
+    custom->setTitle(QStringLiteral("Play"), Normal);
+    custom->addTarget(target->pressedAction(), UIControlEvents::TouchCancel);
+    const std::weak_ptr<UIButton> weak = custom;
+    target->onEvent = [this] { std::exchange(custom, nullptr)->removeFromSuperview(); };
+    touch.down({ 150, 120 });
+    UIButton& button = *custom;
+    button.setEnabled(false);
+    EXPECT_EQ(target->lines, Lines { "pressed" });
+    EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(UIButtonTest, InsetsBeyondAnyScreenHarmNothing)
+{
+    custom->setImage(picture, Normal);
+    custom->setContentEdgeInsets({ 1e300, 1e300, 1e300, 1e300 });
+    custom->setImageEdgeInsets({ 1e300, 1e300, -1e300, -1e300 });
+    runFrames();
+    custom->sizeToFit();
+    custom->setContentEdgeInsets({});
+    custom->setImageEdgeInsets({});
+    custom->setFrame({ 100, 100, 100, 50 });
+    runFrames();
+    EXPECT_EQ(custom->imageView()->frame(), CGRect(40, 20, 20, 10));
+}
+
 TEST_F(UIButtonTest, ASubclassWithItsOwnPictureHandlingPaysForNoSecondImageView)
 {
     class Own : public UIButton {
