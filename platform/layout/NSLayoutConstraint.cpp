@@ -51,7 +51,10 @@ std::shared_ptr<NSLayoutConstraint> NSLayoutConstraint::constraintWithItem(Layou
             .arg(QLatin1String(traitsOf(attribute).name), QLatin1String(traitsOf(otherAttribute).name)));
     NSParameterAssert(isReasonable(multiplier), "NSLayoutConstraint", "isReasonable(multiplier)");
     NSParameterAssert(isReasonable(constant), "NSLayoutConstraint", "isReasonable(constant)");
-    if (!comparable || !isReasonable(multiplier) || !isReasonable(constant))
+    const bool isRelation
+        = relation >= NSLayoutRelation::LessThanOrEqual && relation <= NSLayoutRelation::GreaterThanOrEqual;
+    NSParameterAssert(isRelation, "NSLayoutConstraint", "relation is one of the three");
+    if (!comparable || !isReasonable(multiplier) || !isReasonable(constant) || !isRelation)
         return nullptr;
     const auto other = otherItem ? otherItem->layoutReference() : nullptr;
     return make<NSLayoutConstraint>(

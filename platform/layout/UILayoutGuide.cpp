@@ -1,15 +1,39 @@
 #include "platform/layout/UILayoutGuide.h"
 
+#include "platform/foundation/NSAssertionHandler.h"
 #include "platform/layout/LayoutContainer.h"
+
+#include <cmath>
+
+namespace {
+
+bool isFinite(const UIEdgeInsets& insets)
+{
+    return std::isfinite(insets.top) && std::isfinite(insets.left) && std::isfinite(insets.bottom)
+        && std::isfinite(insets.right);
+}
+
+} // namespace
+
+UILayoutGuide::UILayoutGuide(const UIEdgeInsets& insets)
+    : m_insets(UIEdgeInsets())
+{
+    setInsets(insets);
+}
 
 UILayoutGuide::~UILayoutGuide() { dropLayoutNode(); }
 
 void UILayoutGuide::setInsets(const UIEdgeInsets& insets)
 {
-    if (m_insets == insets)
+    NSParameterAssert(isFinite(insets), "UILayoutGuide", "insets are finite");
+    if (!isFinite(insets) || m_insets == insets)
         return;
+    const bool wasFound = !m_insets;
     m_insets = insets;
-    layoutFrameDidChange();
+    if (wasFound)
+        layoutRoleDidChange();
+    else
+        layoutFrameDidChange();
 }
 
 NSString UILayoutGuide::layoutName() const

@@ -11,10 +11,7 @@ class UILayoutGuide : public NSObject, public LayoutItem {
 public:
     UILayoutGuide() = default;
     // One whose edges follow the container's, at these distances, instead of being found by constraints.
-    explicit UILayoutGuide(const UIEdgeInsets& insets)
-        : m_insets(insets)
-    {
-    }
+    explicit UILayoutGuide(const UIEdgeInsets& insets);
 
     ~UILayoutGuide() override;
 
@@ -22,6 +19,8 @@ public:
     LayoutContainer* owningView() const { return m_owner; }
     // Where it is in the owner's coordinates; empty without an owner.
     CGRect frame() const { return layoutFrame(); }
+    // From then on the edges follow the container's. Distances that are not finite are a programming error
+    // and change nothing.
     void setInsets(const UIEdgeInsets& insets);
     const NSString& identifier() const { return m_identifier; }
     void setIdentifier(const NSString& identifier) { m_identifier = identifier; }

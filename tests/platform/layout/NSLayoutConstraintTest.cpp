@@ -197,6 +197,16 @@ TEST_F(NSLayoutConstraintTest, NumbersThatNoScreenHasAreRefused)
         QStringLiteral("Invalid parameter not satisfying: isReasonable(multiplier)"));
 }
 
+TEST_F(NSLayoutConstraintTest, ARelationThatThereIsNotIsRefused)
+{
+    for (const int relation : { -2, 2, 7 })
+        EXPECT_EQ(NSLayoutConstraint::constraintWithItem(
+                      *first, Width, static_cast<NSLayoutRelation>(relation), second.get(), Width, 1, 0),
+            nullptr);
+    const auto message = QStringLiteral("Invalid parameter not satisfying: relation is one of the three");
+    EXPECT_EQ(assertions.messages(), (std::vector { message, message, message }));
+}
+
 TEST_F(NSLayoutConstraintTest, ANewConstantThatNoScreenHasLeavesTheOldOne)
 {
     const auto constraint = activate(first->widthAnchor().constraintEqualToConstant(10));
@@ -229,6 +239,27 @@ TEST_F(NSLayoutConstraintTest, PrioritiesOfContentAreHeldToTheSameRange)
     EXPECT_EQ(assertions.failures().size(), 2U);
     EXPECT_EQ(first->contentHuggingPriority(UILayoutConstraintAxis::Horizontal), 250);
     EXPECT_EQ(first->contentCompressionResistancePriority(UILayoutConstraintAxis::Vertical), 750);
+}
+
+TEST_F(NSLayoutConstraintTest, EveryAnchorRefusesNumbersThatNoScreenHas)
+{
+    for (const double number : { nan, infinity, -infinity, 1e300 }) {
+        EXPECT_EQ(first->leftAnchor().constraintEqualToAnchor(second->rightAnchor(), number), nullptr);
+        EXPECT_EQ(
+            first->topAnchor().constraintLessThanOrEqualToAnchor(second->bottomAnchor(), number), nullptr);
+        EXPECT_EQ(first->centerXAnchor().constraintGreaterThanOrEqualToAnchor(second->leftAnchor(), number),
+            nullptr);
+        EXPECT_EQ(first->heightAnchor().constraintLessThanOrEqualToConstant(number), nullptr);
+        EXPECT_EQ(first->heightAnchor().constraintGreaterThanOrEqualToConstant(number), nullptr);
+        EXPECT_EQ(first->widthAnchor().constraintLessThanOrEqualToAnchor(second->widthAnchor(), 1, number),
+            nullptr);
+        EXPECT_EQ(first->widthAnchor().constraintGreaterThanOrEqualToAnchor(second->widthAnchor(), number),
+            nullptr);
+    }
+    EXPECT_EQ(assertions.failures().size(), 28U);
+    NSLayoutConstraint::activateConstraints(NSLayoutConstraint::List { nullptr });
+    container->addConstraint(nullptr);
+    EXPECT_TRUE(container->constraints().empty());
 }
 
 TEST_F(NSLayoutConstraintTest, DescribesItselfAsAnEquation)

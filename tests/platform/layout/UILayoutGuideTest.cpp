@@ -1,5 +1,7 @@
 #include "tests/platform/layout/LayoutFixture.h"
 
+#include <limits>
+
 namespace {
 
 class UILayoutGuideTest : public LayoutFixture {
@@ -127,6 +129,62 @@ TEST_F(UILayoutGuideTest, MarginsThatAreNoNumbersAreRefused)
         std::vector { QStringLiteral("Invalid parameter not satisfying: isfinite(margins)") });
     container->setFrame({ 0, 100, 300, 200 });
     EXPECT_EQ(container->layoutMargins(), (UIEdgeInsets { 8, 8, 8, 8 }));
+}
+
+TEST_F(UILayoutGuideTest, InsetsThatAreNotFiniteAreAProgrammingErrorAndChangeNothing)
+{
+    const auto guide = make<UILayoutGuide>(UIEdgeInsets { 1, 2, 3, 4 });
+    container->addLayoutGuide(guide);
+    fill(*view, *guide);
+    AssertionRecorder assertions;
+    const double infinity = std::numeric_limits<double>::infinity();
+    for (const double number : { std::nan(""), infinity, -infinity })
+        guide->setInsets({ 0, 0, number, 0 });
+    const auto message = QStringLiteral("Invalid parameter not satisfying: insets are finite");
+    EXPECT_EQ(assertions.messages(), (std::vector { message, message, message }));
+    runFrames();
+    EXPECT_EQ(view->frame(), CGRect(2, 1, 294, 196));
+}
+
+TEST_F(UILayoutGuideTest, AGuideMadeWithInsetsThatAreNotFiniteHasNone)
+{
+    AssertionRecorder assertions;
+    const auto guide = make<UILayoutGuide>(UIEdgeInsets { std::nan(""), 2, 3, 4 });
+    EXPECT_EQ(assertions.messages(),
+        std::vector { QStringLiteral("Invalid parameter not satisfying: insets are finite") });
+    container->addLayoutGuide(guide);
+    EXPECT_EQ(guide->frame(), CGRect(0, 0, 300, 200));
+}
+
+TEST_F(UILayoutGuideTest, InsetsBeyondAnyScreenHarmNothing)
+{
+    const auto guide = make<UILayoutGuide>(UIEdgeInsets { 1, 2, 3, 4 });
+    container->addLayoutGuide(guide);
+    fill(*view, *guide);
+    runFrames();
+    for (const double number : { 1e9, -1e9, 1e300, -1e300 }) {
+        guide->setInsets({ number, number, number, number });
+        container->setLayoutMargins({ number, number, number, number });
+        runFrames();
+        guide->setInsets({ 1, 2, 3, 4 });
+        runFrames();
+        EXPECT_EQ(view->frame(), CGRect(2, 1, 294, 196)) << number;
+    }
+}
+
+TEST_F(UILayoutGuideTest, AGuideThatConstraintsHaveFoundMayBeGivenInsets)
+{
+    const auto guide = make<UILayoutGuide>();
+    container->addLayoutGuide(guide);
+    fill(*view, *guide);
+    activate(guide->leftAnchor().constraintEqualToAnchor(container->leftAnchor(), 50));
+    runFrames();
+    EXPECT_EQ(view->frame().left(), 50);
+    container->removeConstraints(NSLayoutConstraint::List(container->constraints()));
+    fill(*view, *guide);
+    guide->setInsets({ 1, 2, 3, 4 });
+    runFrames();
+    EXPECT_EQ(view->frame(), CGRect(2, 1, 294, 196));
 }
 
 } // namespace
