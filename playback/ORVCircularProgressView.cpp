@@ -19,7 +19,9 @@ constexpr double endAngle = 3.5 * std::numbers::pi;
 constexpr bool clockwise = true;
 
 constexpr double spinDuration = 0.6; // seconds a turn
-constexpr double spinArc = 1.0F / 15; // of the circle
+// Of the circle, and what is left of it.
+constexpr double spinArc = 1.0F / 15;
+constexpr double beyondSpinArc = 14.0F / 15;
 constexpr double forever = std::numeric_limits<float>::max();
 
 const NSString& progressKey()
@@ -46,9 +48,14 @@ template <typename Change> void atOnce(const Change& change)
 
 void ORVCircularProgressView::init()
 {
-    m_trackTintColor = UIColor::colorWithRed(0.612, 0.612, 0.624, 0.3);
     UIControl::init();
+    setupDefaults();
     setupSublayers();
+}
+
+void ORVCircularProgressView::setupDefaults()
+{
+    m_trackTintColor = UIColor::colorWithRed(0.612, 0.612, 0.624, 0.3);
 }
 
 bool ORVCircularProgressView::automaticallyNotifiesObserversForKey(const NSString& key) const
@@ -154,7 +161,7 @@ void ORVCircularProgressView::addIndeterminateAnimation()
         spin->setToValue(wholeTurn);
         break;
     case ORVCircularProgressDirectionCounterclockwise:
-        m_progressLayer->setStrokeStart(1 - spinArc);
+        m_progressLayer->setStrokeStart(beyondSpinArc);
         m_progressLayer->setStrokeEnd(1);
         spin->setFromValue(wholeTurn);
         spin->setToValue(0.0);
@@ -185,9 +192,15 @@ std::shared_ptr<ORVProgressShapeLayer> ORVCircularProgressView::makeSublayer(
 
 void ORVCircularProgressView::setupSublayers()
 {
+    for (const auto& old : { m_trackLayer, m_progressLayer })
+        if (old)
+            old->removeFromSuperlayer();
     m_trackLayer = makeSublayer(m_trackTintColor);
     m_progressLayer = makeSublayer(tintColor());
-    updateProgress(Animated::No);
+    if (m_indeterminate)
+        addIndeterminateAnimation();
+    else
+        updateProgress(Animated::No);
     setNeedsLayout();
 }
 

@@ -37,6 +37,9 @@ public:
     bool isIndeterminate() const { return m_indeterminate; }
     void setIndeterminate(bool indeterminate);
 
+    // Makes both layers, and makes them anew when it is called again.
+    void setupSublayers();
+
     void tintColorDidChange() override;
     void layoutSubviews() override;
 
@@ -45,7 +48,7 @@ protected:
     bool automaticallyNotifiesObserversForKey(const NSString& key) const override;
 
 private:
-    void setupSublayers();
+    void setupDefaults();
     std::shared_ptr<ORVProgressShapeLayer> makeSublayer(const std::shared_ptr<UIColor>& strokeColor) const;
     void updateSublayers();
     void updateProgress(Animated animated);

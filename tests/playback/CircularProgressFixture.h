@@ -47,6 +47,7 @@ protected:
     static constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
     static constexpr double huge = 1e300;
     static constexpr double spinArc = 0.0666666701436042786; // 1/15 in single precision
+    static constexpr double longArc = 0.933333337306976318; // 14/15 in single precision
     static constexpr auto unknownDirection = static_cast<ORVCircularProgressDirection>(7);
 
     std::shared_ptr<ORVCircularProgressView> ring = addView<ORVCircularProgressView>({ 100, 100, 44, 44 });

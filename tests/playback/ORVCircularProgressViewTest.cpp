@@ -221,6 +221,49 @@ TEST_F(ORVCircularProgressViewTest, ATrackWidthThatIsNotFiniteIsAProgrammingErro
     EXPECT_FALSE(ring->layer()->needsLayout());
 }
 
+TEST_F(ORVCircularProgressViewTest, ARingBeyondAnyScreenHarmsNothingAndRecovers)
+{
+    ring->setProgress(0.5, Animated::No);
+    for (const double side : { 1e6, 1e12, 1e300 }) {
+        ring->setBounds({ 0, 0, side, side });
+        EXPECT_FALSE(screen().isNull());
+        ring->setBounds({ 0, 0, 44, 44 });
+        EXPECT_FALSE(screen().isNull());
+        ASSERT_TRUE(itemOf(arc())) << side;
+        EXPECT_NEAR(arc().path()->boundingRect().width(), 42, 0.01);
+    }
+}
+
+TEST_F(ORVCircularProgressViewTest, SetUpAgainItHasTwoNewLayersThatShowTheSame)
+{
+    ring->setProgress(0.75, Animated::No);
+    ring->setTrackTintColor(red());
+    ring->setTrackWidth(5);
+    runFrames();
+    const auto before = ring->layer()->sublayers();
+    ring->setupSublayers();
+    ASSERT_EQ(ring->layer()->sublayers().size(), 2U) << "the old ones are gone";
+    EXPECT_NE(ring->layer()->sublayers()[0], before[0]);
+    EXPECT_NE(ring->layer()->sublayers()[1], before[1]);
+    EXPECT_TRUE(track().strokeColor()->isEqual(red().get()));
+    EXPECT_EQ(track().lineWidth(), 5);
+    EXPECT_EQ(arc().strokeEnd(), 0.75);
+    EXPECT_FALSE(isSpinning());
+    EXPECT_TRUE(ring->layer()->needsLayout());
+    runFrames();
+    EXPECT_NEAR(arc().path()->boundingRect().width(), 39, 0.01);
+}
+
+TEST_F(ORVCircularProgressViewTest, SetUpAgainWhileItSpinsItSpinsOn)
+{
+    ring->setIndeterminate(true);
+    ring->setupSublayers();
+    EXPECT_TRUE(isSpinning());
+    EXPECT_EQ(arc().strokeEnd(), spinArc);
+    ring->setIndeterminate(false);
+    EXPECT_FALSE(isSpinning());
+}
+
 // --- Tint --------------------------------------------------------------------------------------------
 
 TEST_F(ORVCircularProgressViewTest, TheArcFollowsTheTintAndTheTrackDoesNot)
