@@ -1,4 +1,5 @@
 #include "platform/layers/CABasicAnimation.h"
+#include "platform/tables/UIScrollView.h"
 #include "tests/platform/controls/ControlLog.h"
 #include "tests/playback/PlaybackButtonFixture.h"
 
@@ -156,6 +157,50 @@ TEST_F(ORVPlaybackButtonMotionTest, AButtonInNoWindowSwitchesAsWell)
     EXPECT_TRUE(showsPause());
 }
 
+TEST_F(ORVPlaybackButtonMotionTest, TheNewLookIsAnnouncedWhenEverythingIsUnderWay)
+{
+    const auto log = make<ChangeLog<bool>>(
+        button, QStringLiteral("playing"), [this] { return isSwitching() && showsPlay(); });
+    button->setPlaying(true);
+    EXPECT_EQ(log->values, std::vector<bool> { true });
+    scheduler.advance(1);
+    button->setPlaying(true);
+    EXPECT_EQ(log->values, (std::vector<bool> { true, false })) << "the new icon was there before";
+}
+
+TEST_F(ORVPlaybackButtonMotionTest, TheIconChangesWhileAListScrollsAndAFingerIsDown)
+{
+    const auto list = addView<UIScrollView>({ 0, 300, 390, 400 });
+    list->setContentSize({ 390, 4000 });
+    runFrames();
+    touch.down({ 200, 600 });
+    touch.glideTo({ 200, 500 }, 0.1);
+    ASSERT_TRUE(list->isDragging());
+    button->setPlaying(true);
+    touch.glideTo({ 200, 400 }, 0.14);
+    EXPECT_TRUE(showsPlay());
+    touch.glideTo({ 200, 390 }, 0.02);
+    EXPECT_TRUE(showsPause());
+    EXPECT_TRUE(list->isDragging());
+    touch.up();
+}
+
+TEST_F(ORVPlaybackButtonMotionTest, AnObserverMaySwitchBackAtOnce)
+{
+    const auto log
+        = make<ChangeLog<bool>>(button, QStringLiteral("playing"), [this] { return button->isPlaying(); });
+    log->whenTold = [this] {
+        if (button->isPlaying())
+            button->setPlaying(false, Animated::No);
+    };
+    button->setPlaying(true);
+    EXPECT_EQ(log->values, (std::vector<bool> { true, false }));
+    EXPECT_TRUE(showsPlay());
+    EXPECT_FALSE(isSwitching());
+    scheduler.advance(1);
+    EXPECT_TRUE(showsPlay());
+}
+
 // --- Touches -----------------------------------------------------------------------------------------
 
 TEST_F(ORVPlaybackButtonMotionTest, ATouchMakesItPaleAtOnceAndFadesWhenItEnds)
@@ -286,6 +331,31 @@ TEST_F(ORVPlaybackButtonMotionTest, AButtonMayBeDroppedByWhoHearsThatItsTouchIsT
     touch.down(middle);
     weak.lock()->setEnabled(false);
     EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(ORVPlaybackButtonMotionTest, AButtonThatIsTakenAwayUnderAFingerIsNotPressedAndComesBackWhole)
+{
+    const auto target = make<ControlTarget>();
+    target->listenTo(*button);
+    touch.down(middle);
+    button->removeFromSuperview();
+    touch.up();
+    EXPECT_EQ(target->lines, (Lines { "down", "cancel" }));
+    EXPECT_FALSE(button->isHighlighted());
+    window->addSubview(button);
+    runFrames();
+    EXPECT_EQ(alphaIn(0), 1);
+    EXPECT_TRUE(showsPlay());
+}
+
+TEST_F(ORVPlaybackButtonMotionTest, AButtonThatIsTakenAwayWhileItFadesComesBackWhole)
+{
+    touch.tap(middle);
+    scheduler.advance(0.1);
+    button->removeFromSuperview();
+    window->addSubview(button);
+    runFrames();
+    EXPECT_EQ(alphaIn(0), 1);
 }
 
 TEST_F(ORVPlaybackButtonMotionTest, OnceNothingMovesNoFrameIsAskedFor)

@@ -11,6 +11,7 @@ namespace {
 
 using enum UIControlState;
 using testing::ElementsAre;
+using testing::UnorderedElementsAre;
 
 class ORVPlaybackButtonTest : public PlaybackButtonFixture {
 protected:
@@ -241,6 +242,25 @@ TEST_F(ORVPlaybackButtonTest, TheRingFillsTheButtonAndTheIconLiesInTheMiddleInIt
     EXPECT_EQ(button->imageView()->frame(), CGRect(12, 12, 20, 20));
 }
 
+TEST_F(ORVPlaybackButtonTest, ItsConstraintsAreTheseAndNoOthers)
+{
+    button->setContentEdgeInsets({ 1, 2, 4, 8 }); // top, left, bottom, right
+    button->setImageEdgeInsets({ 10, 20, 40, 80 });
+    runFrames();
+    std::vector<std::string> described;
+    for (const auto& constraint : button->constraints())
+        described.push_back(constraint->description().toStdString());
+    EXPECT_THAT(described,
+        UnorderedElementsAre("ORVCircularProgressView.leading == ORVPlaybackButton.leading + 2 @1000",
+            "ORVPlaybackButton.trailing == ORVCircularProgressView.trailing + 8 @1000",
+            "ORVCircularProgressView.top == ORVPlaybackButton.top + 1 @1000",
+            "ORVPlaybackButton.bottom == ORVCircularProgressView.bottom + 4 @1000",
+            "UIImageView.centerX == ORVPlaybackButton.centerX - 66 @1000",
+            "UIImageView.centerY == ORVPlaybackButton.centerY - 33 @1000",
+            "UIImageView.width <= ORVPlaybackButton.width @1000",
+            "UIImageView.height <= ORVPlaybackButton.height @1000"));
+}
+
 TEST_F(ORVPlaybackButtonTest, ContentInsetsMoveTheRingAndByTheirWholeDifferenceTheIcon)
 {
     button->setContentEdgeInsets({ 1, 2, 4, 8 }); // top, left, bottom, right
@@ -332,6 +352,16 @@ TEST_F(ORVPlaybackButtonTest, InsetsBeyondAnyScreenAreAProgrammingErrorAndLeaveA
     EXPECT_FALSE(assertions.messages().empty());
     expectedAssertions = assertions.messages();
     expectEverythingInItsPlaceWithoutInsets();
+}
+
+TEST_F(ORVPlaybackButtonTest, AButtonBeyondAnyScreenHarmsNothingAndRecovers)
+{
+    for (const double side : { 1e6, 1e12, 1e300 }) {
+        button->setFrame({ 0, 0, side, side });
+        runFrames();
+        button->setFrame({ 100, 100, 44, 44 });
+        expectEverythingInItsPlaceWithoutInsets();
+    }
 }
 
 // --- Accessibility -----------------------------------------------------------------------------------
