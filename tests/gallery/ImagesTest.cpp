@@ -8,8 +8,8 @@ namespace {
 
 class ImagesGallery : public Gallery {
 protected:
-    // An arrow that shows which way is up, wider than it is high: 30 × 20 points.
-    static std::shared_ptr<UIImage> arrow();
+    // An arrow that shows which way is up, 30 × 20 points. Of another size it stands in the middle.
+    static std::shared_ptr<UIImage> arrow(const QSize& points = { 30, 20 });
 
     static std::shared_ptr<UIImage> photograph();
 
@@ -22,14 +22,18 @@ protected:
     }
 };
 
-std::shared_ptr<UIImage> ImagesGallery::arrow()
+std::shared_ptr<UIImage> ImagesGallery::arrow(const QSize& points)
 {
     const double scale = GetParam().scale;
-    QImage pixels(qRound(30 * scale), qRound(20 * scale), QImage::Format_ARGB32_Premultiplied);
+    const auto inPixels = [scale](int length) { return qRound(length * scale); };
+    QImage pixels(inPixels(points.width()), inPixels(points.height()), QImage::Format_ARGB32_Premultiplied);
     pixels.fill(QColor(255, 236, 190));
     QPainter painter(&pixels);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(scale, scale);
+    painter.translate(points.width() / 2.0, points.height() / 2.0);
+    painter.scale(points.height() / 20.0, points.height() / 20.0);
+    painter.translate(-15, -10);
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(200, 60, 40));
     painter.drawPolygon(QPolygonF { { 15, 2 }, { 22, 10 }, { 8, 10 } });
@@ -51,6 +55,8 @@ std::shared_ptr<UIImage> ImagesGallery::photograph()
 TEST_P(ImagesGallery, ContentModes)
 {
     showsNoText();
+    // Of other proportions than the views, so that no two ways of filling look alike.
+    const auto wide = arrow({ 44, 16 });
     const struct {
         UIViewContentMode mode;
         const char* name;
@@ -66,7 +72,7 @@ TEST_P(ImagesGallery, ContentModes)
         const int row = index / 4;
         const CGPoint place(margin + index % 4 * 94, 8 + row * 84);
         addCaption(modes[index].name, place.x(), place.y());
-        const auto view = addImage(arrow(), { place + CGPoint(0, 14), CGSize(80, 56) });
+        const auto view = addImage(wide, { place + CGPoint(0, 14), CGSize(80, 56) });
         view->setContentMode(modes[index].mode);
         view->setClipsToBounds(true);
     }
