@@ -17,7 +17,7 @@ protected:
         layer->setBackgroundColor(white);
     }
 
-    std::shared_ptr<CALayer> box(const CGRect& frame, std::shared_ptr<CALayer> parent = nullptr)
+    std::shared_ptr<CALayer> box(const CGRect& frame, const std::shared_ptr<CALayer>& parent = nullptr)
     {
         const auto made = CALayer::layer();
         made->setFrame(frame);

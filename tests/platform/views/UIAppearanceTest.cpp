@@ -29,7 +29,7 @@ public:
     virtual void setPaper(std::string paper)
     {
         appearanceNotes().noteSetting(&Sheet::setPaper);
-        lines.push_back("paper " + paper);
+        lines.push_back("paper " + std::move(paper));
     }
     void setText(const std::string& text, Side side)
     {
@@ -47,7 +47,7 @@ class Letter final : public Sheet {
 public:
     using Sheet::Sheet;
 
-    void setPaper(std::string paper) override { Sheet::setPaper("fine " + paper); }
+    void setPaper(std::string paper) override { Sheet::setPaper("fine " + std::move(paper)); }
 };
 
 class Folder : public UIView {

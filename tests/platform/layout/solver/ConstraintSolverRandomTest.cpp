@@ -94,7 +94,11 @@ public:
     ConstraintSolver solver;
 
 private:
-    double randomConstant() { return double(below(m_constantCount)) - double(m_constantCount / 2); }
+    double randomConstant()
+    {
+        const std::size_t middle = m_constantCount / 2;
+        return double(below(m_constantCount)) - double(middle);
+    }
 
     ReferenceSolver::Constraint randomConstraint()
     {
