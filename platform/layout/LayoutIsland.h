@@ -17,6 +17,11 @@ public:
     static void remove(NSLayoutConstraint& constraint);
     static void renew(NSLayoutConstraint& constraint);
     static void constantDidChange(NSLayoutConstraint& constraint);
+    // The island of a constraint that is held.
+    static std::shared_ptr<LayoutIsland> islandOf(const NSLayoutConstraint& constraint)
+    {
+        return constraint.membership({}).island;
+    }
     // Solves all islands that wait.
     static void solvePending();
 
@@ -91,6 +96,7 @@ private:
     static void tellContainer(LayoutContainer* container); // null is nobody
 
     Unknown unknownOf(LayoutItem& item, LayoutQuantity quantity);
+    void keepFromTurningNegative(LayoutNode& node, LayoutQuantity quantity);
     Unknown unknownOfGiven(LayoutNode& node, LayoutQuantity quantity);
     void setRuleConstant(Rule rule, double constant);
     void dropRule(Rule& rule);

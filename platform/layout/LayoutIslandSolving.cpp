@@ -15,7 +15,7 @@ bool isBaseline(NSLayoutAttribute attribute)
     return attribute == NSLayoutAttribute::FirstBaseline || attribute == NSLayoutAttribute::LastBaseline;
 }
 
-// Contents shrink to nothing before they turn negative, and that before anything required gives way.
+// Sizes shrink to nothing rather than turn negative, unless something required leaves them no choice.
 constexpr UILayoutPriority almostRequired = 999.999;
 
 // Not a number is not either.
@@ -90,7 +90,7 @@ void LayoutIsland::refreshContent(LayoutNode& node, UILayoutConstraintAxis axis,
         dropRule(rules.resistance);
     }
     if (!hasSize)
-        return dropRule(rules.notNegative);
+        return;
     rules.huggingPriority = hugging;
     rules.resistancePriority = resistance;
     if (rules.hugging != Rule::None && rules.size == size)
@@ -107,9 +107,6 @@ void LayoutIsland::refreshContent(LayoutNode& node, UILayoutConstraintAxis axis,
     };
     keep(rules.hugging, Relation::LessThanOrEqual, hugging);
     keep(rules.resistance, Relation::GreaterThanOrEqual, resistance);
-    if (rules.notNegative == Rule::None)
-        rules.notNegative
-            = m_solver.addConstraint({ &term, 1 }, 0, Relation::GreaterThanOrEqual, almostRequired);
 }
 
 void LayoutIsland::refreshBaselines(LayoutNode& node)
@@ -165,8 +162,20 @@ LayoutIsland::Unknown LayoutIsland::unknownOf(LayoutItem& item, LayoutQuantity q
         if (m_nodeOfUnknown.size() <= indexOf(unknown))
             m_nodeOfUnknown.resize(indexOf(unknown) + 1);
         m_nodeOfUnknown[indexOf(unknown)] = &node;
+        keepFromTurningNegative(node, quantity);
+        tellContainer(item.layoutContainer()); // the number is no longer the frame's own, even if it stays 0
     }
     return unknown;
+}
+
+void LayoutIsland::keepFromTurningNegative(LayoutNode& node, LayoutQuantity quantity)
+{
+    if (quantity != LayoutQuantity::Width && quantity != LayoutQuantity::Height)
+        return;
+    const auto axis = quantity == LayoutQuantity::Width ? horizontal : vertical;
+    const ConstraintSolver::Term term { node.unknowns[static_cast<std::size_t>(quantity)], 1 };
+    node.contentRules[static_cast<std::size_t>(axis)].notNegative = m_solver.addConstraint(
+        { &term, 1 }, 0, ConstraintSolver::Relation::GreaterThanOrEqual, almostRequired);
 }
 
 LayoutIsland::Unknown LayoutIsland::unknownOfGiven(LayoutNode& node, LayoutQuantity quantity)

@@ -67,10 +67,12 @@ void LayoutNode::roleDidChange()
 {
     if (std::exchange(m_isGiven, m_item.hasGivenFrame()) == m_isGiven)
         return;
-    if (const auto island = m_island)
+    std::vector<std::shared_ptr<LayoutIsland>> islands;
+    for (const NSLayoutConstraint* const constraint : m_constraints) {
+        auto island = LayoutIsland::islandOf(*constraint);
+        if (std::find(islands.begin(), islands.end(), island) == islands.end())
+            islands.push_back(std::move(island));
+    }
+    for (const auto& island : islands)
         island->rebuild();
-    const auto readers = m_readers;
-    for (LayoutIsland* const island : readers)
-        if (std::find(m_readers.begin(), m_readers.end(), island) != m_readers.end())
-            island->shared_from_this()->rebuild();
 }

@@ -34,8 +34,8 @@ public:
     void setIsland(std::shared_ptr<LayoutIsland> island) { m_island = std::move(island); }
     // The unknowns in the island; None for a number that nothing is said about.
     std::array<ConstraintSolver::Variable, layoutQuantityCount> unknowns;
-    // What the content asks for, along each axis: not to be larger, not to be smaller, and before anything
-    // else that is not required, not to be squeezed below nothing.
+    // What the content asks for, along each axis: not to be larger, not to be smaller. And what every size
+    // asks for before anything else that is not required: not to turn negative.
     struct ContentRules {
         ConstraintSolver::Constraint hugging = ConstraintSolver::Constraint::None;
         ConstraintSolver::Constraint resistance = ConstraintSolver::Constraint::None;
