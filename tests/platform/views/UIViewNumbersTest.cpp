@@ -9,7 +9,6 @@
 
 namespace {
 
-using ::testing::Each;
 using ::testing::ElementsAre;
 
 constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
