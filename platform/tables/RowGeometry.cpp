@@ -1,13 +1,14 @@
 #include "platform/tables/RowGeometry.h"
 
 #include <algorithm>
+#include <cmath>
 
 RowGeometry::RowGeometry(int rowCount, const std::function<double(int row)>& heightOfRow)
 {
     m_tops.reserve(static_cast<std::size_t>(rowCount) + 1);
     for (int row = 0; row < rowCount; ++row) {
         const double height = heightOfRow(row);
-        m_tops.push_back(m_tops.back() + (height > 0 ? height : 0));
+        m_tops.push_back(m_tops.back() + (height > 0 && std::isfinite(height) ? height : 0));
     }
 }
 

@@ -8,7 +8,7 @@
 class RowGeometry {
 public:
     RowGeometry() = default;
-    // Asks for the height of each row, in points; a negative or undefined height counts as 0.
+    // Asks for the height of each row, in points; a height below 0 or not finite counts as 0.
     RowGeometry(int rowCount, const std::function<double(int row)>& heightOfRow);
 
     int rowCount() const { return static_cast<int>(m_tops.size()) - 1; }

@@ -1,8 +1,10 @@
 #include "platform/tables/UIScrollView.h"
 
+#include "platform/foundation/NSAssertionHandler.h"
 #include "platform/foundation/Scheduler.h"
 #include "platform/graphics/MainScreenScale.h"
 #include "platform/layers/CAMediaTimingFunction.h"
+#include "platform/layers/FiniteNumbers.h"
 #include "platform/tables/ScrollIndicator.h"
 #include "platform/views/InteractionConstants.h"
 #include "platform/views/UIPanGestureRecognizer.h"
@@ -15,6 +17,11 @@ constexpr double scrollAnimationDuration = 0.3; // seconds
 
 // Below this a released content only settles, in points a second: a finger that rests still trembles.
 constexpr double minimumFlingVelocity = 30;
+
+bool areFinite(const UIEdgeInsets& insets)
+{
+    return isFinite(insets.top) && isFinite(insets.left) && isFinite(insets.bottom) && isFinite(insets.right);
+}
 
 } // namespace
 
@@ -55,6 +62,9 @@ void UIScrollView::init()
 
 void UIScrollView::setContentSize(const CGSize& size)
 {
+    NSParameterAssert(isFinite(size), "UIScrollView", "isfinite(contentSize)");
+    if (!isFinite(size))
+        return;
     m_contentSize = size;
     keepOffsetInRange();
     placeIndicators();
@@ -62,6 +72,9 @@ void UIScrollView::setContentSize(const CGSize& size)
 
 void UIScrollView::setContentInset(const UIEdgeInsets& inset)
 {
+    NSParameterAssert(areFinite(inset), "UIScrollView", "isfinite(contentInset)");
+    if (!areFinite(inset))
+        return;
     // Content that rests at its top goes on resting there.
     const bool wasAtTop = contentOffset().y() <= verticalRange().minimum;
     m_contentInset = inset;
@@ -110,6 +123,9 @@ void UIScrollView::scrollRectToVisible(const CGRect& rect, Animated animated)
 
 void UIScrollView::setScrollIndicatorInsets(const UIEdgeInsets& insets)
 {
+    NSParameterAssert(areFinite(insets), "UIScrollView", "isfinite(scrollIndicatorInsets)");
+    if (!areFinite(insets))
+        return;
     m_scrollIndicatorInsets = insets;
     placeIndicators();
 }
@@ -273,7 +289,7 @@ void UIScrollView::stopMotion() { m_motion.reset(); }
 void UIScrollView::applyOffset(const CGPoint& offset)
 {
     const CGPoint whole(MainScreenScale::roundToPixel(offset.x()), MainScreenScale::roundToPixel(offset.y()));
-    if (whole == contentOffset() || !std::isfinite(whole.x()) || !std::isfinite(whole.y()))
+    if (whole == contentOffset() || !isFinite(whole))
         return;
     setBounds({ whole, bounds().size() });
     for (const auto& indicator : m_indicators)

@@ -24,6 +24,7 @@ public:
     void setDelegate(std::weak_ptr<UIScrollViewDelegate> delegate) { m_delegate = std::move(delegate); }
     std::shared_ptr<UIScrollViewDelegate> delegate() const { return m_delegate.lock(); }
 
+    // Sizes and insets that are not finite are programming errors and change nothing.
     CGSize contentSize() const { return m_contentSize; }
     void setContentSize(const CGSize& size);
     // Free space around the content that can be scrolled to.

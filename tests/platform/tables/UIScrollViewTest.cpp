@@ -1,5 +1,6 @@
 #include "platform/tables/UIScrollView.h"
 
+#include "tests/support/AssertionRecorder.h"
 #include "tests/support/SceneFixture.h"
 
 #include <cmath>
@@ -186,6 +187,49 @@ TEST_F(UIScrollViewTest, IgnoresOffsetsThatAreNoNumbers)
     view->setContentOffset({ 0, std::numeric_limits<double>::quiet_NaN() });
     view->setContentOffset({ 0, std::numeric_limits<double>::infinity() });
     EXPECT_EQ(offset(), 200);
+}
+
+TEST_F(UIScrollViewTest, SizesAndInsetsThatAreNotFiniteAreProgrammingErrorsAndChangeNothing)
+{
+    view->setContentInset({ 1, 0, 2, 0 });
+    view->setScrollIndicatorInsets({ 3, 0, 4, 0 });
+    const AssertionRecorder assertions;
+    const double infinity = std::numeric_limits<double>::infinity();
+    for (const double number : { std::nan(""), infinity, -infinity }) {
+        view->setContentSize({ 320, number });
+        view->setContentInset({ 0, 0, number, 0 });
+        view->setScrollIndicatorInsets({ number, 0, 0, 0 });
+    }
+    std::vector<NSString> expected;
+    for (int round = 0; round < 3; ++round)
+        for (const char* name : { "contentSize", "contentInset", "scrollIndicatorInsets" })
+            expected.push_back(
+                QStringLiteral("Invalid parameter not satisfying: isfinite(%1)").arg(QLatin1String(name)));
+    EXPECT_EQ(assertions.messages(), expected);
+    EXPECT_EQ(view->contentSize(), CGSize(320, 2000));
+    EXPECT_EQ(view->contentInset(), (UIEdgeInsets { 1, 0, 2, 0 }));
+    EXPECT_EQ(view->scrollIndicatorInsets(), (UIEdgeInsets { 3, 0, 4, 0 }));
+}
+
+TEST_F(UIScrollViewTest, HugeSizesAndInsetsHarmNothing)
+{
+    for (const double number : { 1e12, 1e300 }) {
+        view->setContentSize({ 320, number });
+        view->setContentInset({ 0, 0, number, 0 });
+        runFrames();
+        touch.drag({ 100, 400 }, { 100, 100 }, 0.1);
+        scheduler.advance(1);
+        view->setContentInset({});
+        view->setContentSize({ 320, 2000 });
+        view->setContentOffset({ 0, 100 });
+        runFrames();
+        EXPECT_EQ(offset(), 100) << number;
+        touch.drag({ 100, 400 }, { 100, 100 }, 0.1);
+        scheduler.advance(5);
+        EXPECT_GT(offset(), 300);
+        EXPECT_LE(offset(), 2000 - 480);
+        view->setContentOffset({ 0, 0 });
+    }
 }
 
 TEST_F(UIScrollViewTest, IsAtItsDestinationWhenItLeavesTheWindow)

@@ -34,6 +34,8 @@ public:
     }
     std::optional<double> tableViewHeightForRowAtIndexPath(UITableView& table, NSIndexPath path) override
     {
+        if (heightOfRow1 && path.row == 1)
+            return heightOfRow1;
         return growsSelection && table.indexPathForSelectedRow() == path ? 90 : 50;
     }
     void tableViewWillDisplayCell(UITableView&, UITableViewCell& cell, NSIndexPath path) override
@@ -61,6 +63,7 @@ public:
 
     int count = 100;
     int cellsAskedFor = 0;
+    std::optional<double> heightOfRow1;
     bool growsSelection = false;
     bool refusesSelection = false;
     bool returnsNoCells = false;
@@ -379,6 +382,19 @@ TEST_F(UITableViewTest, FollowsANewWidth)
     table->setFrame({ 0, 0, 200, 200 });
     runFrames();
     EXPECT_EQ(table->cellForRow({ 0, 1 })->frame(), CGRect(0, 50, 200, 50));
+}
+
+TEST_F(UITableViewTest, ARowHeightThatIsNoHeightIsNone)
+{
+    const double infinity = std::numeric_limits<double>::infinity();
+    for (const double height : { std::nan(""), infinity, -infinity, -20.0 }) {
+        rows->heightOfRow1 = height;
+        table->reloadData();
+        runFrames();
+        EXPECT_EQ(table->rectForRow({ 0, 1 }).height(), 0) << height;
+        EXPECT_EQ(table->rectForRow({ 0, 2 }).top(), 50) << height;
+        EXPECT_EQ(table->contentSize().height(), 4950) << height;
+    }
 }
 
 // --- Fingers on rows that go -------------------------------------------------------------------------
