@@ -158,6 +158,35 @@ TEST_F(ORVPlaybackSliderTouchTest, TheBeginningIsToldBeforeTheThumbMoves)
     EXPECT_NEAR(slider->currentPosition(), 0.5, 1e-12);
 }
 
+TEST_F(ORVPlaybackSliderTouchTest, TheFingersDistanceCountsFromWhereTheDelegateHasPutTheThumb)
+{
+    setPosition(0.5);
+    interfere("begin", [this] {
+        slider->setCurrentPosition(0.2);
+        slider->layoutIfNeeded();
+    });
+    const double finger = beginDragging();
+    EXPECT_NEAR(slider->currentPosition(), 0.2, 1e-12);
+    touch.moveTo(place(finger + 35));
+    EXPECT_NEAR(slider->currentPosition(), 0.3, 1e-12);
+}
+
+TEST_F(ORVPlaybackSliderTouchTest, TheThumbCanBeTakenWhileItGlides)
+{
+    touch.tap(place(280));
+    scheduler.advance(0.1);
+    const double shownBefore = shownThumbCenter();
+    EXPECT_LT(shownBefore, 200);
+    log->takeLines();
+    touch.down(place(280));
+    touch.moveTo(place(280 + dragBeginning));
+    EXPECT_TRUE(slider->isDraggingThumb());
+    touch.moveTo(place(280 + dragBeginning - 70));
+    touch.up();
+    EXPECT_EQ(log->lines.front(), "begin");
+    EXPECT_EQ(log->lines.back(), "end 0.6");
+}
+
 TEST_F(ORVPlaybackSliderTouchTest, ADragBeyondTheEndsStopsThere)
 {
     setPosition(0.5);
