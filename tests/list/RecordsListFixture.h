@@ -3,6 +3,7 @@
 
 #include "list/ORVRecordTableViewCell.h"
 #include "list/ORVRecordsListViewController.h"
+#include "platform/foundation/ClassRegistry.h"
 #include "platform/foundation/NSBundle.h"
 #include "tests/support/AssertionRecorder.h"
 #include "tests/support/FakeAudioDevice.h"
@@ -13,6 +14,7 @@ class RecordsListFixture : public SceneFixture {
 protected:
     RecordsListFixture()
     {
+        ClassRegistry::runLoadHooks(); // the controls have their pictures from them
         scheduler.setAfterTurn([this] { executor.runAll(); });
         storage = make<ORVRecordsStorage>();
         controller = make<ORVRecordsListViewController>();
