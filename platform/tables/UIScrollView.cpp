@@ -65,6 +65,7 @@ void UIScrollView::setContentSize(const CGSize& size)
     NSParameterAssert(isFinite(size), "UIScrollView", "isfinite(contentSize)");
     if (!isFinite(size))
         return;
+    const auto keepAlive = shared_from_this(); // the delegate may drop the view, here and below
     m_contentSize = size;
     keepOffsetInRange();
     placeIndicators();
@@ -75,6 +76,7 @@ void UIScrollView::setContentInset(const UIEdgeInsets& inset)
     NSParameterAssert(areFinite(inset), "UIScrollView", "isfinite(contentInset)");
     if (!areFinite(inset))
         return;
+    const auto keepAlive = shared_from_this();
     // Content that rests at its top goes on resting there.
     const bool wasAtTop = contentOffset().y() <= verticalRange().minimum;
     m_contentInset = inset;
@@ -291,6 +293,7 @@ void UIScrollView::applyOffset(const CGPoint& offset)
     const CGPoint whole(MainScreenScale::roundToPixel(offset.x()), MainScreenScale::roundToPixel(offset.y()));
     if (whole == contentOffset() || !isFinite(whole))
         return;
+    const auto keepAlive = shared_from_this();
     setBounds({ whole, bounds().size() });
     for (const auto& indicator : m_indicators)
         indicator->flash();

@@ -292,4 +292,34 @@ TEST_F(UIScrollViewTest, MayBeDroppedFromInsideItsMessage)
     EXPECT_EQ(delegate->view, nullptr);
 }
 
+TEST_F(UIScrollViewTest, MayBeDroppedFromInsideTheMessageOfEverythingThatMovesIt)
+{
+    using Change = std::function<void(UIScrollView&)>;
+    const Change changes[] = {
+        [](UIScrollView& moved) {
+            moved.setContentOffset({ 0, 500 });
+        },
+        [](UIScrollView& moved) {
+            moved.setContentSize({ 320, 500 });
+        },
+        [](UIScrollView& moved) {
+            moved.setContentInset({ 0, 0, -1000, 0 });
+        },
+        [](UIScrollView& moved) {
+            moved.scrollRectToVisible({ 0, 0, 1, 1 }, Animated::No);
+        },
+    };
+    for (const Change& change : changes) {
+        const auto delegate = make<DroppingDelegate>();
+        delegate->view = make<UIScrollView>(CGRect(0, 0, 320, 480));
+        window->addSubview(delegate->view);
+        delegate->view->setContentSize({ 320, 2000 });
+        delegate->view->setContentOffset({ 0, 1200 });
+        delegate->view->setDelegate(delegate);
+        const std::weak_ptr<UIScrollView> weak = delegate->view;
+        change(*delegate->view);
+        EXPECT_TRUE(weak.expired());
+    }
+}
+
 } // namespace
