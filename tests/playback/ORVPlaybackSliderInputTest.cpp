@@ -12,11 +12,9 @@ protected:
     // Does something once, when the message is heard.
     void when(const std::string& message, const std::function<void()>& action)
     {
-        log->whenHeard = [this, message, action](const std::string& heard) {
-            if (heard != message)
-                return;
-            log->whenHeard = [](auto&) {};
-            action();
+        log->whenHeard = [done = false, message, action](const std::string& heard) mutable {
+            if (heard == message && !std::exchange(done, true))
+                action();
         };
     }
     void removePan() { slider->thumbView()->removeGestureRecognizer(*slider->thumbPanRecognizer()); }
