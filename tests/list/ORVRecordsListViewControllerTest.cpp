@@ -548,6 +548,55 @@ TEST_F(ScrubbingTest, AFlickThatStartsOnTheBarScrollsTheList)
     EXPECT_LT(player->timePosition(), player->recordDuration() / 2) << "nobody has sought";
 }
 
+TEST_F(ScrubbingTest, NeitherATapOnTheBarNorADragNorTheButtonClosesTheRow)
+{
+    openPlaying(1);
+    const auto selected = [this] { return controller->tableView()->indexPathForSelectedRow(); };
+    ASSERT_EQ(selected(), (NSIndexPath { 0, 0 }));
+    touch.tap(slider().convertPointToView({ 195, 22 }, nullptr));
+    scheduler.advance(0.5);
+    EXPECT_EQ(selected(), (NSIndexPath { 0, 0 }));
+    touch.drag(thumb(), thumb() + CGPoint(60, 0), 0.4);
+    scheduler.advance(0.5);
+    EXPECT_EQ(selected(), (NSIndexPath { 0, 0 }));
+    tapButton(0);
+    scheduler.advance(0.5);
+    EXPECT_EQ(selected(), (NSIndexPath { 0, 0 }));
+    EXPECT_TRUE(showsSlider(0));
+}
+
+TEST_F(ScrubbingTest, ATapOnTheBarOfARowThatDoesNotPlayClosesTheRow)
+{
+    open();
+    tapRow(0);
+    scheduler.advance(0.5);
+    ASSERT_TRUE(slider().isThumbHidden());
+    touch.tap(slider().convertPointToView({ 195, 22 }, nullptr));
+    scheduler.advance(1);
+    EXPECT_EQ(controller->tableView()->indexPathForSelectedRow(), std::nullopt);
+    EXPECT_EQ(positionAt(0), 0);
+    EXPECT_FALSE(showsSlider(0));
+}
+
+TEST_F(ScrubbingTest, ATurnOfTheWheelDuringADragEndsItForItsOwnRecord)
+{
+    openPlaying(1);
+    const auto player = controller->currentPlayer();
+    const CGPoint start = thumb();
+    touch.down(start);
+    touch.moveTo({ start.x() + 20, start.y() });
+    touch.moveTo({ start.x() + 100, start.y() });
+    for (int notch = 0; notch < 10; ++notch) {
+        EXPECT_TRUE(touch.wheel(start, { 0, -48 }));
+        scheduler.advance(1 / 60.0);
+    }
+    touch.moveTo({ start.x() + 150, start.y() });
+    touch.up();
+    executor.runAll();
+    EXPECT_EQ(controller->currentPlayer(), player);
+    EXPECT_FALSE(player->isPaused());
+}
+
 TEST_F(ScrubbingTest, ADragWhoseRowIsScrolledAwayEndsForItsOwnRecord)
 {
     openPlaying(1);

@@ -46,6 +46,8 @@ public:
     std::optional<NSIndexPath> tableViewWillSelectRowAtIndexPath(UITableView&, NSIndexPath path) override
     {
         lines.push_back("will select " + std::to_string(path.row));
+        if (onSelection)
+            onSelection(lines.back());
         return refusesSelection ? std::nullopt : std::optional(path);
     }
     void tableViewDidSelectRowAtIndexPath(UITableView& table, NSIndexPath path) override
@@ -53,17 +55,22 @@ public:
         const auto cell = table.cellForRow(path);
         lines.push_back(
             "did select " + std::to_string(path.row) + (cell && cell->isSelected() ? "" : " late"));
+        if (onSelection)
+            onSelection(lines.back());
     }
     void tableViewDidDeselectRowAtIndexPath(UITableView& table, NSIndexPath path) override
     {
         const auto cell = table.cellForRow(path);
         lines.push_back(
             "did deselect " + std::to_string(path.row) + (cell && cell->isSelected() ? " late" : ""));
+        if (onSelection)
+            onSelection(lines.back());
     }
 
     int count = 100;
     int cellsAskedFor = 0;
     std::optional<double> heightOfRow1;
+    std::function<void(const std::string& message)> onSelection;
     bool growsSelection = false;
     bool refusesSelection = false;
     bool returnsNoCells = false;
@@ -490,6 +497,62 @@ TEST_F(TouchedRowTest, WhoHearsOfTheCancellationMayDropTheTable)
     scheduler.advance(1);
     touched->removeFromSuperview();
     EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(TouchedRowTest, ARowMayGoFromInsideEachMessageOfItsSelection)
+{
+    const std::function<void()> ways[] = {
+        [this] { table->reloadData(); },
+        [this] { table->reloadSection(0, UITableViewRowAnimation::Fade); },
+        [this] {
+            table->cellForRow({ 0, 1 })->removeFromSuperview();
+        },
+        [this] {
+            rows->count = 1;
+            table->reloadData();
+        },
+    };
+    for (const char* message : { "will select", "did deselect", "did select" })
+        for (const auto& way : ways) {
+            rows->count = 100;
+            table->reloadData();
+            runFrames();
+            select(0);
+            bool done = false;
+            rows->onSelection = [&](const std::string& heard) {
+                if (heard.starts_with(message) && !std::exchange(done, true))
+                    way();
+            };
+            touch.tap({ 10, 75 });
+            scheduler.advance(1);
+            rows->onSelection = nullptr;
+            EXPECT_TRUE(done) << message;
+            const auto selected = table->indexPathForSelectedRow();
+            EXPECT_TRUE(!selected || selected->row < rows->count) << message;
+            EXPECT_EQ(table->visibleCells().size(), std::min(rows->count, 4)) << message;
+        }
+}
+
+TEST_F(TouchedRowTest, TheTableMayBeDroppedFromInsideEachMessageOfASelection)
+{
+    for (const char* message : { "will select", "did deselect", "did select" }) {
+        table = make<UITableView>(CGRect(0, 0, 320, 200));
+        table->registerCell(rowCell, [] { return make<NumberedCell>(); });
+        table->setDataSource(rows);
+        table->setDelegate(rows);
+        window->addSubview(table);
+        runFrames();
+        select(0);
+        const std::weak_ptr<UITableView> weak = table;
+        rows->onSelection = [&](const std::string& heard) {
+            if (table && heard.starts_with(message))
+                std::exchange(table, nullptr)->removeFromSuperview();
+        };
+        touch.tap({ 10, 75 });
+        scheduler.advance(1);
+        EXPECT_TRUE(weak.expired()) << message;
+    }
+    rows->onSelection = nullptr;
 }
 
 TEST_F(TouchedRowTest, TheFingerThatScrollsGoesOnWhenItsRowHasLeft)
