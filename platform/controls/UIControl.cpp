@@ -10,7 +10,7 @@ void UIControl::addTarget(const Action& action, UIControlEvents events)
     const auto known = std::find_if(m_registrations.begin(), m_registrations.end(),
         [&](const Registration& registration) { return registration.action == action; });
     if (known == m_registrations.end())
-        m_registrations.push_back({ action, events });
+        m_registrations.push_back({ action, events, ++m_lastSerial });
     else
         known->events = known->events | events;
 }
@@ -34,7 +34,7 @@ void UIControl::sendActionsForControlEvents(UIControlEvents events)
     for (const Registration& registration : told) {
         const bool stillHears
             = std::any_of(m_registrations.begin(), m_registrations.end(), [&](const Registration& current) {
-                  return current.action == registration.action && hears(current);
+                  return current.serial == registration.serial && hears(current);
               });
         if (hears(registration) && stillHears)
             registration.action.perform(this);

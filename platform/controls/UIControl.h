@@ -9,6 +9,8 @@
 #include "platform/foundation/Action.h"
 #include "platform/views/UIView.h"
 
+#include <cstdint>
+
 enum class UIControlState : unsigned {
     Normal = 0,
     Highlighted = 1,
@@ -71,6 +73,7 @@ private:
     struct Registration {
         Action action;
         UIControlEvents events;
+        std::uint64_t serial; // another one for a target that comes back
     };
     bool follows(const UITouches&) const;
     bool isNear(const UITouch&) const;
@@ -78,6 +81,7 @@ private:
     void letGoOfTouch();
 
     std::vector<Registration> m_registrations;
+    std::uint64_t m_lastSerial = 0;
     std::weak_ptr<UITouch> m_touch; // the tracked one
     bool m_enabled = true;
     bool m_highlighted = false;

@@ -7,11 +7,16 @@ UIGestureRecognizer::~UIGestureRecognizer() = default;
 
 void UIGestureRecognizer::addTarget(const Action& action)
 {
-    if (std::find(m_actions.begin(), m_actions.end(), action) == m_actions.end())
-        m_actions.push_back(action);
+    const bool isKnown = std::any_of(
+        m_targets.begin(), m_targets.end(), [&](const Target& target) { return target.action == action; });
+    if (!isKnown)
+        m_targets.push_back({ action, ++m_lastSerial });
 }
 
-void UIGestureRecognizer::removeTarget(const Action& action) { std::erase(m_actions, action); }
+void UIGestureRecognizer::removeTarget(const Action& action)
+{
+    std::erase_if(m_targets, [&](const Target& target) { return target.action == action; });
+}
 
 void UIGestureRecognizer::setEnabled(bool enabled)
 {
@@ -248,11 +253,12 @@ TouchDispatcher* UIGestureRecognizer::dispatcher() const
 void UIGestureRecognizer::sendActions()
 {
     const UIGestureRecognizerState sent = m_state;
-    const auto actions = m_actions;
-    for (const Action& action : actions) {
-        const bool stillTarget = std::find(m_actions.begin(), m_actions.end(), action) != m_actions.end();
-        if (stillTarget && m_state == sent)
-            action.perform(this);
+    const auto told = m_targets;
+    for (const Target& target : told) {
+        const bool isStillOne = std::any_of(m_targets.begin(), m_targets.end(),
+            [&](const Target& current) { return current.serial == target.serial; });
+        if (isStillOne && m_state == sent)
+            target.action.perform(this);
     }
 }
 

@@ -16,6 +16,8 @@
 #include "platform/views/UIResponder.h"
 #include "platform/views/UITouch.h"
 
+#include <cstdint>
+
 enum class UIGestureRecognizerState {
     Possible = 0,
     Began = 1,
@@ -132,7 +134,12 @@ private:
     void requirementDecided(const UIGestureRecognizer& other);
     void tellDependents();
 
-    std::vector<Action> m_actions;
+    struct Target {
+        Action action;
+        std::uint64_t serial; // another one for a target that comes back
+    };
+    std::vector<Target> m_targets;
+    std::uint64_t m_lastSerial = 0;
     UIView* m_view = nullptr;
     std::weak_ptr<UIGestureRecognizerDelegate> m_delegate;
     UITouches m_touches;

@@ -338,6 +338,22 @@ TEST_F(UIControlTest, TargetsAddedWhileOthersAreToldHearTheNextEvent)
     EXPECT_EQ(other->lines.size(), 1u);
 }
 
+TEST_F(UIControlTest, ATargetThatLeavesAndComesBackWhileOthersAreToldHearsTheNextEvent)
+{
+    const auto second = make<ControlTarget>();
+    control->addTarget(target->pressedAction(), TouchUpInside);
+    control->addTarget(second->pressedAction(), TouchUpInside);
+    target->onEvent = [&] {
+        control->removeTarget(second->pressedAction(), TouchUpInside);
+        control->addTarget(second->pressedAction(), TouchUpInside);
+    };
+    control->sendActionsForControlEvents(TouchUpInside);
+    EXPECT_EQ(second->lines, Lines {});
+    target->onEvent = nullptr;
+    control->sendActionsForControlEvents(TouchUpInside);
+    EXPECT_EQ(second->lines, Lines { "pressed" });
+}
+
 TEST_F(UIControlTest, AnEventAddedWhileItIsToldCountsFromTheNextOne)
 {
     const auto other = make<ControlTarget>();

@@ -248,6 +248,59 @@ TEST_F(UIGestureRecognizerTest, ATargetRemovedWhileAStateIsSentHearsNothingMore)
     EXPECT_TRUE(second->states.empty());
 }
 
+TEST_F(UIGestureRecognizerTest, ATargetThatLeavesAndComesBackWhileAStateIsSentHearsOfTheNextOne)
+{
+    const auto second = make<GestureTarget>();
+    view->addGestureRecognizer(pan);
+    pan->addTarget(second->action());
+    target->onAction = [&](UIGestureRecognizer& recognizer) {
+        if (recognizer.state() != UIGestureRecognizerState::Began)
+            return;
+        recognizer.removeTarget(second->action());
+        recognizer.addTarget(second->action());
+    };
+    dragFrom({ 110, 110 });
+    EXPECT_EQ(target->states, (States { 1, 2, 3 }));
+    EXPECT_EQ(second->states, (States { 2, 3 }));
+}
+
+TEST_F(UIGestureRecognizerTest, ATargetAddedToTheOtherOfTwoThatGoOnTogetherHearsItsState)
+{
+    const auto second = make<GestureTarget>();
+    view->addGestureRecognizer(pan);
+    const auto outerPan = addOuterPan();
+    judge->together = true;
+    target->onAction = [&](UIGestureRecognizer&) { outerPan->addTarget(second->action()); };
+    dragFrom({ 110, 110 });
+    EXPECT_EQ(target->states, (States { 1, 2, 3 }));
+    EXPECT_EQ(outerTarget->states, (States { 1, 2, 3 }));
+    EXPECT_EQ(second->states, (States { 1, 2, 3 })) << "the other one was not sending yet";
+}
+
+TEST_F(UIGestureRecognizerTest, OfThreeOnlyThoseGoOnTogetherThatAreLet)
+{
+    class Picky final : public NSObject, public UIGestureRecognizerDelegate {
+    public:
+        bool gestureRecognizerShouldRecognizeSimultaneously(
+            UIGestureRecognizer&, UIGestureRecognizer& asked) override
+        {
+            return &asked == friendly;
+        }
+        UIGestureRecognizer* friendly = nullptr;
+    };
+    const auto picky = make<Picky>();
+    const auto third = make<GestureTarget>();
+    view->addGestureRecognizer(pan);
+    pan->setDelegate(picky);
+    picky->friendly = addOuterPan().get();
+    const auto stranger = make<UIPanGestureRecognizer>(third->action());
+    window->addGestureRecognizer(stranger);
+    dragFrom({ 110, 110 });
+    EXPECT_EQ(target->states, (States { 1, 2, 3 }));
+    EXPECT_EQ(outerTarget->states, (States { 1, 2, 3 }));
+    EXPECT_TRUE(third->states.empty());
+}
+
 TEST_F(UIGestureRecognizerTest, ATargetThatIsGoneIsNotTold)
 {
     view->addGestureRecognizer(tap);
