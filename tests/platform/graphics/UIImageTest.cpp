@@ -243,4 +243,12 @@ TEST_F(NamedImageTest, IsOneObjectForAsLongAsItIsHeld)
     EXPECT_NE(named("icon", 1), nullptr);
 }
 
+TEST(UIImageTest, TheRawValuesOfTheModesAreTheWrittenOnes)
+{
+    EXPECT_EQ(static_cast<int>(UIImageRenderingMode::Automatic), 0);
+    EXPECT_EQ(static_cast<int>(UIImageRenderingMode::AlwaysOriginal), 1);
+    EXPECT_EQ(static_cast<int>(UIImageRenderingMode::AlwaysTemplate), 2);
+    EXPECT_EQ(static_cast<int>(UIImageResizingMode::Tile), 0);
+}
+
 } // namespace
