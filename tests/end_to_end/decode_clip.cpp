@@ -84,7 +84,8 @@ private:
         const int written
             = swr_convert(m_resampler.get(), &target, static_cast<int>(samples.size()), data, count);
         require(written >= 0, "samples cannot be converted");
-        std::fwrite(samples.data(), sizeof(std::int16_t), static_cast<std::size_t>(written), output);
+        if (written > 0) // else there may be no memory to point at
+            std::fwrite(samples.data(), sizeof(std::int16_t), static_cast<std::size_t>(written), output);
     }
 
     Format m_format;
