@@ -25,13 +25,19 @@ protected:
         while (!condition()) {
             woken.acquire();
             mainQueue.drain();
+            drained.release();
         }
     }
 
     static constexpr int sliderCount = 8;
 
     std::counting_semaphore<> woken { 0 };
-    MainQueue mainQueue { [this] { woken.release(); } };
+    std::counting_semaphore<> drained { 0 };
+    // A worker that wakes the main thread waits for it, so that what the worker still holds ends last.
+    MainQueue mainQueue { [this] {
+        woken.release();
+        drained.acquire();
+    } };
     ThreadPool threads { 4 };
     Executor realExecutor { mainQueue, threads };
 };
