@@ -1,8 +1,8 @@
 // What a layout pass costs on a screen of twelve cells, each an island of constraints of its own.
 //
-// A cell holds a portrait, three labels, a button with a ring and an icon, and a slider split at a knob: twelve
-// views under 45 constraints. Measured are building a cell, a pass in which nothing changed, one in which a
-// single knob has moved, and one after the screen has turned; and how many views each of them visits.
+// A cell holds a portrait, three labels, a button with a ring and an icon, and a slider split at a knob:
+// twelve views under 45 constraints. Measured are building a cell, a pass in which nothing changed, one in
+// which a single knob has moved, and one after the screen has turned; and how many views each of them visits.
 //     layout_pass_benchmark [passes]
 #include "benchmarks/InstructionCount.h"
 #include "benchmarks/Timings.h"
