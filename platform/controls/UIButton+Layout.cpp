@@ -74,7 +74,7 @@ void UIButton::layoutSubviews()
 CGFloat UIButton::firstBaseline() const
 {
     if (!m_titleLabel)
-        return UIControl::firstBaseline();
+        return bounds().height();
     return places().title.top() + m_titleLabel->font()->ascender();
 }
 

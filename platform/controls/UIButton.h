@@ -60,7 +60,7 @@ public:
     CGSize intrinsicContentSize() const override;
     CGSize sizeThatFits(const CGSize& size) const override;
     // The title's, or the bottom edge without a title.
-    CGFloat firstBaseline() const override;
+    CGFloat firstBaseline() const;
     LayoutBaseline firstBaselinePlace() const override;
     LayoutBaseline lastBaselinePlace() const override;
     void layoutSubviews() override;

@@ -162,7 +162,7 @@ CGFloat UILabel::textTop() const
 
 CGFloat UILabel::firstBaseline() const
 {
-    return m_text.isEmpty() ? UIView::firstBaseline() : textTop() + drawnLayout().firstBaseline();
+    return m_text.isEmpty() ? bounds().height() : textTop() + drawnLayout().firstBaseline();
 }
 
 CGFloat UILabel::lastBaseline() const

@@ -34,8 +34,8 @@ public:
     // In whole pixels, so that the text is never cut short by a rounding.
     CGSize intrinsicContentSize() const override;
     CGSize sizeThatFits(const CGSize& size) const override;
-    CGFloat firstBaseline() const override;
-    // Where the last line stands that is drawn, from the top; the bottom edge without text.
+    // Where the first and the last of the drawn lines stand, from the top; the bottom edge without text.
+    CGFloat firstBaseline() const;
     CGFloat lastBaseline() const;
     // As constraints know them: exact where the height is that of the text, else within half a pixel.
     LayoutBaseline firstBaselinePlace() const override;

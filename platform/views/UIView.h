@@ -60,8 +60,6 @@ public:
     virtual CGSize intrinsicContentSize() const;
     // Says that the intrinsic size is another one; asks the superview for layout.
     void invalidateIntrinsicContentSize();
-    // Where the first line of text stands, from the top; the bottom edge without text.
-    virtual CGFloat firstBaseline() const { return bounds().height(); }
 
     // --- Looks ---------------------------------------------------------------------------------------
 

@@ -22,7 +22,7 @@ protected:
         hold(view.leftAnchor().constraintEqualToAnchor(window->leftAnchor(), 10));
         hold(view.topAnchor().constraintEqualToAnchor(window->topAnchor(), top));
     }
-    static double baselineInSuperview(const UIView& view)
+    template <typename View> static double baselineInSuperview(const View& view)
     {
         return view.frame().top() + view.firstBaseline();
     }
