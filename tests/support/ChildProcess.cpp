@@ -30,7 +30,7 @@ std::vector<std::string> variables(ChildProcess::Environment changes)
     }
     std::vector<std::string> all;
     for (const auto& [name, value] : changes)
-        all.push_back(name + '=' + value);
+        all.emplace_back(name).append(1, '=').append(value);
     return all;
 }
 

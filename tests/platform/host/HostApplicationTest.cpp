@@ -55,7 +55,7 @@ protected:
     }
 
     // Runs the work in a running application, which it has to end.
-    int run(HostApplication& application, std::function<void()> work)
+    int run(HostApplication& application, const std::function<void()>& work)
     {
         HostTestDelegate::onLaunch = [work] { Scheduler::current().schedule(0.05, work); };
         return application.run({}, "HostTestDelegate");

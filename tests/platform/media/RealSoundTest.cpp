@@ -55,8 +55,8 @@ public:
         if (!file.open(QIODevice::ReadOnly))
             return {};
         std::vector<Sample> samples(static_cast<std::size_t>(file.size()) / sizeof(Sample));
-        file.read(
-            reinterpret_cast<char*>(samples.data()), static_cast<qint64>(samples.size() * sizeof(Sample)));
+        file.read(reinterpret_cast<char*>(samples.data()),
+            static_cast<qint64>(samples.size()) * qint64(sizeof(Sample)));
         return samples;
     }
     void die() { m_server.kill(); }
