@@ -4,6 +4,7 @@
 #include "platform/graphics/UIImage.h"
 #include "platform/host/FramePainter.h"
 #include "tests/gallery/PictureCells.h"
+#include "tests/support/SourcePath.h"
 
 #include <QFile>
 #include <QImageWriter>
@@ -16,7 +17,7 @@ double keptScale(const GalleryLook& look) { return look.isDark() ? 3 : 2; }
 
 QString pathOf(const char* scene, const GalleryLook& look)
 {
-    return QStringLiteral(ORUVANE_SOURCE_DIR "/tests/gallery/pictures/%1-%2.png")
+    return sourcePath("tests/gallery/pictures/%1-%2.png")
         .arg(QLatin1String(scene), look.isDark() ? QStringLiteral("dark") : QStringLiteral("light"));
 }
 

@@ -17,6 +17,7 @@
 #include "platform/views/UIAppearance.h"
 #include "tests/support/AssertionRecorder.h"
 #include "tests/support/SceneFixture.h"
+#include "tests/support/SourcePath.h"
 
 class QImage;
 class UIImage;
@@ -62,7 +63,7 @@ protected:
     const NSLayoutConstraint::ConflictReplacement conflictCounter { [this](auto&) { ++conflicts; } };
     const UIAppearance::Replacement nothingRecorded; // named pictures are recorded at the first look's scale
     const NSBundle::MainReplacement mainBundle { make<NSBundle>(
-        QStringLiteral(ORUVANE_SOURCE_DIR "/resources"), std::vector<NSString> { QStringLiteral("en") }) };
+        sourcePath("resources"), std::vector<NSString> { QStringLiteral("en") }) };
 
 private:
     QImage painted(double height);

@@ -9,6 +9,7 @@
 #include "tests/support/FakeAudioDevice.h"
 #include "tests/support/ManualExecutor.h"
 #include "tests/support/SceneFixture.h"
+#include "tests/support/SourcePath.h"
 
 class RecordsListFixture : public SceneFixture {
 protected:
@@ -66,7 +67,7 @@ protected:
     bool showsSlider(int row) const { return cellAt(row)->playbackSlider()->superview() != nullptr; }
 
     const NSBundle::MainReplacement mainBundle { make<NSBundle>(
-        QStringLiteral(ORUVANE_SOURCE_DIR "/resources"), std::vector<NSString> { QStringLiteral("en") }) };
+        sourcePath("resources"), std::vector<NSString> { QStringLiteral("en") }) };
     ManualExecutor executor;
     FakeAudioDevice device;
     std::shared_ptr<ORVRecordsStorage> storage;

@@ -3,6 +3,7 @@
 #include "platform/graphics/MainScreenScale.h"
 #include "platform/graphics/UIImage.h"
 #include "platform/media/AVAsset.h"
+#include "tests/support/SourcePath.h"
 #include "tests/support/TemporaryBundle.h"
 
 #include <QBuffer>
@@ -35,10 +36,7 @@ protected:
         }
     }
     NSURL baseURL() const { return files.urlOf(QStringLiteral("F.jpg")); }
-    static NSURL clipURL()
-    {
-        return QUrl::fromLocalFile(QStringLiteral(ORUVANE_SOURCE_DIR "/resources/sounds/tram_bell.m4a"));
-    }
+    static NSURL clipURL() { return QUrl::fromLocalFile(sourcePath("resources/sounds/tram_bell.m4a")); }
 
     TemporaryBundle files;
     std::shared_ptr<ORVResourceCache> cache = make<ORVResourceCache>();

@@ -8,6 +8,7 @@
 #include "platform/media/SoundDecoder.h"
 #include "tests/support/AssertionRecorder.h"
 #include "tests/support/ManualScheduler.h"
+#include "tests/support/SourcePath.h"
 
 #include <QDir>
 
@@ -28,7 +29,7 @@ protected:
         EXPECT_EQ(assertions.messages(), std::vector<NSString> {});
     }
 
-    static NSString resources() { return QStringLiteral(ORUVANE_SOURCE_DIR "/resources"); }
+    static NSString resources() { return sourcePath("resources"); }
 
     ManualScheduler scheduler;
     AssertionRecorder assertions;

@@ -2,6 +2,7 @@
 #include "platform/graphics/MainScreenScale.h"
 #include "platform/views/UIAppearance.h"
 #include "tests/playback/PlaybackSliderFixture.h"
+#include "tests/support/SourcePath.h"
 #include "theme/UIColor+ORVTheme.h"
 
 namespace {
@@ -11,8 +12,7 @@ class RecordedLooks final : public testing::Environment {
 public:
     void SetUp() override
     {
-        const NSBundle::MainReplacement mainBundle { make<NSBundle>(
-            QStringLiteral(ORUVANE_SOURCE_DIR "/resources")) };
+        const NSBundle::MainReplacement mainBundle { make<NSBundle>(sourcePath("resources")) };
         MainScreenScale::set(2);
         ClassRegistry::runLoadHooks();
         MainScreenScale::set(1);

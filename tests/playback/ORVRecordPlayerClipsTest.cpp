@@ -1,4 +1,5 @@
 #include "tests/playback/RecordPlayerFixture.h"
+#include "tests/support/SourcePath.h"
 
 #include <QDir>
 
@@ -8,7 +9,7 @@ namespace {
 
 TEST_F(ORVRecordPlayerTest, PlaysEverySampleClipToItsEnd)
 {
-    const QDir folder(QStringLiteral(ORUVANE_SOURCE_DIR "/resources/sounds"));
+    const QDir folder(sourcePath("resources/sounds"));
     const QStringList clips = folder.entryList({ QStringLiteral("*.m4a") });
     ASSERT_GE(clips.size(), 24);
     for (const QString& clip : clips) {

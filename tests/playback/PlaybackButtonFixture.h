@@ -10,6 +10,7 @@
 #include "tests/support/AssertionRecorder.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/SceneFixture.h"
+#include "tests/support/SourcePath.h"
 
 class PlaybackButtonFixture : public SceneFixture {
 protected:
@@ -61,7 +62,7 @@ protected:
     static constexpr CGPoint middle { 122, 122 };
 
     const NSBundle::MainReplacement mainBundle { make<NSBundle>(
-        QStringLiteral(ORUVANE_SOURCE_DIR "/resources"), std::vector<NSString> { QStringLiteral("en") }) };
+        sourcePath("resources"), std::vector<NSString> { QStringLiteral("en") }) };
     const AssertionRecorder assertions;
     std::vector<NSString> expectedAssertions;
     const std::shared_ptr<UIImage> play = iconNamed("ov_icon_play");

@@ -10,6 +10,7 @@
 #include "tests/support/ManualExecutor.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/SceneFixture.h"
+#include "tests/support/SourcePath.h"
 
 #include <gmock/gmock.h>
 
@@ -143,8 +144,7 @@ protected:
     static constexpr double infinity = std::numeric_limits<double>::infinity();
     static constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
-    const NSBundle::MainReplacement mainBundle { make<NSBundle>(
-        QStringLiteral(ORUVANE_SOURCE_DIR "/resources")) };
+    const NSBundle::MainReplacement mainBundle { make<NSBundle>(sourcePath("resources")) };
     ManualExecutor executor;
     AssertionRecorder assertions;
     int conflicts = 0; // between constraints

@@ -1,6 +1,7 @@
 #include "platform/foundation/NSBundle.h"
 
 #include "tests/platform/foundation/TemporaryFolder.h"
+#include "tests/support/SourcePath.h"
 
 #include <QCoreApplication>
 
@@ -252,8 +253,7 @@ TEST_F(NSBundleTest, AReplacementOfTheMainBundleGivesWayToTheOneBefore)
 
 TEST_F(NSBundleTest, TheProductsOwnTextsAreFound)
 {
-    const auto product
-        = make<NSBundle>(QStringLiteral(ORUVANE_SOURCE_DIR "/resources"), std::vector<NSString> {});
+    const auto product = make<NSBundle>(sourcePath("resources"), std::vector<NSString> {});
     EXPECT_EQ(product->localizedStringForKey(
                   QStringLiteral("Kilo"), QStringLiteral("x"), QStringLiteral("ORVCountFormatter")),
         QStringLiteral("k"));

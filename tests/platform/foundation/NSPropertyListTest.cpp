@@ -1,6 +1,7 @@
 #include "platform/foundation/NSPropertyList.h"
 
 #include "tests/platform/foundation/TemporaryFolder.h"
+#include "tests/support/SourcePath.h"
 
 #include <gmock/gmock.h>
 
@@ -229,9 +230,8 @@ TEST(NSPropertyListTest, NestingHiddenFromTheReaderIsRefused)
 
 TEST(NSPropertyListTest, TheProductsOwnListsAreRead)
 {
-    const auto path = [](const char* name) {
-        return QStringLiteral(ORUVANE_SOURCE_DIR "/resources/%1.plist").arg(QLatin1String(name));
-    };
+    const auto path
+        = [](const char* name) { return sourcePath("resources/%1.plist").arg(QLatin1String(name)); };
     EXPECT_EQ(NSPropertyList::arrayWithContentsOfFile(path("FakePeople")).count(), 10u);
     EXPECT_GE(NSPropertyList::arrayWithContentsOfFile(path("FakeRecords")).count(), 24u);
     EXPECT_LT(

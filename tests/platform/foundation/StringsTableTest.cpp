@@ -1,5 +1,7 @@
 #include "platform/foundation/StringsTable.h"
 
+#include "tests/support/SourcePath.h"
+
 #include <QFile>
 
 #include <gmock/gmock.h>
@@ -116,8 +118,7 @@ TEST(StringsTableTest, AnyByteAnywhereIsSurvived)
 TEST(StringsTableTest, TheProductsOwnTablesAreFlawless)
 {
     for (const char* name : { "Localizable", "Accessibility", "ORVCountFormatter" }) {
-        QFile file(
-            QStringLiteral(ORUVANE_SOURCE_DIR "/resources/en.lproj/%1.strings").arg(QLatin1String(name)));
+        QFile file(sourcePath("resources/en.lproj/%1.strings").arg(QLatin1String(name)));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name;
         const StringsTable table = StringsTable::parse(file.readAll());
         EXPECT_FALSE(table.error) << name;

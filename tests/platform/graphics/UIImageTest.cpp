@@ -4,6 +4,7 @@
 #include "platform/graphics/MainScreenScale.h"
 #include "tests/platform/graphics/Drawing.h"
 #include "tests/support/AssertionRecorder.h"
+#include "tests/support/SourcePath.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -34,7 +35,7 @@ QImage blank(int width, int height, QImage::Format format = QImage::Format_RGB32
 
 NSData portrait()
 {
-    QFile file(QStringLiteral(ORUVANE_SOURCE_DIR "/resources/portraits/portrait_mara-small@2x.jpg"));
+    QFile file(sourcePath("resources/portraits/portrait_mara-small@2x.jpg"));
     file.open(QIODevice::ReadOnly);
     return file.readAll();
 }

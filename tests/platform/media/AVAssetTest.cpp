@@ -1,5 +1,6 @@
 #include "platform/media/AVAsset.h"
 
+#include "tests/support/SourcePath.h"
 #include "tests/support/ToneFile.h"
 
 #include <QFile>
@@ -22,7 +23,7 @@ protected:
     }
     static QByteArray clipBytes()
     {
-        QFile file(QStringLiteral(ORUVANE_SOURCE_DIR "/resources/sounds/fountain.m4a"));
+        QFile file(sourcePath("resources/sounds/fountain.m4a"));
         EXPECT_TRUE(file.open(QIODevice::ReadOnly));
         return file.readAll();
     }

@@ -1,6 +1,7 @@
 #include "platform/media/LibavDecoder.h"
 
 #include "platform/media/SoundLoader.h"
+#include "tests/support/SourcePath.h"
 #include "tests/support/ToneFile.h"
 
 #include <QFile>
@@ -13,8 +14,7 @@ namespace {
 
 NSURL clip(const char* name = "fountain.m4a")
 {
-    return QUrl::fromLocalFile(
-        QStringLiteral(ORUVANE_SOURCE_DIR "/resources/sounds/") + QString::fromUtf8(name));
+    return QUrl::fromLocalFile(sourcePath("resources/sounds/") + QString::fromUtf8(name));
 }
 
 std::vector<Sample> decodeAll(SoundDecoder& decoder)

@@ -6,6 +6,7 @@
 #include "tests/support/FakeAudioDevice.h"
 #include "tests/support/ManualExecutor.h"
 #include "tests/support/ManualScheduler.h"
+#include "tests/support/SourcePath.h"
 
 #include <gmock/gmock.h>
 
@@ -22,8 +23,7 @@ protected:
 
     static NSURL clip(const char* name)
     {
-        return QUrl::fromLocalFile(
-            QStringLiteral(ORUVANE_SOURCE_DIR "/resources/sounds/") + QString::fromUtf8(name));
+        return QUrl::fromLocalFile(sourcePath("resources/sounds/") + QString::fromUtf8(name));
     }
     static std::shared_ptr<AVPlayer> playerFor(const NSURL& url)
     {

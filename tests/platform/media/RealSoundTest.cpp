@@ -4,6 +4,7 @@
 #include "platform/media/SoundLoader.h"
 #include "tests/support/ChildProcess.h"
 #include "tests/support/RealEventLoop.h"
+#include "tests/support/SourcePath.h"
 #include "tests/support/ToneFile.h"
 
 #include <QFile>
@@ -16,10 +17,7 @@
 
 namespace {
 
-NSURL clip()
-{
-    return QUrl::fromLocalFile(QStringLiteral(ORUVANE_SOURCE_DIR "/resources/sounds/bicycle_bell.m4a"));
-}
+NSURL clip() { return QUrl::fromLocalFile(sourcePath("resources/sounds/bicycle_bell.m4a")); }
 
 // A sound server of the test's own: a sink that nobody hears, and a recorder at its monitor.
 class PrivateSoundServer {
