@@ -2,8 +2,9 @@
 #
 #   oruvane_module(NAME LINK library...)          a static library named after its folder
 #   oruvane_tests(NAME [THREADED] LINK library...)
-#                                                 a test program that ctest runs test by test; THREADED
-#                                                 labels those that the thread sanitizer is to see
+#                                                 a test program; THREADED labels those that the thread
+#                                                 sanitizer is to see
+#   oruvane_folders(VARIABLE REGEX)               the folders of scripts/include-edges whose names match
 #
 # Includes are written from the root of the repository, so an include line shows the edge that
 # scripts/include-edges allows or forbids.
@@ -35,6 +36,16 @@ if(ORUVANE_SANITIZE MATCHES "address")
 elseif(ORUVANE_SANITIZE MATCHES "thread")
     set(ORUVANE_TEST_ENVIRONMENT "TSAN_OPTIONS=suppressions='${PROJECT_SOURCE_DIR}/tests/races.supp'")
 endif()
+
+# scripts/include-edges is the one list of folders; its order is the order in which they are built.
+function(oruvane_folders variable regex)
+    set(table "${PROJECT_SOURCE_DIR}/scripts/include-edges")
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${table}")
+    file(STRINGS "${table}" lines REGEX "^[a-z]")
+    list(TRANSFORM lines REPLACE ":.*" "")
+    list(FILTER lines INCLUDE REGEX "${regex}")
+    set(${variable} ${lines} PARENT_SCOPE)
+endfunction()
 
 # The headers that nearly every file of a kind reads, compiled once for all of them.
 set(ORUVANE_PRECOMPILED
@@ -72,15 +83,20 @@ function(oruvane_tests name)
     add_executable(${name} ${sources})
     target_link_libraries(${name} PRIVATE ${arg_LINK} tests_support GTest::gmock)
     target_precompile_headers(${name} REUSE_FROM tests_precompiled)
-    set(properties TIMEOUT 120)
-    if(ORUVANE_TEST_ENVIRONMENT)
-        list(APPEND properties ENVIRONMENT "${ORUVANE_TEST_ENVIRONMENT}")
+    # On its own, each test has a process and a place in the report. A sanitizer starts slowly, so there a
+    # program is one test, which besides runs its tests in another order each time, one after the other.
+    if(ORUVANE_SANITIZE)
+        add_test(NAME ${name} COMMAND ${name} --gtest_brief=1 --gtest_shuffle)
+        set_tests_properties(${name} PROPERTIES TIMEOUT 1200 ENVIRONMENT "${ORUVANE_TEST_ENVIRONMENT}")
+        if(arg_THREADED)
+            set_tests_properties(${name} PROPERTIES LABELS threaded)
+        endif()
+    else()
+        gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
     endif()
     if(arg_THREADED)
-        list(APPEND properties LABELS threaded)
         add_dependencies(threaded_tests ${name})
     endif()
-    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
 endfunction()
 
 # Links libraries whole into a program, object by object: a class registration or load hook in them is
