@@ -6,3 +6,4 @@ add_test(NAME checks.headers
     COMMAND "${CMAKE_COMMAND}" --build "${PROJECT_BINARY_DIR}" --target all_verify_interface_header_sets)
 # It takes every core, which tests in real time would feel.
 set_tests_properties(checks.headers PROPERTIES TIMEOUT 1200 RUN_SERIAL ON)
+add_test(NAME checks.tests COMMAND "${PROJECT_SOURCE_DIR}/scripts/check-tests")
