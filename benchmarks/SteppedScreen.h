@@ -10,6 +10,8 @@
 #include <QGuiApplication>
 #include <QQuickWindow>
 
+#include <functional>
+
 class SteppedScheduler final : public Scheduler {
 public:
     static constexpr double refreshRate = 60;
@@ -39,7 +41,8 @@ private:
     double m_time = 0;
 };
 
-class SteppedScreen {
+// The display: a real window, drawn without a screen.
+class SteppedDisplay {
 public:
     // To be called before QGuiApplication is made: no display, and no waiting for one.
     static void setEnvironment()
@@ -49,33 +52,28 @@ public:
             qputenv(name, value);
     }
 
-    SteppedScreen()
+    // Opens the window; each frame of the scheduler shows what the maker answers.
+    explicit SteppedDisplay(std::function<FrameList()> frameMaker)
         : m_item(m_quickWindow.contentItem())
     {
         UIScreen::mainScreen()->setGeometry(geometry);
-        m_window = make<UIWindow>(UIScreen::mainScreen()->bounds());
-        m_window->setBackgroundColor(UIColor::whiteColor());
-        m_window->makeKeyAndVisible();
-        m_scheduler.setFrameHandler([this] { show(m_window->performFrame()); });
+        m_scheduler.setFrameHandler([this, maker = std::move(frameMaker)] { show(maker()); });
         m_quickWindow.resize((geometry.size * geometry.scale).toSize());
         m_item.setSize(m_quickWindow.size());
         QObject::connect(&m_quickWindow, &QQuickWindow::frameSwapped, [this] { ++m_drawn; });
         m_quickWindow.show();
         waitForFrameAfter(0);
-        step();
     }
-    SteppedScreen(const SteppedScreen&) = delete;
-    SteppedScreen& operator=(const SteppedScreen&) = delete;
-    ~SteppedScreen() { m_window = nullptr; }
+    SteppedDisplay(const SteppedDisplay&) = delete;
+    SteppedDisplay& operator=(const SteppedDisplay&) = delete;
 
-    UIWindow& window() { return *m_window; }
     // From the timers of a refresh to the drawn picture.
     void step() { m_scheduler.step(); }
     int framesDrawn() const { return m_drawn; }
     std::int64_t uploads() const { return m_item.uploadCount(); }
     const FrameList& frameList() const { return m_item.frameList(); }
 
-    static constexpr UIScreen::Geometry geometry { { 390, 844 }, 2, {} };
+    static constexpr UIScreen::Geometry geometry { { 390, 844 }, 2, { 47, 0, 34, 0 } };
 
 private:
     void show(FrameList list)
@@ -93,6 +91,24 @@ private:
     SteppedScheduler m_scheduler;
     QQuickWindow m_quickWindow;
     SceneItem m_item;
-    std::shared_ptr<UIWindow> m_window;
     int m_drawn = 0;
+};
+
+// A display with an empty white window of the platform's.
+class SteppedScreen : public SteppedDisplay {
+public:
+    SteppedScreen()
+        : SteppedDisplay([this] { return m_window->performFrame(); })
+    {
+        m_window = make<UIWindow>(UIScreen::mainScreen()->bounds());
+        m_window->setBackgroundColor(UIColor::whiteColor());
+        m_window->makeKeyAndVisible();
+        step();
+    }
+    ~SteppedScreen() { m_window = nullptr; }
+
+    UIWindow& window() { return *m_window; }
+
+private:
+    std::shared_ptr<UIWindow> m_window;
 };

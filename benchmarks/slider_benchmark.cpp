@@ -4,6 +4,7 @@
 // Moving a position moves views: no picture is drawn or uploaded for it, and no more views are laid out than
 // those whose subviews have moved. Where that is not so the program fails.
 //     slider_benchmark [refreshes of each]
+#include "benchmarks/HeldQueue.h"
 #include "benchmarks/InstructionCount.h"
 #include "benchmarks/SteppedScreen.h"
 #include "benchmarks/Timings.h"
@@ -17,7 +18,6 @@
 
 #include <cstdlib>
 #include <ctime>
-#include <deque>
 
 namespace {
 
@@ -25,23 +25,6 @@ constexpr int manySliders = 12; // as many as the screen has room for
 constexpr int refreshesInAStep = 6; // a tenth of a second
 constexpr CGSize sliderSize(390, 44);
 constexpr double longestHold = 0.001; // seconds that the main thread may wait, one time in a hundred aside
-
-// Keeps its work until it is asked to run it.
-class HeldQueue final : public DispatchQueue {
-public:
-    void async(std::function<void()> work) override { m_work.push_back(std::move(work)); }
-    void run()
-    {
-        while (!m_work.empty()) {
-            const auto work = std::move(m_work.front());
-            m_work.pop_front();
-            work();
-        }
-    }
-
-private:
-    std::deque<std::function<void()>> m_work;
-};
 
 // Counts the layouts of a view.
 class LayoutCounter final : public UIViewOwner {
