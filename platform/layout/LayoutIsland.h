@@ -84,6 +84,7 @@ private:
     void wait();
 
     void refreshGivens();
+    void refreshConstants();
     void refreshContents();
     void refreshContent(LayoutNode& node, UILayoutConstraintAxis axis, double size);
     void refreshBaselines(LayoutNode& node);

@@ -34,8 +34,12 @@ void LayoutIsland::solve()
         return;
     const auto keepAlive = weak_from_this().lock();
     m_waits = false;
+    // All new constants first: two that change together need not fit each other's old ones.
     if (std::exchange(m_givensChanged, false))
         refreshGivens();
+    if (m_membersWait)
+        refreshConstants();
+    resolveConflicts();
     if (std::exchange(m_contentsChanged, false))
         refreshContents();
     if (std::exchange(m_membersWait, false) || m_leftOutCount > 0)
@@ -63,8 +67,15 @@ void LayoutIsland::refreshGivens()
         if (value == given.value || !isSolvable(value))
             continue;
         given.value = value;
-        setRuleConstant(given.rule, -value);
+        m_isFeasible = m_solver.setConstant(given.rule, -value);
     }
+}
+
+void LayoutIsland::refreshConstants()
+{
+    for (Member& member : m_members)
+        if (std::exchange(member.constantIsStale, false) && member.rule != Rule::None)
+            m_isFeasible = m_solver.setConstant(member.rule, LayoutTerms::of(*member.constraint).constant());
 }
 
 void LayoutIsland::refreshContents()
@@ -127,13 +138,9 @@ void LayoutIsland::refreshBaselines(LayoutNode& node)
 void LayoutIsland::enforceMembers()
 {
     m_leftOutCount = 0;
-    for (Member& member : m_members) {
+    for (Member& member : m_members)
         if (member.rule == Rule::None)
             enforce(member);
-        else if (member.constantIsStale)
-            setRuleConstant(member.rule, LayoutTerms::of(*member.constraint).constant());
-        member.constantIsStale = false;
-    }
 }
 
 void LayoutIsland::enforce(Member& member)

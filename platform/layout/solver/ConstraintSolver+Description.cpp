@@ -53,7 +53,13 @@ NSString ConstraintSolver::textOfConstraint(Index index) const
                                      : QStringLiteral(" <= 0");
     const auto priority
         = constraint.priority < required ? QStringLiteral(" @") + number(constraint.priority) : NSString();
-    return nameOf(m_vertex.symbol(index), index) + QStringLiteral(": ") + sum.text() + relation + priority;
+    SumText sources;
+    m_vertex.redundantEquations().forEachSource(index,
+        [&](Index source, double factor) { sources.add(factor, nameOf(m_vertex.symbol(source), source)); });
+    const auto following
+        = m_vertex.symbol(index).isRedundant() ? QStringLiteral(", by ") + sources.text() : NSString();
+    return nameOf(m_vertex.symbol(index), index) + QStringLiteral(": ") + sum.text() + relation + priority
+        + following;
 }
 
 // The basic symbol by those outside the basis, and its value.
@@ -63,7 +69,7 @@ NSString ConstraintSolver::textOfRow(Index index) const
     SumText sum;
     for (Index other = 1; other < m_vertex.symbolCount(); ++other) {
         const SolverSymbol& outside = m_vertex.symbol(other);
-        if (outside.kind == SolverSymbol::Kind::Unused || outside.isBasic)
+        if (outside.kind == SolverSymbol::Kind::Unused || !outside.isParametric())
             continue;
         const double coefficient = m_vertex.tableau().cell(symbol.place, outside.place);
         if (std::abs(coefficient) > SolverTableau::tiny)
@@ -84,7 +90,7 @@ NSString ConstraintSolver::description() const
             variables.push_back(nameOf(symbol, index) + QStringLiteral(" = ") + number(m_values[index]));
         if (symbol.isConstraint())
             constraints.push_back(textOfConstraint(index));
-        if (symbol.isBasic)
+        if (symbol.isBasic())
             rows.push_back(textOfRow(index));
     }
     const auto heading

@@ -62,7 +62,8 @@ void ConstraintSolver::removeVariable(Variable variable)
 // False when one of them cannot be taken. A variable may come several times: the tableau adds up.
 bool ConstraintSolver::collectTerms(std::span<const Term> terms, int sign)
 {
-    m_terms.resize(terms.size());
+    if (m_terms.size() < terms.size())
+        m_terms.resize(terms.size());
     SolverVertex::Term* end = m_terms.data();
     bool areAcceptable = true;
     double largestCoefficient = 0;
@@ -94,9 +95,10 @@ ConstraintSolver::Constraint ConstraintSolver::addConstraint(
     m_vertex.widenTolerance(constant);
     const auto kind
         = relation == Relation::Equal ? SolverSymbol::Kind::Equality : SolverSymbol::Kind::Inequality;
-    const Index index = m_vertex.addConstraint(m_terms, sign * constant, kind, priority);
+    const std::span<const SolverVertex::Term> turned { m_terms.data(), terms.size() };
+    const Index index = m_vertex.addConstraint(turned, sign * constant, kind, priority);
     makeRoom(index);
-    m_constraints.add(index, m_terms, sign * constant, priority, sign);
+    m_constraints.add(index, turned, sign * constant, priority, sign);
     m_isPending = true;
     if (!admit(index))
         return Constraint::None;
@@ -107,16 +109,54 @@ ConstraintSolver::Constraint ConstraintSolver::addConstraint(
 bool ConstraintSolver::admit(Index index)
 {
     m_vertex.settleNew(index);
-    if (m_isConflicting || !m_vertex.symbol(index).isRequired() || m_vertex.requiredSuspects().empty())
+    const SolverSymbol& symbol = m_vertex.symbol(index);
+    if (symbol.isParametric() && m_vertex.requiredSuspects().empty()) [[likely]]
+        return true;
+    if (!symbol.isRequired())
+        return true;
+    if (symbol.isBasic() && symbol.kind == SolverSymbol::Kind::Equality) {
+        if (m_vertex.isDetermined(symbol.place))
+            return admitDetermined(index);
+        m_equationsWithRows.push_back(index);
+    }
+    if (m_isConflicting || m_vertex.requiredSuspects().empty())
         return true;
     const Index obstacle = m_dual.fulfilRequired(m_vertex);
     if (obstacle == SolverVertex::none)
         return true;
     noteConflict(obstacle, index);
     m_vertex.restore(m_constraints);
-    m_vertex.removeConstraint(index);
+    m_vertex.removeConstraint(index, m_constraints);
     m_constraints.remove(index);
     return false;
+}
+
+// An equation whose row holds nothing that may move follows from others, or contradicts them.
+bool ConstraintSolver::admitDetermined(Index index)
+{
+    const bool holds = !m_vertex.symbol(index).isOutside(m_vertex.tolerance());
+    m_vertex.dropRow(index);
+    if (holds || m_isConflicting)
+        return true;
+    noteConflict(index, index);
+    m_vertex.removeConstraint(index, m_constraints);
+    m_constraints.remove(index);
+    return false;
+}
+
+// All constraints hold: what may move takes the rows of equations over, or these follow from others.
+void ConstraintSolver::freeRows()
+{
+    for (const Index index : m_equationsWithRows) {
+        const SolverSymbol& symbol = m_vertex.symbol(index);
+        if (!symbol.isRequiredEquation() || !symbol.isBasic())
+            continue;
+        if (m_vertex.isDetermined(symbol.place))
+            m_vertex.dropRow(index);
+        else
+            m_dual.leaveBasis(m_vertex, index);
+    }
+    m_equationsWithRows.clear();
 }
 
 // A required row that cannot come to 0 consists of symbols that may not move: they and it contradict each
@@ -124,14 +164,21 @@ bool ConstraintSolver::admit(Index index)
 void ConstraintSolver::noteConflict(Index symbol, Index except)
 {
     m_conflict.clear();
-    if (symbol != except)
-        m_conflict.push_back(Constraint { symbol });
+    const auto note = [&](Index index) {
+        if (index != except)
+            m_conflict.push_back(Constraint { index });
+    };
+    note(symbol);
+    if (m_vertex.symbol(symbol).isRedundant()) {
+        m_vertex.redundantEquations().forEachSource(symbol, [&](Index source, double) { note(source); });
+        return;
+    }
     const Index row = m_vertex.symbol(symbol).place;
     for (Index index = 1; index < m_vertex.symbolCount(); ++index) {
         const SolverSymbol& other = m_vertex.symbol(index);
-        if (index != except && other.isConstraint() && !other.isBasic
+        if (other.isConstraint() && other.isParametric()
             && std::abs(m_vertex.tableau().cell(row, other.place)) > SolverVertex::smallestPivot)
-            m_conflict.push_back(Constraint { index });
+            note(index);
     }
 }
 
@@ -140,7 +187,7 @@ void ConstraintSolver::removeConstraint(Constraint constraint)
     if (!isConstraint(constraint)) [[unlikely]]
         return reportRefused(constraint, 0);
     const auto index = static_cast<Index>(constraint);
-    m_vertex.removeConstraint(index);
+    m_vertex.removeConstraint(index, m_constraints);
     m_constraints.remove(index);
     --m_constraintCount;
     m_isPending = true;
@@ -190,6 +237,8 @@ bool ConstraintSolver::solve()
     }
     if (!m_vertex.isOptimal())
         m_primal.optimise(m_vertex);
+    if (!m_equationsWithRows.empty())
+        freeRows();
     publish();
     m_isPending = false;
     return true;

@@ -81,6 +81,8 @@ private:
     bool collectTerms(std::span<const Term>, int sign);
     bool isFeasible();
     bool admit(Index);
+    bool admitDetermined(Index);
+    void freeRows();
     void noteConflict(Index symbol, Index except);
     void publish();
     template <typename IsNews> void publishTo(Variable* end, IsNews isNews);
@@ -98,7 +100,8 @@ private:
     std::vector<Variable> m_changed; // room for all, so many of which are in use:
     std::size_t m_changedCount = 0;
     std::vector<Constraint> m_conflict;
-    std::vector<SolverVertex::Term> m_terms; // of the constraint that is being added
+    std::vector<Index> m_equationsWithRows; // since the last successful solve(), perhaps gone again
+    std::vector<SolverVertex::Term> m_terms; // the first ones are those of the constraint that is being added
     std::size_t m_variableCount = 0;
     std::size_t m_constraintCount = 0;
     bool m_isPending = false;

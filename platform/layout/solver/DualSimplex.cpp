@@ -25,7 +25,7 @@ DualSimplex::Index DualSimplex::takeSuspect(SolverVertex& vertex, std::vector<In
     std::size_t kept = 0;
     for (const Index index : suspects) {
         const SolverSymbol& symbol = vertex.symbol(index);
-        if (!symbol.isBasic || !symbol.isOutside(vertex.tolerance())) {
+        if (symbol.isParametric() || !symbol.isOutside(vertex.tolerance())) {
             vertex.clearSuspicion(index);
             continue;
         }
@@ -76,6 +76,8 @@ DualSimplex::Index DualSimplex::fulfilAll(SolverVertex& vertex)
 bool DualSimplex::step(SolverVertex& vertex, Index index)
 {
     ++m_steps;
+    if (vertex.symbol(index).isRedundant())
+        return false; // what it follows from would have to give way
     const Index row = vertex.symbol(index).place;
     const int direction = vertex.symbol(index).value < 0 ? 1 : -1;
     Index column = vertex.freeColumn(row);
@@ -92,6 +94,20 @@ bool DualSimplex::step(SolverVertex& vertex, Index index)
         return false;
     vertex.settle(row, column, vertex.tableau().cell(row, column) > 0 ? direction : -direction);
     return true;
+}
+
+void DualSimplex::leaveBasis(SolverVertex& vertex, Index index)
+{
+    start(vertex);
+    const Index row = vertex.symbol(index).place;
+    for (const int direction : { 1, -1 }) {
+        const Index column = vertex.isOptimal() ? cheapestColumn(vertex, row, direction)
+                                                : largestColumn(vertex, row, direction);
+        if (column == SolverVertex::noColumn)
+            continue;
+        vertex.settle(row, column, vertex.tableau().cell(row, column) > 0 ? direction : -direction);
+        return;
+    }
 }
 
 // Negative when the first is to be preferred. Large cells keep the numbers sound.

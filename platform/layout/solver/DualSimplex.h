@@ -16,6 +16,9 @@ public:
     Index fulfilRequired(SolverVertex&);
     // The same for all symbols. Only for the best vertex.
     Index fulfilAll(SolverVertex&);
+    // Gives the row of a required equation, whose value is 0 already, to a column that may move, so that the
+    // equation holds from then on without a row. Moves nothing and keeps a best vertex the best.
+    void leaveBasis(SolverVertex&, Index equation);
 
 private:
     // After so many steps without an end, the order of the symbols decides, which cannot go in circles.

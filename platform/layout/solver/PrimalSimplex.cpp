@@ -21,7 +21,7 @@ void PrimalSimplex::acceptSides(SolverVertex& vertex)
     for (const Index index : vertex.weakSuspects()) {
         vertex.clearSuspicion(index);
         const SolverSymbol& symbol = vertex.symbol(index);
-        if (symbol.isBasic && symbol.isOutside(vertex.tolerance()))
+        if (symbol.isBasic() && symbol.isOutside(vertex.tolerance()))
             vertex.setSides(index, symbol.value < 0 ? SolverSymbol::Negative : SolverSymbol::Positive);
     }
     vertex.weakSuspects().clear();

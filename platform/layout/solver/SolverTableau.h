@@ -43,6 +43,7 @@ public:
     template <typename Visitor> void forEachInColumn(Index column, Visitor visit) const;
     // Hands (column, value) to the visitor, columns in order, for the columns of the set.
     template <typename Visitor> void forEachInRow(Index row, const std::vector<Word>& columns, Visitor visit);
+    template <typename Visitor> void forEachInRow(Index row, Visitor visit) const;
     template <typename Visitor> static void forEachBit(const Word* words, Index count, Visitor visit);
 
 private:
@@ -114,6 +115,13 @@ inline void SolverTableau::forEachInRow(Index row, const std::vector<Word>& colu
             const Index column = word * wordBits + Index(std::countr_zero(bits));
             visit(column, values[column]);
         }
+}
+
+template <typename Visitor> inline void SolverTableau::forEachInRow(Index row, Visitor visit) const
+{
+    const double* const values = m_cells.get() + std::size_t(row) * m_stride;
+    const Word* const mask = m_rowMasks.data() + std::size_t(row) * m_columnWords;
+    forEachBit(mask, m_columnWords, [&](Index column) { visit(column, values[column]); });
 }
 
 inline void SolverTableau::addMultiple(Index source, double factor)

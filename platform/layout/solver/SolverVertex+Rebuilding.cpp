@@ -21,6 +21,7 @@ void SolverVertex::restore(const SolverConstraints& constraints)
 void SolverVertex::resetTableau()
 {
     m_tableau.clear();
+    m_redundant.clear();
     std::fill(m_free.begin(), m_free.end(), 0);
     std::fill(m_movable.begin(), m_movable.end(), 0);
     m_sloping.clear();
@@ -32,38 +33,39 @@ void SolverVertex::resetTableau()
         if (symbol.kind == Kind::Unused)
             m_unused.push_back(index);
         if (symbol.kind == Kind::Variable) {
-            symbol.isBasic = false;
+            symbol.role = SolverSymbol::Role::Parametric;
             symbol.place = m_tableau.addColumn();
             setColumn(symbol.place, index);
         }
     }
 }
 
-// Those outside the basis first, because only a free column lets one leave it. Returns how many they are.
-std::size_t SolverVertex::orderConstraints()
+// Those outside the basis first, because only a free column lets one leave it; next, what follows from them.
+void SolverVertex::orderConstraints()
 {
+    using enum SolverSymbol::Role;
     m_order.clear();
-    std::size_t outsideCount = 0;
-    for (const bool isBasic : { false, true }) {
+    for (const SolverSymbol::Role role : { Parametric, Redundant, Basic })
         for (Index index = 1; index < symbolCount(); ++index)
-            if (m_symbols[index].isConstraint() && m_symbols[index].isBasic == isBasic)
+            if (m_symbols[index].isConstraint() && m_symbols[index].role == role)
                 m_order.push_back(index);
-        outsideCount = isBasic ? outsideCount : m_order.size();
-    }
-    return outsideCount;
 }
 
 void SolverVertex::rebuild(const SolverConstraints& constraints)
 {
     resetTableau();
-    const std::size_t outsideCount = orderConstraints();
-    for (std::size_t place = 0; place < m_order.size(); ++place) {
-        const Index index = m_order[place];
+    orderConstraints();
+    for (const Index index : m_order) {
+        const SolverSymbol symbol = m_symbols[index];
         addRow(index, constraints.terms(index), constraints[index].constant);
-        if (place >= outsideCount) {
+        if (symbol.isBasic()) {
             m_tableau.closeRow(m_symbols[index].place);
-            setSides(index, m_symbols[index].sides);
+            setSides(index, symbol.sides);
         } else if (!settleOnFreeColumn(index)) {
+            if (symbol.isRequiredEquation() && isDetermined(m_symbols[index].place)) {
+                dropRow(index);
+                continue;
+            }
             resetSides(index);
             m_isOptimal = false;
         }
@@ -78,7 +80,7 @@ void SolverVertex::findSuspects()
     m_weakSuspects.clear();
     for (Index index = 1; index < symbolCount(); ++index) {
         m_symbols[index].isSuspect = false;
-        if (m_symbols[index].isConstraint() && m_symbols[index].isBasic)
+        if (m_symbols[index].isConstraint() && !m_symbols[index].isParametric())
             check(m_symbols[index], index);
     }
 }

@@ -93,7 +93,7 @@ SolverVertex::Index SolverVertex::addVariable()
 void SolverVertex::removeVariable(Index index, const SolverConstraints& constraints)
 {
     // Abandoned symbols may still tie it to others.
-    if (m_symbols[index].isBasic || !m_tableau.isColumnEmpty(m_symbols[index].place))
+    if (m_symbols[index].isBasic() || !m_tableau.isColumnEmpty(m_symbols[index].place))
         rebuild(constraints);
     const Index column = m_symbols[index].place;
     m_columnSymbols[column] = none;
@@ -114,13 +114,13 @@ void SolverVertex::addRow(Index index, std::span<const Term> terms, double const
     for (const Term& term : terms) {
         const SolverSymbol& symbol = symbols[term.symbol];
         value += term.coefficient * symbol.value;
-        if (symbol.isBasic)
+        if (symbol.isBasic())
             m_tableau.addMultiple(symbol.place, term.coefficient);
         else
             m_tableau.add(symbol.place, term.coefficient);
     }
     SolverSymbol& symbol = m_symbols[index];
-    symbol.isBasic = true;
+    symbol.role = SolverSymbol::Role::Basic;
     symbol.place = row;
     symbol.value = value;
     symbol.slope = 0;
@@ -156,34 +156,94 @@ void SolverVertex::resetSides(Index index)
     symbol.sides = symbol.kind == Kind::Equality ? SolverSymbol::Neither : SolverSymbol::Positive;
 }
 
-void SolverVertex::removeConstraint(Index index)
+void SolverVertex::removeConstraint(Index index, const SolverConstraints& constraints)
 {
     SolverSymbol& symbol = m_symbols[index];
-    if (symbol.isBasic) {
-        if (symbol.slope != 0)
-            m_isOptimal = false;
-        m_tableau.removeRow(symbol.place);
-        releaseSymbol(index);
-        return;
-    }
+    if (!symbol.isParametric())
+        return removeWithoutColumn(index);
     if (!symbol.isRequired())
         m_priorities.release(symbol.level);
     symbol.kind = Kind::Abandoned;
     symbol.level = SolverSymbol::requiredLevel;
     setColumn(symbol.place, index);
-    m_isOptimal = m_isOptimal && (m_sloping.empty() || isCostFree(symbol.place));
+    if (m_redundant.hasFollowers(index)) [[unlikely]]
+        return restateFollowers(index, constraints);
+    if (!m_sloping.empty())
+        checkOptimality(symbol.place);
+}
+
+void SolverVertex::removeWithoutColumn(Index index)
+{
+    const SolverSymbol& symbol = m_symbols[index];
+    if (symbol.isRedundant()) {
+        m_redundant.remove(index);
+    } else {
+        m_isOptimal = m_isOptimal && symbol.slope == 0;
+        m_tableau.removeRow(symbol.place);
+    }
+    releaseSymbol(index);
+}
+
+// A column that is free from now on may have something to gain.
+void SolverVertex::checkOptimality(Index column) { m_isOptimal = m_isOptimal && isCostFree(column); }
+
+// The first one that can takes the abandoned column, and then the others may follow from it.
+void SolverVertex::restateFollowers(Index source, const SolverConstraints& constraints)
+{
+    m_redundant.takeFollowers(source, m_followers);
+    for (const Index follower : m_followers)
+        restate(follower, constraints);
+    if (m_symbols[source].kind == Kind::Abandoned)
+        checkOptimality(m_symbols[source].place);
+}
+
+void SolverVertex::restate(Index index, const SolverConstraints& constraints)
+{
+    addRow(index, constraints.terms(index), constraints[index].constant);
+    if (!settleOnFreeColumn(index))
+        dropRow(index);
+}
+
+bool SolverVertex::isDetermined(Index row)
+{
+    bool isMovable = false;
+    m_tableau.forEachInRow(row, m_movable,
+        [&](Index, double value) { isMovable = isMovable || std::abs(value) > smallestPivot; });
+    return !isMovable;
+}
+
+void SolverVertex::dropRow(Index index)
+{
+    SolverSymbol& symbol = m_symbols[index];
+    m_redundant.makeRoom(m_symbols.capacity());
+    m_tableau.forEachInRow(symbol.place, [&](Index column, double value) {
+        if (std::abs(value) > smallestPivot)
+            m_redundant.addSource(index, m_columnSymbols[column], value);
+    });
+    m_tableau.removeRow(symbol.place);
+    symbol.role = SolverSymbol::Role::Redundant;
 }
 
 void SolverVertex::shiftConstraint(Index index, double difference)
 {
     SolverSymbol& symbol = m_symbols[index];
-    if (!symbol.isBasic) {
-        moveColumn(symbol.place, -difference);
-        symbol.value = 0;
+    if (!symbol.isParametric()) {
+        symbol.value += difference;
+        check(symbol, index);
         return;
     }
-    symbol.value += difference;
-    check(m_symbols[index], index);
+    moveColumn(symbol.place, -difference);
+    symbol.value = 0;
+    if (m_redundant.hasFollowers(index)) [[unlikely]]
+        shiftFollowers(index, difference);
+}
+
+void SolverVertex::shiftFollowers(Index source, double difference)
+{
+    m_redundant.forEachFollower(source, [&](Index equation, double factor) {
+        m_symbols[equation].value -= factor * difference;
+        check(m_symbols[equation], equation);
+    });
 }
 
 void SolverVertex::widenTolerance(double magnitude)
@@ -283,7 +343,7 @@ void SolverVertex::leaveBasis(Index index, Index column)
     SolverSymbol& symbol = m_symbols[index];
     if (symbol.slope != 0)
         setSlope(index, 0);
-    symbol.isBasic = false;
+    symbol.role = SolverSymbol::Role::Parametric;
     symbol.place = column;
     symbol.value = 0;
     setColumn(column, index);
@@ -297,7 +357,7 @@ void SolverVertex::pivot(Index row, Index column, int direction)
     leaveBasis(m_rowSymbols[row], column);
     m_rowSymbols[row] = entering;
     SolverSymbol& symbol = m_symbols[entering];
-    symbol.isBasic = true;
+    symbol.role = SolverSymbol::Role::Basic;
     symbol.place = row;
     if (symbol.kind == Kind::Abandoned) {
         m_tableau.removeRow(row);

@@ -4,6 +4,7 @@
 // for DualSimplex and PrimalSimplex to say.
 #pragma once
 
+#include "platform/layout/solver/RedundantEquations.h"
 #include "platform/layout/solver/SolverConstraints.h"
 #include "platform/layout/solver/SolverPriorities.h"
 #include "platform/layout/solver/SolverTableau.h"
@@ -23,9 +24,16 @@ public:
     void removeVariable(Index, const SolverConstraints&); // one that no constraint mentions
     // Adds the symbol of a constraint as a row, without doing anything about its value.
     Index addConstraint(std::span<const Term>, double constant, Kind, double priority);
-    void removeConstraint(Index);
+    // The equations that followed from it take its place.
+    void removeConstraint(Index, const SolverConstraints&);
     // The constant of a constraint has grown by so much.
     void shiftConstraint(Index, double difference);
+
+    // Whether required equations fix the value of the row's symbol: nothing else in the row may move.
+    bool isDetermined(Index row);
+    // Drops the row of a required equation that others determine.
+    void dropRow(Index equation);
+    const RedundantEquations& redundantEquations() const { return m_redundant; }
 
     const SolverSymbol& symbol(Index index) const { return m_symbols[index]; }
     Index symbolCount() const { return Index(m_symbols.size()); } // unused ones included
@@ -85,6 +93,11 @@ private:
     void addRow(Index symbol, std::span<const Term>, double constant);
     void resetSides(Index symbol);
     bool settleOnFreeColumn(Index symbol);
+    void restate(Index equation, const SolverConstraints&);
+    void shiftFollowers(Index source, double difference);
+    void removeWithoutColumn(Index);
+    void checkOptimality(Index column);
+    void restateFollowers(Index source, const SolverConstraints&);
     void setColumn(Index column, Index symbol);
     void leaveBasis(Index symbol, Index column);
     void setSlope(Index symbol, int slope);
@@ -97,11 +110,13 @@ private:
     void suspect(SolverSymbol&, Index);
     bool isCostFree(Index column);
     void resetTableau();
-    std::size_t orderConstraints();
+    void orderConstraints();
     void findSuspects();
 
     SolverTableau m_tableau;
     SolverPriorities m_priorities;
+    RedundantEquations m_redundant;
+    std::vector<Index> m_followers; // of an equation that is being removed
     std::vector<SolverSymbol> m_symbols;
     std::vector<Index> m_unused;
     std::vector<Index> m_rowSymbols;

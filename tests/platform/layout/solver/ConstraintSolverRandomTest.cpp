@@ -34,9 +34,39 @@ public:
         return result;
     }
 
-    void addRandom()
+    void addRandom() { state(randomConstraint()); }
+
+    // A sum of two required equations that have been stated, or one of them again; now and then with a
+    // constant of its own, which contradicts them.
+    void addFollowing()
     {
-        const auto constraint = randomConstraint();
+        Stated equations;
+        std::copy_if(m_stated.begin(), m_stated.end(), std::back_inserter(equations),
+            [](const auto& stated) { return stated.relation == 0 && stated.priority == 1000; });
+        if (equations.empty())
+            return;
+        auto sum = equations[below(equations.size())];
+        if (below(3) != 0) {
+            const auto& other = equations[below(equations.size())];
+            sum.terms.insert(sum.terms.end(), other.terms.begin(), other.terms.end());
+            sum.constant += other.constant;
+        }
+        if (below(6) == 0)
+            sum.constant += 1;
+        state(sum);
+    }
+
+    // Required equations have columns, so rows are left to variables and to all other constraints.
+    void expectNoRowForAnEquation()
+    {
+        const auto others = std::count_if(m_stated.begin(), m_stated.end(),
+            [](const auto& stated) { return stated.relation != 0 || stated.priority < 1000; });
+        ASSERT_LE(solver.description().count(QStringLiteral("\nrow ")),
+            qsizetype(m_variables.size()) + qsizetype(others));
+    }
+
+    void state(const ReferenceSolver::Constraint& constraint)
+    {
         auto with = m_stated;
         with.push_back(constraint);
         const bool isSettled = below(2) == 0 && solver.solve();
@@ -177,6 +207,30 @@ TEST(ConstraintSolverRandomTest, WhatIsAddedChangedAndRemovedIsAlwaysSolvedAtIts
                 program.removeRandom();
             if (program.below(3) == 0)
                 program.expectBest();
+        }
+        program.expectBest();
+        ASSERT_FALSE(HasFailure()) << "seed " << seed;
+    }
+}
+
+TEST(ConstraintSolverRandomTest, EquationsThatFollowFromOthersComeAndGoWithoutARow)
+{
+    for (std::uint32_t seed = 1; seed <= 300; ++seed) {
+        RandomProgram program(seed, 2 + seed % 7, seed % 2 == 0 ? 41 : 2);
+        for (int step = 0; step < 60; ++step) {
+            const auto choice = program.below(12);
+            if (choice < 3)
+                program.addRandom();
+            else if (choice < 7)
+                program.addFollowing();
+            else if (choice < 9)
+                program.changeRandom();
+            else
+                program.removeRandom();
+            if (program.below(3) == 0) {
+                program.expectBest();
+                program.expectNoRowForAnEquation();
+            }
         }
         program.expectBest();
         ASSERT_FALSE(HasFailure()) << "seed " << seed;
