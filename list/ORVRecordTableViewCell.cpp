@@ -3,6 +3,9 @@
 #include "platform/graphics/MainScreenScale.h"
 #include "theme/UIColor+ORVTheme.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 constexpr double portraitSize = 44;
@@ -149,12 +152,30 @@ void ORVRecordTableViewCell::addPlaybackSliderIfNecessary()
     if (m_playbackSlider->superview())
         return;
     contentView()->addSubview(m_playbackSlider);
-    const NSLayoutConstraint::Views views { { "slider", m_playbackSlider }, { "infoView", m_infoView } };
-    activate("H:|-(0)-[slider]-(0)-|", views);
-    activate("V:[infoView]-(0)-[slider(44)]", views);
+    if (m_sliderConstraints.empty())
+        m_sliderConstraints = makeSliderConstraints();
+    NSLayoutConstraint::activateConstraints(m_sliderConstraints);
 }
 
-void ORVRecordTableViewCell::removePlaybackSliderIfNecessary() { m_playbackSlider->removeFromSuperview(); }
+void ORVRecordTableViewCell::removePlaybackSliderIfNecessary()
+{
+    m_playbackSlider->removeFromSuperview();
+    if (m_playbackSlider->superview())
+        return; // one of those who heard of the removal has shown it again
+    // The slider holds its height itself and would keep it, one more at every opening.
+    NSLayoutConstraint::deactivateConstraints(m_sliderConstraints);
+}
+
+NSLayoutConstraint::List ORVRecordTableViewCell::makeSliderConstraints() const
+{
+    const NSLayoutConstraint::Views views { { "slider", m_playbackSlider }, { "infoView", m_infoView } };
+    NSLayoutConstraint::List constraints;
+    for (const char* format : { "H:|-(0)-[slider]-(0)-|", "V:[infoView]-(0)-[slider(44)]" })
+        std::ranges::move(NSLayoutConstraint::constraintsWithVisualFormat(
+                              QString::fromLatin1(format), NSLayoutFormatOptions::None, {}, views),
+            std::back_inserter(constraints));
+    return constraints;
+}
 
 // --- Requests ----------------------------------------------------------------------------------------
 

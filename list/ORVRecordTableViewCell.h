@@ -57,6 +57,7 @@ private:
     void constrainSeparator();
     void addPlaybackSliderIfNecessary();
     void removePlaybackSliderIfNecessary();
+    NSLayoutConstraint::List makeSliderConstraints() const;
 
     std::weak_ptr<ORVRecordTableViewCellDelegate> m_delegate;
     std::shared_ptr<UIView> m_infoView;
@@ -67,5 +68,6 @@ private:
     std::shared_ptr<UILabel> m_locationNameLabel;
     std::shared_ptr<ORVPlaybackButton> m_playbackButton;
     std::shared_ptr<ORVPlaybackSlider> m_playbackSlider;
+    NSLayoutConstraint::List m_sliderConstraints; // active while the slider is in the view tree
     bool m_wasPlayingBeforeSeeking = false;
 };

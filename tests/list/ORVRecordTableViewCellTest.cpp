@@ -209,6 +209,27 @@ TEST_F(CellSliderTest, LeavesWhenItsFadeHasFinished)
     EXPECT_TRUE(cell->contentView()->constraints().size() > 0) << "the others stay";
 }
 
+TEST_F(CellSliderTest, IsTiedToTheCellOnlyWhileItIsShown)
+{
+    const auto constraintsOfCell = [this] {
+        return cell->contentView()->constraints().size() + cell->playbackSlider()->constraints().size();
+    };
+    const auto show = [this](bool visible) {
+        cell->setPlaybackSliderVisible(visible, Animated::No);
+        runFrames();
+    };
+    show(true);
+    show(false); // the slider has made its own by now
+    const std::size_t without = constraintsOfCell();
+    for (int opening = 0; opening < 3; ++opening) {
+        show(true);
+        EXPECT_EQ(constraintsOfCell(), without + 4) << "left, right, top and height";
+        EXPECT_EQ(cell->playbackSlider()->frame(), CGRect(0, 64, 390, 44));
+        show(false);
+        EXPECT_EQ(constraintsOfCell(), without);
+    }
+}
+
 TEST_F(CellSliderTest, StaysWhenItIsShownAgainBeforeItHasGone)
 {
     cell->setPlaybackSliderVisible(true, Animated::No);
