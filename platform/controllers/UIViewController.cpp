@@ -30,6 +30,9 @@ std::shared_ptr<UIView> UIViewController::view()
 
 void UIViewController::setView(std::shared_ptr<UIView> view)
 {
+    const auto keepAlive = weak_from_this().lock();
+    if (!view || !view->window())
+        willDisappear();
     if (m_view)
         m_view->setOwner(nullptr);
     m_view = std::move(view);
@@ -101,22 +104,39 @@ UIResponder* UIViewController::nextResponder() const { return m_view ? m_view->s
 
 // --- Appearance --------------------------------------------------------------------------------------
 
+void UIViewController::viewWillMoveToWindow(UIWindow* window)
+{
+    if (!window)
+        willDisappear();
+}
+
+void UIViewController::willDisappear()
+{
+    if (m_appearance != Appearance::Appeared)
+        return;
+    m_appearance = Appearance::Disappearing;
+    viewWillDisappear(Animated::No);
+}
+
 void UIViewController::viewDidMoveToWindow()
 {
     const bool inWindow = m_view && m_view->window();
-    if (std::exchange(m_inWindow, inWindow) == inWindow)
-        return;
-    if (inWindow) {
-        m_appearancePending = true;
+    const Appearance before = m_appearance;
+    if (inWindow && (before == Appearance::Gone || before == Appearance::Disappearing)) {
+        m_appearance = Appearance::Appearing;
         m_view->setNeedsLayout();
         viewWillAppear(Animated::No);
-    } else if (!std::exchange(m_appearancePending, false)) {
-        viewDidDisappear(Animated::No);
+    } else if (!inWindow) {
+        m_appearance = Appearance::Gone;
+        if (before == Appearance::Disappearing)
+            viewDidDisappear(Animated::No);
     }
 }
 
 void UIViewController::viewDidLayoutSubviews()
 {
-    if (std::exchange(m_appearancePending, false))
-        viewDidAppear(Animated::No);
+    if (m_appearance != Appearance::Appearing)
+        return;
+    m_appearance = Appearance::Appeared;
+    viewDidAppear(Animated::No);
 }

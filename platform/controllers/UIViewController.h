@@ -2,7 +2,8 @@
 //
 // A controller may hold child controllers; whoever adds a child also places the child's view. The
 // view's appearance is told around its time in a window: viewWillAppear() when it enters one, viewDidAppear()
-// after its first layout there, viewDidDisappear() when it leaves. Main thread only.
+// after its first layout there, viewWillDisappear() before it leaves, viewDidDisappear() when it has left.
+// What leaves before its first layout has not appeared, and does not disappear. Main thread only.
 #pragma once
 
 #include "platform/foundation/FoundationTypes.h"
@@ -47,19 +48,23 @@ public:
     virtual void viewDidLoad() { }
     virtual void viewWillAppear(Animated) { }
     virtual void viewDidAppear(Animated) { }
+    virtual void viewWillDisappear(Animated) { }
     virtual void viewDidDisappear(Animated) { }
     void viewDidLayoutSubviews() override;
+    void viewWillMoveToWindow(UIWindow* window) override;
     void viewDidMoveToWindow() override;
     UIResponder* nextResponder() const override;
 
 private:
+    enum class Appearance { Gone, Appearing, Appeared, Disappearing };
+
     bool contains(const UIViewController& controller) const; // or is it
+    void willDisappear();
 
     std::shared_ptr<UIView> m_view;
     NSString m_title;
     std::shared_ptr<UINavigationItem> m_navigationItem;
     UIViewController* m_parent = nullptr;
     std::vector<std::shared_ptr<UIViewController>> m_children;
-    bool m_inWindow = false;
-    bool m_appearancePending = false; // in a window, not laid out there yet
+    Appearance m_appearance = Appearance::Gone;
 };

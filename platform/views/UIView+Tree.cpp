@@ -187,6 +187,9 @@ void UIView::setWindow(UIWindow* window)
 void UIView::tellWillMoveToWindow(UIWindow* window)
 {
     const auto keepAlive = shared_from_this();
+    const auto owner = m_owner ? m_owner->shared_from_this() : nullptr;
+    if (m_owner)
+        m_owner->viewWillMoveToWindow(window);
     willMoveToWindow(window);
     const auto subviews = m_subviews;
     for (const auto& view : subviews)

@@ -6,6 +6,7 @@
 #include "platform/views/UIResponder.h"
 
 class UIView;
+class UIWindow;
 
 class UIViewOwner : public UIResponder {
 public:
@@ -15,8 +16,9 @@ public:
     // Stands in for the view's updateConstraints(), which overrides call through here.
     virtual void updateViewConstraints();
 
-    // Sent by the view, around its own layoutSubviews() and after it has come to another window or to none.
+    // Sent by the view, around its own layoutSubviews(), and around its way to another window or to none.
     virtual void viewWillLayoutSubviews() { }
     virtual void viewDidLayoutSubviews() { }
+    virtual void viewWillMoveToWindow(UIWindow*) { }
     virtual void viewDidMoveToWindow() { }
 };

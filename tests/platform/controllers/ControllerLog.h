@@ -21,6 +21,7 @@ public:
     void viewDidLoad() override { told("did load"); }
     void viewWillAppear(Animated) override { told("will appear"); }
     void viewDidAppear(Animated) override { told("did appear"); }
+    void viewWillDisappear(Animated) override { told("will disappear"); }
     void viewDidDisappear(Animated) override { told("did disappear"); }
     void viewWillLayoutSubviews() override { told("will lay out"); }
     void viewDidLayoutSubviews() override

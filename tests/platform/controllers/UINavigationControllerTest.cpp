@@ -111,8 +111,9 @@ TEST_F(UINavigationControllerTest, ControllersAreToldWhenTheyComeAndGo)
     show();
     navigation->setViewControllers({ second });
     EXPECT_THAT(told(),
-        ElementsAre("first will move out", "first did disappear", "first did move out", "second will move in",
-            "second did move in", "second did load", "second will appear"));
+        ElementsAre("first will move out", "first will disappear", "first did disappear",
+            "first did move out", "second will move in", "second did move in", "second did load",
+            "second will appear"));
     runFrames();
     EXPECT_EQ(log.back(), "second did appear");
     EXPECT_THAT(navigation->childViewControllers(), ElementsAre(second));
@@ -124,8 +125,8 @@ TEST_F(UINavigationControllerTest, WhatStaysInTheStackStaysAChild)
     show();
     navigation->setViewControllers({ first, second });
     EXPECT_THAT(told(),
-        ElementsAre("second will move in", "second did move in", "second did load", "first did disappear",
-            "second will appear"));
+        ElementsAre("second will move in", "second did move in", "second did load", "first will disappear",
+            "first did disappear", "second will appear"));
     navigation->setViewControllers({ first });
     runFrames();
     EXPECT_EQ(log.back(), "first did appear");
@@ -160,7 +161,7 @@ TEST_F(UINavigationControllerTest, AnotherStackMaySetItselfFromInsideEveryMessag
 
 TEST_F(UINavigationControllerTest, AnotherStackMaySetItselfWhileOneLeaves)
 {
-    for (const char* message : { "will move out", "did disappear", "did move out" }) {
+    for (const char* message : { "will move out", "will disappear", "did disappear", "did move out" }) {
         const auto old = makeController("old");
         const auto other = makeController("other");
         const auto next = makeController("next");

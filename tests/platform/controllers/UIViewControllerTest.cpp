@@ -111,8 +111,50 @@ TEST_F(UIViewControllerTest, DisappearsWithItsViewOrAViewAroundIt)
     runFrames();
     told();
     around->removeFromSuperview();
-    EXPECT_THAT(told(), ElementsAre("it did disappear"));
+    EXPECT_THAT(told(), ElementsAre("it will disappear", "it did disappear"));
     controller->view()->removeFromSuperview();
+    EXPECT_THAT(told(), IsEmpty());
+}
+
+TEST_F(UIViewControllerTest, IsInTheWindowUntilItHasBeenToldThatItWillDisappear)
+{
+    window->setRootViewController(controller);
+    runFrames();
+    const auto isInWindow = [this] { return controller->view()->window() == window.get(); };
+    controller->reactions["will disappear"] = [&] { EXPECT_TRUE(isInWindow()); };
+    controller->reactions["did disappear"] = [&] { EXPECT_FALSE(isInWindow()); };
+    window->setRootViewController(nullptr);
+    EXPECT_EQ(log.back(), "it did disappear");
+}
+
+TEST_F(UIViewControllerTest, DisappearsBeforeAnotherAppearsInItsPlace)
+{
+    const auto next = makeController("next");
+    window->setRootViewController(controller);
+    runFrames();
+    told();
+    window->setRootViewController(next);
+    EXPECT_THAT(
+        told(), ElementsAre("it will disappear", "it did disappear", "next did load", "next will appear"));
+}
+
+TEST_F(UIViewControllerTest, DisappearsOnceThoughItRemovesItsViewItself)
+{
+    window->addSubview(controller->view());
+    runFrames();
+    told();
+    controller->reactions["will disappear"] = [this] { controller->view()->removeFromSuperview(); };
+    controller->view()->removeFromSuperview();
+    EXPECT_THAT(told(), ElementsAre("it will disappear", "it did disappear"));
+}
+
+TEST_F(UIViewControllerTest, MovingToAnotherWindowIsNoDisappearance)
+{
+    const auto other = make<UIWindow>(CGRect(0, 0, 390, 844));
+    window->addSubview(controller->view());
+    runFrames();
+    told();
+    other->addSubview(controller->view());
     EXPECT_THAT(told(), IsEmpty());
 }
 
@@ -142,7 +184,7 @@ TEST_F(UIViewControllerTest, AViewThatIsReplacedInTheWindowIsGone)
     told();
     const auto old = controller->view();
     controller->setView(make<UIView>());
-    EXPECT_THAT(told(), ElementsAre("it did disappear"));
+    EXPECT_THAT(told(), ElementsAre("it will disappear", "it did disappear"));
     old->removeFromSuperview();
     EXPECT_THAT(told(), IsEmpty());
     window->addSubview(controller->view());
@@ -161,7 +203,7 @@ TEST_F(UIViewControllerTest, MayRemoveItsViewWhileItAppears)
 TEST_F(UIViewControllerTest, MayBeDroppedFromInsideEachOfItsMessages)
 {
     for (const char* message :
-        { "will appear", "will lay out", "did lay out", "did appear", "did disappear" }) {
+        { "will appear", "will lay out", "did lay out", "did appear", "will disappear", "did disappear" }) {
         auto dropped = makeController("it");
         const std::weak_ptr<LoggingController> watch = dropped;
         const auto view = dropped->view();
