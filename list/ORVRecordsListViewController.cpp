@@ -122,10 +122,8 @@ std::shared_ptr<ORVRecordTableViewCell> ORVRecordsListViewController::cellForRec
     const auto indexPath = indexPathForRecord(record);
     const auto cell = indexPath && m_tableView ? m_tableView->cellForRow(*indexPath) : nullptr;
     auto recordCell = std::dynamic_pointer_cast<ORVRecordTableViewCell>(cell);
-    if (cell && !recordCell)
-        NSAssertionHandler::handleFailure(
-            { QStringLiteral("Expected all cells to be ORVRecordTableViewCell's!"),
-                QStringLiteral("ORVRecordsListViewController"), foreignCellLine });
+    NSCAssertAtLine(!cell || recordCell, "ORVRecordsListViewController", foreignCellLine,
+        QStringLiteral("Expected all cells to be ORVRecordTableViewCell's!"));
     return recordCell;
 }
 

@@ -28,10 +28,9 @@ std::shared_ptr<UIColor> colorWithTintAdjustment(
     if (!color || mode != UIViewTintAdjustmentMode::Dimmed)
         return color;
     const std::optional<WhiteAlpha> luminance = luminanceOf(*color);
-    if (!luminance) {
-        NSAssertionHandler::handleFailure({ QStringLiteral("Color is not compatible with dimming."),
-            QStringLiteral("UIColor+ORVTintAdjustment"), reportedLine });
+    NSCAssertAtLine(luminance, "UIColor+ORVTintAdjustment", reportedLine,
+        QStringLiteral("Color is not compatible with dimming."));
+    if (!luminance)
         return color;
-    }
     return UIColor::colorWithWhite(luminance->white, luminance->alpha * dimmedOpacity);
 }

@@ -19,7 +19,8 @@ class NSAssertionHandler {
 public:
     using Handler = std::function<void(const NSAssertionFailure&)>;
 
-    // Reports a failure to the handler in force. Safe from any thread.
+    // Reports a failure to the handler in force. Safe from any thread. Only the macros below call it, so that
+    // a build without assertions has none.
     static void handleFailure(const NSAssertionFailure&);
 
     // Puts a handler in force until the guard goes; guards nest.
@@ -42,10 +43,14 @@ public:
 #endif
 
 // Reports when the condition does not hold; execution goes on when the handler returns.
-#define NSCAssert(condition, source, message)                                                                \
+#define NSCAssert(condition, source, message) NSCAssertAtLine(condition, source, __LINE__, message)
+
+// The same with a line of its own: tools that collect reports know some failures by it, wherever the check
+// stands.
+#define NSCAssertAtLine(condition, source, reportedLine, message)                                            \
     do {                                                                                                     \
         if (NS_ASSERTION_FAILS(condition))                                                                   \
-            NSAssertionHandler::handleFailure({ message, QStringLiteral(source), __LINE__ });                \
+            NSAssertionHandler::handleFailure({ message, QStringLiteral(source), reportedLine });            \
     } while (false)
 
 // The fixed wording for an argument that a method does not take.
