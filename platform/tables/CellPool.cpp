@@ -26,3 +26,13 @@ void CellPool::giveBack(const std::shared_ptr<UITableViewCell>& cell)
     cell->setHidden(true);
     m_unused[cell->reuseIdentifier()].push_back(cell);
 }
+
+void CellPool::keepAtMost(std::size_t count)
+{
+    for (auto& unused : m_unused)
+        while (unused.size() > count) {
+            const auto cell = std::move(unused.back());
+            unused.pop_back();
+            cell->removeFromSuperview();
+        }
+}

@@ -17,6 +17,8 @@ public:
     std::shared_ptr<UITableViewCell> take(const NSString& identifier);
     // A cell without an identifier is dropped.
     void giveBack(const std::shared_ptr<UITableViewCell>& cell);
+    // Drops what is more than that of a kind.
+    void keepAtMost(std::size_t count);
 
 private:
     QHash<NSString, Maker> m_makers;

@@ -84,8 +84,10 @@ void UITableView::reloadSection(int section, UITableViewRowAnimation animation)
     loadIfNecessary();
     layoutIfNeeded();
     performWithoutAnimation([this] {
-        for (const auto& [row, cell] : m_cells)
+        for (const auto& [row, cell] : m_cells) {
+            sendSubviewToBack(*cell);
             cell->setAlpha(0);
+        }
     });
     const auto fade = [this, leaving] {
         for (const auto& cell : leaving)
@@ -93,10 +95,21 @@ void UITableView::reloadSection(int section, UITableViewRowAnimation animation)
         for (const auto& [row, cell] : m_cells)
             cell->setAlpha(1);
     };
-    animate(fadeDuration, 0, UIViewAnimationOptions::AllowUserInteraction, fade, [leaving](bool) {
-        for (const auto& cell : leaving)
-            cell->removeFromSuperview();
-    });
+    animate(fadeDuration, 0, UIViewAnimationOptions::AllowUserInteraction, fade,
+        [table = weakSelf(this), leaving](bool) {
+            if (const auto self = table.lock())
+                self->useAgain(leaving);
+        });
+}
+
+// Reloads that follow each other faster than they fade leave several sets of cells; one is kept.
+void UITableView::useAgain(const std::vector<std::shared_ptr<UITableViewCell>>& cells)
+{
+    for (const auto& cell : cells) {
+        letGoOfTouches(*cell);
+        m_pool.giveBack(cell);
+    }
+    m_pool.keepAtMost(m_cells.size());
 }
 
 void UITableView::loadIfNecessary()

@@ -85,6 +85,7 @@ private:
     void showRow(int row, const RowGeometry& rows);
     void hideRowsOutside(Span span);
     void discardCells();
+    void useAgain(const std::vector<std::shared_ptr<UITableViewCell>>& cells);
     void letGoOfTouches(UITableViewCell& cell);
     void moveRows(const RowGeometry& oldRows);
     void setCellSelected(NSIndexPath indexPath, bool selected, Animated animated);

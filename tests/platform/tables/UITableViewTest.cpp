@@ -296,15 +296,54 @@ TEST_F(UITableViewTest, FadesOldRowsIntoNewOnesWhenItsSectionReloads)
     scheduler.advance(0.15);
     EXPECT_NEAR(fresh->layer()->presentationValues().opacity, 0.5, 0.1);
     scheduler.advance(0.3);
-    EXPECT_EQ(old->superview(), nullptr);
+    EXPECT_TRUE(old->isHidden());
     EXPECT_EQ(fresh->alpha(), 1);
-    for (int again = 0; again < 50; ++again) {
+}
+
+TEST_F(UITableViewTest, UsesTheCellsOfAReloadedSectionAgainWhenTheyHaveFaded)
+{
+    const auto reload = [this](double time) {
         table->reloadSection(0, UITableViewRowAnimation::Fade);
-        scheduler.advance(0.1);
-    }
+        scheduler.advance(time);
+        EXPECT_EQ(visibleRows(), (std::vector { 0, 1, 2, 3 }));
+        for (const auto& cell : table->visibleCells()) {
+            EXPECT_FALSE(cell->isHidden());
+            EXPECT_EQ(cell->alpha(), 1);
+        }
+    };
+    reload(1);
+    EXPECT_EQ(cellsMade, 8) << "as many as are seen at once";
+    for (int again = 0; again < 50; ++again)
+        reload(1);
+    EXPECT_EQ(cellsMade, 8);
+    for (int again = 0; again < 50; ++again)
+        reload(0.1);
+    EXPECT_EQ(cellsMade, 16) << "four sets fade at once";
     scheduler.advance(1);
     EXPECT_EQ(table->visibleCells().size(), 4u);
-    EXPECT_LE(table->subviews().size(), 4u + 2u + 4u); // rows, indicators, spare cells
+    EXPECT_LE(table->subviews().size(), 4u + 2u + 4u) << "rows, indicators, and one set of spare cells";
+}
+
+TEST_F(UITableViewTest, FadesOldRowsAboveTheNewOnesAlsoWhenTheirCellsAreUsedAgain)
+{
+    for (int reload = 0; reload < 3; ++reload) {
+        const auto old = table->cellForRow({ 0, 0 });
+        table->reloadSection(0, UITableViewRowAnimation::Fade);
+        const auto& views = table->subviews();
+        EXPECT_LT(std::find(views.begin(), views.end(), table->cellForRow({ 0, 0 })),
+            std::find(views.begin(), views.end(), old));
+        scheduler.advance(1);
+    }
+}
+
+TEST_F(UITableViewTest, AFingerOnARowThatFadesAwayDoesNotGoOverToTheRowThatItsCellShowsNext)
+{
+    table->reloadSection(0, UITableViewRowAnimation::Fade);
+    touch.down({ 10, 10 });
+    scheduler.advance(1);
+    table->reloadSection(0, UITableViewRowAnimation::Fade);
+    touch.up();
+    EXPECT_EQ(rows->lines, Lines {});
 }
 
 TEST_F(UITableViewTest, ScrollsARowIntoView)
