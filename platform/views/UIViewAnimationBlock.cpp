@@ -109,10 +109,7 @@ std::shared_ptr<CAAnimation> UIViewAnimationBlock::makeAnimation(
     const CALayer& layer, const NSString& key, std::function<void()> atEnd)
 {
     const auto animation = makeTimedAnimation(key);
-    const bool fromCurrentState
-        = hasBits(m_parameters.options, UIViewAnimationOptions::BeginFromCurrentState);
-    animation->setFromValue(
-        CAKeyPath(key).value(fromCurrentState ? layer.presentationValues() : layer.modelValues()));
+    animation->setFromValue(CAKeyPath(key).value(layer.presentationValues()));
     animation->setDuration(m_parameters.duration);
     if (m_parameters.delay > 0) {
         const double start = Scheduler::current().now() + m_parameters.delay;

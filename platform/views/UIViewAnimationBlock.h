@@ -40,8 +40,9 @@ public:
     // Whether the property is under way in this block already: that motion ends at the model, wherever the
     // model goes, so a further change needs none.
     bool isAnimating(const CALayer& layer, const NSString& key) const;
-    // The animation of a property that is about to change. It starts from where the property stands and
-    // ends wherever the model is by then, so a model that changes on the way redirects it.
+    // The animation of a property that is about to change. It starts from the value that is shown, so that
+    // one which interrupts another does not jump, and ends wherever the model is by then, so that a model
+    // which changes on the way redirects it.
     std::shared_ptr<CAAnimation> makeAnimation(
         const CALayer& layer, const NSString& key, std::function<void()> atEnd);
 

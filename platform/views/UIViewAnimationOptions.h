@@ -9,7 +9,7 @@ enum class UIViewAnimationCurve : unsigned { EaseInOut = 0, EaseIn = 1, EaseOut 
 enum class UIViewAnimationOptions : unsigned {
     None = 0,
     AllowUserInteraction = 2, // else touches do not reach the views that are animated
-    BeginFromCurrentState = 4 // else an animation starts from the old model value
+    BeginFromCurrentState = 4 // kept, and of no effect: every animation starts from the shown value
 };
 template <> inline constexpr bool isBitMask<UIViewAnimationOptions> = true;
 

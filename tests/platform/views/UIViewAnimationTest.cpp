@@ -179,19 +179,19 @@ TEST_F(UIViewAnimationTest, AnotherAnimationOfThePropertyInterruptsTheFirst)
     EXPECT_EQ(finished, false);
 }
 
-TEST_F(UIViewAnimationTest, StartsFromTheOldModelUnlessToldToBeginFromTheCurrentState)
+TEST_F(UIViewAnimationTest, StartsFromTheShownValueWhateverTheOptionsSay)
 {
-    moveLinearly(1, { 110, 10 });
-    scheduler.advance(0.5);
-    moveLinearly(1, { 10, 10 });
-    EXPECT_NEAR(shownCenter().x(), 110, 1e-9);
-    moveLinearly(1, { 210, 10 });
-    scheduler.advance(0.5);
-    EXPECT_NEAR(shownCenter().x(), 110, 1e-9);
-    moveLinearly(1, { 10, 10 }, BeginFromCurrentState);
-    EXPECT_NEAR(shownCenter().x(), 110, 1e-9);
-    scheduler.advance(0.5);
-    EXPECT_NEAR(shownCenter().x(), 60, 1e-9);
+    for (const auto options : { None, BeginFromCurrentState }) {
+        view->setCenter({ 10, 10 });
+        moveLinearly(1, { 110, 10 }, options);
+        scheduler.advance(0.5);
+        moveLinearly(1, { 10, 10 }, options);
+        EXPECT_NEAR(shownCenter().x(), 60, 1e-9);
+        scheduler.advance(0.5);
+        EXPECT_NEAR(shownCenter().x(), 35, 1e-9);
+        scheduler.advance(0.6);
+        EXPECT_EQ(shownCenter(), CGPoint(10, 10));
+    }
 }
 
 TEST_F(UIViewAnimationTest, ASpringEndsExactlyAtItsTarget)
