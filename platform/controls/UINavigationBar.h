@@ -50,6 +50,9 @@ public:
     bool isContentUnderneath() const { return m_contentUnderneath; }
     void setContentUnderneath(bool underneath);
 
+    // A subclass may colour itself after the view that it lies in, whatever tint its items have.
+    bool followsInheritedTint() const override { return true; }
+
     CGSize sizeThatFits(const CGSize& size) const override { return { size.width(), height }; }
     void layoutSubviews() override;
     void observeValueForKeyPath(const NSString& keyPath, NSObject& object, const void* context) override;

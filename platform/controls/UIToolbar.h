@@ -23,6 +23,9 @@ public:
     const std::shared_ptr<UIColor>& barTintColor() const { return m_barTintColor; }
     void setBarTintColor(std::shared_ptr<UIColor> color);
 
+    // A subclass may colour itself after the view that it lies in, whatever tint its items have.
+    bool followsInheritedTint() const override { return true; }
+
     CGSize sizeThatFits(const CGSize& size) const override { return { size.width(), standardHeight }; }
     CGSize intrinsicContentSize() const override { return { UIViewNoIntrinsicMetric, standardHeight }; }
     void layoutSubviews() override;

@@ -72,27 +72,28 @@ UIView::InheritedTint UIView::inheritedTint() const
 void UIView::tellTintChangeSince(const InheritedTint& before)
 {
     const InheritedTint now = inheritedTint();
-    const TintChange change {
-        .color = !m_tintColor && !now.color->isEqual(before.color.get()),
-        .mode = m_tintAdjustmentMode == UIViewTintAdjustmentMode::Automatic && now.mode != before.mode,
-    };
-    if (change.color || change.mode)
-        tellTintChange(change);
+    tellInheritedTintChange(
+        { .color = !now.color->isEqual(before.color.get()), .mode = now.mode != before.mode });
 }
 
-void UIView::tellTintChange(TintChange change)
+void UIView::tellInheritedTintChange(TintChange inherited)
+{
+    const TintChange own {
+        .color = inherited.color && !m_tintColor,
+        .mode = inherited.mode && m_tintAdjustmentMode == UIViewTintAdjustmentMode::Automatic,
+    };
+    if (own.color || own.mode)
+        tellTintChange(own);
+    else if (followsInheritedTint() && (inherited.color || inherited.mode))
+        tintColorDidChange(); // the tint itself stays, so the subviews have nothing to be told
+}
+
+void UIView::tellTintChange(TintChange own)
 {
     const auto keepAlive = shared_from_this();
     tintColorDidChange();
     const auto subviews = m_subviews;
-    for (const auto& view : subviews) {
-        if (view->m_superview != this)
-            continue;
-        const TintChange below {
-            .color = change.color && !view->m_tintColor,
-            .mode = change.mode && view->m_tintAdjustmentMode == UIViewTintAdjustmentMode::Automatic,
-        };
-        if (below.color || below.mode)
-            view->tellTintChange(below);
-    }
+    for (const auto& view : subviews)
+        if (view->m_superview == this)
+            view->tellInheritedTintChange(own);
 }

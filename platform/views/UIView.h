@@ -86,6 +86,9 @@ public:
     void setTintAdjustmentMode(UIViewTintAdjustmentMode mode);
     // Sent to every view whose tint is another one now, hidden ones included.
     virtual void tintColorDidChange() { }
+    // Whether tintColorDidChange() is sent for a change of the inherited tint, too, while the view has a tint
+    // of its own; no by default.
+    virtual bool followsInheritedTint() const { return false; }
     // What setters that may be recorded for the class tell; see UIAppearance.
     UIAppearanceNotes& appearanceNotes() { return m_appearanceNotes; }
 
@@ -277,7 +280,8 @@ private:
     InheritedTint inheritedTint() const;
     std::shared_ptr<UIColor> undimmedTintColor() const;
     void tellTintChangeSince(const InheritedTint& before);
-    void tellTintChange(TintChange change);
+    void tellInheritedTintChange(TintChange inherited);
+    void tellTintChange(TintChange own);
     bool takesTouches() const;
     bool hasPendingConstraintUpdate() const
     {

@@ -1,15 +1,17 @@
+#include "platform/foundation/ClassRegistry.h"
 #include "platform/graphics/UIColor.h"
-#include "platform/views/UIAppearance.h"
 #include "tests/support/SceneFixture.h"
 #include "theme/ORVAutoTintNavigationBar.h"
 #include "theme/ORVAutoTintToolbar.h"
 
 namespace {
 
-// Both bars keep the same promise. No looks are recorded here: the bars have no tint of their own.
+// Both bars, and what derives from them, keep the same promise. The theme is in force: it gives every bar in
+// a window a tint of its own, white.
 template <typename Bar> class ORVAutoTintBarsTest : public SceneFixture {
 protected:
-    const UIAppearance::Replacement nothingRecorded;
+    ORVAutoTintBarsTest() { ClassRegistry::runLoadHooks(); }
+
     const std::shared_ptr<Bar> bar = make<Bar>();
     const std::shared_ptr<UIColor> red = UIColor::colorWithRed(1, 0, 0, 1);
     const std::shared_ptr<UIColor> green = UIColor::colorWithRed(0, 1, 0, 1);
@@ -18,11 +20,31 @@ protected:
 using Bars = ::testing::Types<ORVAutoTintNavigationBar, ORVAutoTintToolbar>;
 TYPED_TEST_SUITE(ORVAutoTintBarsTest, Bars);
 
-TYPED_TEST(ORVAutoTintBarsTest, FollowsTheTintOfItsSuperview)
+TYPED_TEST(ORVAutoTintBarsTest, FollowsTheTintOfItsSuperviewThoughTheThemeGivesItOneOfItsOwn)
 {
     this->window->setTintColor(this->red);
     this->window->addSubview(this->bar);
+    EXPECT_TRUE(this->bar->tintColor()->isEqual(UIColor::whiteColor().get()));
     EXPECT_EQ(this->bar->barTintColor(), this->red);
+    this->window->setTintColor(this->green);
+    EXPECT_EQ(this->bar->barTintColor(), this->green);
+    EXPECT_TRUE(this->bar->tintColor()->isEqual(UIColor::whiteColor().get()));
+}
+
+TYPED_TEST(ORVAutoTintBarsTest, TakesTheTintOfTheViewIntoWhichItIsMoved)
+{
+    const auto other = this->addView({ 0, 100, 390, 100 });
+    other->setTintColor(this->green);
+    this->window->setTintColor(this->red);
+    this->window->addSubview(this->bar);
+    other->addSubview(this->bar);
+    EXPECT_EQ(this->bar->barTintColor(), this->green);
+}
+
+TYPED_TEST(ORVAutoTintBarsTest, FollowsAViewFarAbove)
+{
+    const auto between = this->addView({ 0, 100, 390, 100 });
+    between->addSubview(this->bar);
     this->window->setTintColor(this->green);
     EXPECT_EQ(this->bar->barTintColor(), this->green);
 }

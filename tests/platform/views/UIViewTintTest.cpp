@@ -57,6 +57,26 @@ TEST_F(UIViewTintTest, TellsEveryViewWhoseTintChanges)
     EXPECT_EQ(inner->changes, 2); // its own tint, and nothing of its superview's
 }
 
+TEST_F(UIViewTintTest, TellsAViewThatFollowsTheInheritedTintOfItThoughItHasOneOfItsOwn)
+{
+    class FollowingView : public TintedView {
+    public:
+        using TintedView::TintedView;
+        bool followsInheritedTint() const override { return true; }
+    };
+    const auto following = make<FollowingView>(CGRect(0, 0, 50, 50));
+    outer->addSubview(following);
+    following->setTintColor(green);
+    following->addSubview(inner);
+    following->changes = inner->changes = 0;
+    outer->setTintColor(red);
+    EXPECT_EQ(following->changes, 1);
+    EXPECT_EQ(following->tintColor(), green);
+    EXPECT_EQ(inner->changes, 0); // nothing has changed for it
+    window->setTintColor(green); // which does not reach it
+    EXPECT_EQ(following->changes, 1);
+}
+
 TEST_F(UIViewTintTest, AnEqualColourIsNoChange)
 {
     outer->setTintColor(red);
