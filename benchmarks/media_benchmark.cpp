@@ -71,15 +71,15 @@ private:
 
 class PromptSink final : public AudioSink {
 public:
-    explicit PromptSink(SampleSource& source)
+    void play(std::shared_ptr<SampleSource> source) override
     {
         Sample samples[256];
-        m_framesTaken = static_cast<std::int64_t>(source.read(samples, std::size(samples)));
+        m_framesTaken = static_cast<std::int64_t>(source->read(samples, std::size(samples)));
     }
     std::int64_t framesHeard() const override { return m_framesTaken; }
 
 private:
-    std::int64_t m_framesTaken;
+    std::int64_t m_framesTaken = 0;
 };
 
 NSURL clip()
@@ -99,9 +99,7 @@ bool isReady(const AVPlayer& player)
 
 AudioSink::Maker promptDevice()
 {
-    return [](SoundFormat, const std::shared_ptr<SampleSource>& source, const AudioSink::LossHandler&) {
-        return std::make_unique<PromptSink>(*source);
-    };
+    return [](SoundFormat, const AudioSink::Handlers&) { return std::make_unique<PromptSink>(); };
 }
 
 Timings openAndDecodeInLine()
@@ -200,9 +198,11 @@ Timings fromStartToFirstSampleOnTheServer(int repetitions)
     for (int i = 0; i < repetitions; ++i) {
         const auto source = std::make_shared<NotedSilence>();
         const auto start = Timings::Clock::now();
-        const auto sink = AudioSink::startOnDevice({ 44100, 1 }, source, [source] { source->noteAsked(); });
+        const auto sink = AudioSink::openOnDevice(
+            { 44100, 1 }, { .ready = [] {}, .lost = [source] { source->noteAsked(); } });
         if (!sink)
             break;
+        sink->play(source);
         source->waitUntilAsked();
         times.add(Timings::secondsSince(start));
     }

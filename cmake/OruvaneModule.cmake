@@ -1,9 +1,10 @@
 # One folder is one target: its sources and headers are all the .cpp and .h files in it.
 #
 #   oruvane_module(NAME LINK library...)          a static library named after its folder
-#   oruvane_tests(NAME [THREADED] LINK library...)
+#   oruvane_tests(NAME [THREADED] [SERIAL] LINK library...)
 #                                                 a test program; THREADED labels those that the thread
-#                                                 sanitizer is to see
+#                                                 sanitizer is to see; SERIAL runs its tests one at a time,
+#                                                 as they are held to a clock
 #   oruvane_folders(VARIABLE REGEX)               the folders of scripts/include-edges whose names match
 #
 # Includes are written from the root of the repository, so an include line shows the edge that
@@ -75,7 +76,7 @@ function(oruvane_module name)
 endfunction()
 
 function(oruvane_tests name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "THREADED" "" "LINK")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "THREADED;SERIAL" "" "LINK")
     file(GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.cpp")
     if(NOT sources)
         return()
@@ -87,12 +88,14 @@ function(oruvane_tests name)
     # program is one test, which besides runs its tests in another order each time, one after the other.
     if(ORUVANE_SANITIZE)
         add_test(NAME ${name} COMMAND ${name} --gtest_brief=1 --gtest_shuffle)
-        set_tests_properties(${name} PROPERTIES TIMEOUT 1200 ENVIRONMENT "${ORUVANE_TEST_ENVIRONMENT}")
+        set_tests_properties(${name} PROPERTIES TIMEOUT 1200 RUN_SERIAL ${arg_SERIAL}
+            ENVIRONMENT "${ORUVANE_TEST_ENVIRONMENT}")
         if(arg_THREADED)
             set_tests_properties(${name} PROPERTIES LABELS threaded)
         endif()
     else()
-        gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+        gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+            PROPERTIES TIMEOUT 120 RUN_SERIAL ${arg_SERIAL})
     endif()
     if(arg_THREADED)
         add_dependencies(threaded_tests ${name})

@@ -1,13 +1,17 @@
 // Lets a sound be heard from some frame on, whatever becomes of the sound device.
 //
-// The device is tried anew at every start. Where there is none, where it goes away, or where it takes
-// samples but lets no time pass, silence takes over from the frame that was heard last, and time goes on.
-// Main thread only.
+// Where there is no device, where it goes away, or where it takes samples but lets no time pass, silence
+// takes over from the frame that was heard last, and time goes on. Meanwhile a device is looked for four
+// times a second; once one is there the sound is heard again, from the frame where the time is then. A
+// device is believed when a sample has been heard on it, so that one that is always about to sound cannot
+// stop the time. Main thread only.
 #pragma once
 
 #include "platform/foundation/Scheduler.h"
-#include "platform/media/AudioSink.h"
-#include "platform/media/Sound.h"
+#include "platform/media/DeviceRun.h"
+#include "platform/media/SilentSink.h"
+
+#include <optional>
 
 class AudioOutput {
 public:
@@ -19,25 +23,24 @@ public:
     // The frame lies inside the sound. A run under way is replaced.
     void start(std::shared_ptr<Sound>, std::int64_t frame);
     void stop();
-    bool isRunning() const { return m_sink != nullptr; }
+    bool isRunning() const { return m_checkTimer != Scheduler::TimerID::None; }
 
-    // The frame being heard; the last one after stop(), the sound's frame count at its end.
-    std::int64_t position() const;
+    // The frame being heard, never one before the last answer; the last one after stop(), the sound's frame
+    // count at its end. Where a device comes back the frame stands for as long as the device's delay.
+    std::int64_t position();
 
 private:
-    // A device may need a second to wake up, a wireless one longer; a standstill beyond that is a fault.
-    static constexpr double longestStandstill = 3;
-    static constexpr double standstillCheckInterval = 0.5;
+    static constexpr double checkInterval = 0.25;
 
-    void takeOverSilently();
-    void checkStandstill();
+    void openDevice();
+    void deviceIsReady();
+    void giveUpDevice();
+    void check();
 
     std::shared_ptr<Sound> m_sound;
-    std::unique_ptr<AudioSink> m_sink; // null while stopped
-    std::int64_t m_startFrame = 0; // where m_sink began
-    mutable std::int64_t m_position = 0;
-    std::shared_ptr<const int> m_run; // names the run on the device; a loss told of an older one is stale
-    Scheduler::TimerID m_standstillTimer = Scheduler::TimerID::None;
-    std::int64_t m_lastMovedPosition = 0;
-    double m_lastMovedTime = 0;
+    std::unique_ptr<DeviceRun> m_device; // being heard, or tried while silence keeps the time
+    std::optional<SilentSink> m_silence; // keeps the time, from m_silenceStart on
+    std::int64_t m_silenceStart = 0;
+    std::int64_t m_position = 0;
+    Scheduler::TimerID m_checkTimer = Scheduler::TimerID::None;
 };

@@ -15,13 +15,10 @@ AudioSink::Maker& makerInForce()
 
 } // namespace
 
-std::unique_ptr<AudioSink> AudioSink::startOnDevice(
-    SoundFormat format, std::shared_ptr<SampleSource> source, LossHandler handler)
+std::unique_ptr<AudioSink> AudioSink::openOnDevice(SoundFormat format, Handlers handlers)
 {
     const Maker& maker = makerInForce();
-    if (maker)
-        return maker(format, std::move(source), std::move(handler));
-    return PulseSink::start(format, std::move(source), std::move(handler));
+    return maker ? maker(format, std::move(handlers)) : PulseSink::open(format, std::move(handlers));
 }
 
 void AudioSink::warmUp()

@@ -20,17 +20,21 @@ public:
 
 class AudioSink {
 public:
-    // Called once when the sound system or its device has gone away; from any thread.
-    using LossHandler = std::function<void()>;
-    using Maker
-        = std::function<std::unique_ptr<AudioSink>(SoundFormat, std::shared_ptr<SampleSource>, LossHandler)>;
+    // What becomes of a sink. Each is called at most once, from any thread.
+    struct Handlers {
+        std::function<void()> ready; // the device answers and would take samples now
+        std::function<void()> lost; // the sound system or its device refuses, or has gone away
+    };
+    using Maker = std::function<std::unique_ptr<AudioSink>(SoundFormat, Handlers)>;
 
-    // Starts a run on the system's sound device, without waiting for it. Null where there is none.
-    static std::unique_ptr<AudioSink> startOnDevice(SoundFormat, std::shared_ptr<SampleSource>, LossHandler);
+    // Asks for the system's sound device, without waiting for it. Null where there is none.
+    static std::unique_ptr<AudioSink> openOnDevice(SoundFormat, Handlers);
     // Gets the sound system ready, off the main thread, so that the first run starts as fast as the next.
     static void warmUp();
 
     virtual ~AudioSink() = default;
+    // Lets the source be heard, as soon as the device is ready. Called once.
+    virtual void play(std::shared_ptr<SampleSource>) = 0;
     // Frames heard so far: never fewer than before, never more than were handed over.
     virtual std::int64_t framesHeard() const = 0;
 

@@ -23,6 +23,7 @@
     F(pa_stream_set_state_callback)                                                                          \
     F(pa_stream_set_write_callback)                                                                          \
     F(pa_stream_unref)                                                                                       \
+    F(pa_stream_writable_size)                                                                               \
     F(pa_stream_write)                                                                                       \
     F(pa_threaded_mainloop_free)                                                                             \
     F(pa_threaded_mainloop_get_api)                                                                          \

@@ -9,8 +9,7 @@ PulseSink& sinkOf(void* userData) { return *static_cast<PulseSink*>(userData); }
 
 } // namespace
 
-std::unique_ptr<AudioSink> PulseSink::start(
-    SoundFormat format, std::shared_ptr<SampleSource> source, LossHandler handler)
+std::unique_ptr<AudioSink> PulseSink::open(SoundFormat format, Handlers handlers)
 {
     auto connection = PulseConnection::shared();
     if (!connection)
@@ -20,16 +19,14 @@ std::unique_ptr<AudioSink> PulseSink::start(
         if (connection->isLost())
             return nullptr;
     }
-    return std::make_unique<PulseSink>(std::move(connection), format, std::move(source), std::move(handler));
+    return std::make_unique<PulseSink>(std::move(connection), format, std::move(handlers));
 }
 
-PulseSink::PulseSink(std::shared_ptr<PulseConnection> connection, SoundFormat format,
-    std::shared_ptr<SampleSource> source, LossHandler handler)
+PulseSink::PulseSink(std::shared_ptr<PulseConnection> connection, SoundFormat format, Handlers handlers)
     : m_connection(std::move(connection))
     , m_library(m_connection->library())
     , m_format(format)
-    , m_source(std::move(source))
-    , m_lossHandler(std::move(handler))
+    , m_handlers(std::move(handlers))
 {
     const PulseConnection::Lock lock(*m_connection);
     m_connection->addListener(*this);
@@ -53,6 +50,14 @@ PulseSink::~PulseSink()
     m_library.pa_stream_set_write_callback(m_stream, nullptr, nullptr);
     m_library.pa_stream_disconnect(m_stream);
     m_library.pa_stream_unref(m_stream);
+}
+
+void PulseSink::play(std::shared_ptr<SampleSource> source)
+{
+    const PulseConnection::Lock lock(*m_connection);
+    m_source = std::move(source);
+    if (isStreamReady())
+        write(m_library.pa_stream_writable_size(m_stream));
 }
 
 void PulseSink::connectionIsReady()
@@ -85,14 +90,24 @@ void PulseSink::connectionIsReady()
         lose();
 }
 
+bool PulseSink::isStreamReady() const
+{
+    return m_stream && m_library.pa_stream_get_state(m_stream) == PA_STREAM_READY;
+}
+
 void PulseSink::streamStateDidChange()
 {
     if (!PA_STREAM_IS_GOOD(m_library.pa_stream_get_state(m_stream)))
-        lose();
+        return lose();
+    if (isStreamReady())
+        if (const auto handler = std::exchange(m_handlers.ready, nullptr))
+            handler();
 }
 
 void PulseSink::write(std::size_t bytes)
 {
+    if (!m_source)
+        return;
     const std::size_t frameBytes = sizeof(Sample) * static_cast<std::size_t>(m_format.channels);
     std::size_t framesLeft = bytes / frameBytes;
     while (framesLeft > 0 && !m_sourceEnded) {
@@ -129,7 +144,7 @@ void PulseSink::drain()
 
 void PulseSink::lose()
 {
-    if (const LossHandler handler = std::exchange(m_lossHandler, nullptr))
+    if (const auto handler = std::exchange(m_handlers.lost, nullptr))
         handler();
 }
 

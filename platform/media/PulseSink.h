@@ -9,11 +9,12 @@
 
 class PulseSink final : public AudioSink, private PulseConnection::Listener {
 public:
-    static std::unique_ptr<AudioSink> start(SoundFormat, std::shared_ptr<SampleSource>, LossHandler);
+    static std::unique_ptr<AudioSink> open(SoundFormat, Handlers);
 
-    PulseSink(std::shared_ptr<PulseConnection>, SoundFormat, std::shared_ptr<SampleSource>, LossHandler);
+    PulseSink(std::shared_ptr<PulseConnection>, SoundFormat, Handlers);
     ~PulseSink() override;
 
+    void play(std::shared_ptr<SampleSource>) override;
     std::int64_t framesHeard() const override;
 
 private:
@@ -24,8 +25,9 @@ private:
     // All of these with the connection's lock held.
     void connectionIsReady() override;
     void connectionIsLost() override { lose(); }
+    bool isStreamReady() const;
     void streamStateDidChange();
-    void write(std::size_t bytes);
+    void write(std::size_t bytes); // nothing before there is a source: the server's wish stands until then
     void drain();
     void lose();
     std::int64_t measureHeard() const;
@@ -33,8 +35,8 @@ private:
     const std::shared_ptr<PulseConnection> m_connection;
     const PulseLibrary& m_library;
     const SoundFormat m_format;
-    const std::shared_ptr<SampleSource> m_source;
-    LossHandler m_lossHandler; // empty once called
+    std::shared_ptr<SampleSource> m_source; // null before play()
+    Handlers m_handlers; // each empty once called
     pa_stream* m_stream = nullptr;
     pa_operation* m_drain = nullptr;
     std::int64_t m_framesWritten = 0;

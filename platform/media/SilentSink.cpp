@@ -10,7 +10,7 @@ SilentSink::SilentSink(SoundFormat format)
 {
 }
 
-std::int64_t SilentSink::framesHeard() const
+std::int64_t SilentSink::framesPassed() const
 {
     return std::llround((Scheduler::current().now() - m_startTime) * m_format.sampleRate);
 }

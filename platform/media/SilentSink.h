@@ -1,13 +1,13 @@
-// Keeps the time where there is no sound device: what it is given is heard by nobody, on time.
+// Keeps the time of a sound while there is no sound device: its frames go by unheard, at their rate.
 #pragma once
 
-#include "platform/media/AudioSink.h"
+#include "platform/media/SoundFormat.h"
 
-class SilentSink final : public AudioSink {
+class SilentSink {
 public:
-    explicit SilentSink(SoundFormat);
+    explicit SilentSink(SoundFormat); // the time begins
 
-    std::int64_t framesHeard() const override;
+    std::int64_t framesPassed() const;
 
 private:
     const SoundFormat m_format;

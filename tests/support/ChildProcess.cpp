@@ -68,3 +68,16 @@ void ChildProcess::freeze()
     if (m_process > 0)
         ::kill(m_process, SIGSTOP);
 }
+
+void ChildProcess::goOn()
+{
+    if (m_process > 0)
+        ::kill(m_process, SIGCONT);
+}
+
+bool ChildProcess::succeeds()
+{
+    int status = -1;
+    const pid_t process = std::exchange(m_process, 0);
+    return process > 0 && waitpid(process, &status, 0) == process && status == 0;
+}

@@ -24,8 +24,11 @@ public:
         std::vector<std::string> programAndArguments, const Environment&, const std::string& outputPath);
     // Ends it at once and waits until it is gone.
     void kill();
-    // Stops it where it is, alive but answering nobody.
+    // Waits until it has ended by itself; whether it did so without an error.
+    bool succeeds();
+    // Stops it where it is, alive but answering nobody, until it is let go on.
     void freeze();
+    void goOn();
 
 private:
     pid_t m_process = 0;

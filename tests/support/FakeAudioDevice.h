@@ -1,7 +1,7 @@
 // A sound device on the current scheduler's clock. In force from construction to destruction.
 //
-// It hears what it is given after its latency, and remembers every sample. It can be absent, be lost in
-// the middle of a run, or take samples and let no time pass.
+// It hears what it is given after its latency, and remembers every sample. It can be absent, answer late, be
+// lost in the middle of a run, or take samples and let no time pass.
 #pragma once
 
 #include "platform/foundation/Scheduler.h"
@@ -16,16 +16,22 @@ public:
     // From a sink's making to its end.
     class Run {
     public:
-        Run(SoundFormat format, std::shared_ptr<SampleSource> source, AudioSink::LossHandler lossHandler,
-            double latency)
+        Run(SoundFormat format, AudioSink::Handlers handlers, double latency)
             : m_format(format)
-            , m_source(std::move(source))
-            , m_lossHandler(std::move(lossHandler))
-            , m_soundTime(Scheduler::current().now() + latency)
+            , m_handlers(std::move(handlers))
+            , m_latency(latency)
         {
         }
 
+        void play(std::shared_ptr<SampleSource> source)
+        {
+            m_source = std::move(source);
+            m_soundTime = Scheduler::current().now() + m_latency;
+        }
+        void answer() { m_handlers.ready(); }
+
         SoundFormat format() const { return m_format; }
+        bool isPlaying() const { return m_source && !m_isOver; }
         bool isOver() const { return m_isOver; }
         // All samples taken so far.
         const std::vector<Sample>& samples() const { return m_samples; }
@@ -34,7 +40,7 @@ public:
         void lose()
         {
             standStill();
-            m_lossHandler();
+            m_handlers.lost();
         }
         void standStill()
         {
@@ -45,7 +51,7 @@ public:
 
         std::int64_t framesHeard()
         {
-            if (m_standsStill || m_isOver)
+            if (!isPlaying() || m_standsStill)
                 return m_heard;
             const double seconds = std::max(Scheduler::current().now() - m_soundTime, 0.0);
             const std::int64_t due = std::llround(seconds * m_format.sampleRate);
@@ -70,9 +76,10 @@ public:
         }
 
         const SoundFormat m_format;
-        const std::shared_ptr<SampleSource> m_source;
-        const AudioSink::LossHandler m_lossHandler;
-        const double m_soundTime; // when the first sample is heard
+        const AudioSink::Handlers m_handlers;
+        const double m_latency;
+        std::shared_ptr<SampleSource> m_source;
+        double m_soundTime = 0; // when the first sample is heard
         std::vector<Sample> m_samples;
         std::int64_t m_heard = 0;
         bool m_standsStill = false;
@@ -80,7 +87,11 @@ public:
     };
 
     void setAvailable(bool available) { m_isAvailable = available; }
+    // One that does not answer says nothing until answer() is called on its run.
+    void setAnswers(bool answers) { m_answers = answers; }
     void setLatency(double seconds) { m_latency = seconds; }
+    // How often it was asked for, whether it was available or not.
+    int openings() const { return m_openings; }
     const std::vector<std::shared_ptr<Run>>& runs() const { return m_runs; }
     Run& lastRun() const { return *m_runs.back(); }
 
@@ -92,26 +103,30 @@ private:
         {
         }
         ~Sink() override { m_run->end(); }
+        void play(std::shared_ptr<SampleSource> source) override { m_run->play(std::move(source)); }
         std::int64_t framesHeard() const override { return m_run->framesHeard(); }
 
     private:
         const std::shared_ptr<Run> m_run;
     };
 
-    std::unique_ptr<AudioSink> start(
-        SoundFormat format, std::shared_ptr<SampleSource> source, AudioSink::LossHandler lossHandler)
+    std::unique_ptr<AudioSink> open(SoundFormat format, AudioSink::Handlers handlers)
     {
+        ++m_openings;
         if (!m_isAvailable)
             return nullptr;
-        m_runs.push_back(std::make_shared<Run>(format, std::move(source), std::move(lossHandler), m_latency));
+        m_runs.push_back(std::make_shared<Run>(format, std::move(handlers), m_latency));
+        if (m_answers)
+            m_runs.back()->answer();
         return std::make_unique<Sink>(m_runs.back());
     }
 
     bool m_isAvailable = true;
+    bool m_answers = true;
     double m_latency = 0;
+    int m_openings = 0;
     std::vector<std::shared_ptr<Run>> m_runs;
-    AudioSink::Replacement m_replacement { [this](SoundFormat format, std::shared_ptr<SampleSource> source,
-                                               AudioSink::LossHandler lossHandler) {
-        return start(format, std::move(source), std::move(lossHandler));
+    AudioSink::Replacement m_replacement { [this](SoundFormat format, AudioSink::Handlers handlers) {
+        return open(format, std::move(handlers));
     } };
 };

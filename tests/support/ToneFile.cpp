@@ -6,13 +6,13 @@
 #include <cmath>
 #include <numbers>
 
-ToneFile::ToneFile(int frames, int sampleRate, int channels)
-    : m_sampleRate(sampleRate)
+void writeWave(const NSString& path, int frames, int sampleRate, int channels,
+    const std::function<std::int16_t(int frame)>& sampleAt)
 {
     const int bytes = frames * channels * 2;
-    QFile file(path());
+    QFile file(path);
     if (!file.open(QIODevice::WriteOnly))
-        qFatal("ToneFile: %s cannot be written", qPrintable(path()));
+        qFatal("%s cannot be written", qPrintable(path));
     QDataStream out(&file);
     out.setByteOrder(QDataStream::LittleEndian);
     out.writeRawData("RIFF", 4);
@@ -25,6 +25,12 @@ ToneFile::ToneFile(int frames, int sampleRate, int channels)
     for (int frame = 0; frame < frames; ++frame)
         for (int channel = 0; channel < channels; ++channel)
             out << qint16(sampleAt(frame));
+}
+
+ToneFile::ToneFile(int frames, int sampleRate, int channels)
+    : m_sampleRate(sampleRate)
+{
+    writeWave(path(), frames, sampleRate, channels, [this](int frame) { return sampleAt(frame); });
 }
 
 std::int16_t ToneFile::sampleAt(std::int64_t frame) const

@@ -6,6 +6,11 @@
 #include <QTemporaryDir>
 
 #include <cstdint>
+#include <functional>
+
+// Writes a WAV file of 16-bit samples; every channel is given the same one at a frame.
+void writeWave(const NSString& path, int frames, int sampleRate, int channels,
+    const std::function<std::int16_t(int frame)>& sampleAt);
 
 class ToneFile {
 public:

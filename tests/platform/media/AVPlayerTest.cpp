@@ -157,7 +157,7 @@ TEST_F(AVPlayerTest, WithoutADeviceTimeRunsOn)
     EXPECT_EQ(ticks.back(), 1.0);
 }
 
-TEST_F(AVPlayerTest, ADeviceThatComesBackIsUsedAtTheNextPlay)
+TEST_F(AVPlayerTest, ADeviceThatComesBackIsUsedAtOnceAtTheNextPlay)
 {
     device.setAvailable(false);
     becomeReady();

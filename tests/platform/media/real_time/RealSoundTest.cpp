@@ -2,14 +2,9 @@
 #include "platform/media/AVAsset.h"
 #include "platform/media/AVPlayer.h"
 #include "platform/media/SoundLoader.h"
-#include "tests/support/ChildProcess.h"
-#include "tests/support/RealEventLoop.h"
+#include "tests/support/PrivateSoundServer.h"
 #include "tests/support/SourcePath.h"
 #include "tests/support/ToneFile.h"
-
-#include <QFile>
-#include <QStandardPaths>
-#include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
@@ -19,70 +14,9 @@ namespace {
 
 NSURL clip() { return QUrl::fromLocalFile(sourcePath("resources/sounds/bicycle_bell.m4a")); }
 
-// A sound server of the test's own: a sink that nobody hears, and a recorder at its monitor.
-class PrivateSoundServer {
-public:
-    PrivateSoundServer()
-    {
-        qputenv("PULSE_SERVER", ("unix:" + socket()).c_str());
-        qputenv("PULSE_COOKIE", path("cookie").c_str());
-    }
-
-    bool start(RealEventLoop& loop)
-    {
-        QFile::remove(QString::fromStdString(socket())); // one that was killed leaves it
-        return m_server.start({ "pulseaudio", "-n", "--daemonize=no",
-                                  "--exit-idle-time=30", // should a crashed test leave it behind
-                                  "-L", "module-native-protocol-unix auth-anonymous=1 socket=" + socket(),
-                                  "-L", "module-null-sink sink_name=t norewinds=1 rate=44100 channels=1" },
-                   m_environment, path("server.log"))
-            && loop.runUntil([&] { return QFile::exists(QString::fromStdString(socket())); }, 10);
-    }
-    // Returns once samples flow.
-    bool record(RealEventLoop& loop)
-    {
-        // With a limit, so that a crashed test leaves nobody behind to keep the server in use.
-        return m_recorder.start({ "timeout", "60", "parec", "-d", "t.monitor", "--raw", "--format=s16le",
-                                    "--rate=44100", "--channels=1", "--latency-msec=20" },
-                   m_environment, path("recording"))
-            && loop.runUntil([&] { return !recorded().empty(); }, 10);
-    }
-    std::vector<Sample> recorded() const
-    {
-        QFile file(QString::fromStdString(path("recording")));
-        if (!file.open(QIODevice::ReadOnly))
-            return {};
-        std::vector<Sample> samples(static_cast<std::size_t>(file.size()) / sizeof(Sample));
-        file.read(reinterpret_cast<char*>(samples.data()),
-            static_cast<qint64>(samples.size()) * qint64(sizeof(Sample)));
-        return samples;
-    }
-    void die() { m_server.kill(); }
-    // Answers nobody any more, without hanging up.
-    void freeze() { m_server.freeze(); }
-
-private:
-    std::string path(const char* name) const
-    {
-        return m_folder.filePath(QString::fromUtf8(name)).toStdString();
-    }
-    std::string socket() const { return path("native"); }
-
-    const QTemporaryDir m_folder;
-    const ChildProcess::Environment m_environment { { "HOME", path("") }, { "XDG_RUNTIME_DIR", path("") } };
-    ChildProcess m_server;
-    ChildProcess m_recorder;
-};
-
 class RealSoundTest : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        for (const char* program : { "pulseaudio", "parec" })
-            ASSERT_FALSE(QStandardPaths::findExecutable(QString::fromUtf8(program)).isEmpty())
-                << program << " is not installed: nothing can be proved to sound without it";
-        ASSERT_TRUE(server.start(loop)) << "the sound server did not start";
-    }
+    void SetUp() override { ASSERT_TRUE(server.start(loop)) << "the sound server did not start"; }
     void play(const NSURL& url)
     {
         player
@@ -142,7 +76,7 @@ double correlation(const Sample* first, const Sample* second, std::size_t count)
 
 TEST_F(RealSoundTest, WhatIsPlayedIsWhatIsHeard)
 {
-    ASSERT_TRUE(server.record(loop)) << "the monitor cannot be recorded";
+    ASSERT_TRUE(server.record(loop));
     play(clip());
     ASSERT_TRUE(waitForEnd());
     const double settled = loop.seconds() + 1;
