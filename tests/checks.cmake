@@ -1,5 +1,7 @@
 # Checks of the sources themselves, run by ctest beside the suites.
 add_test(NAME checks.includes COMMAND "${PROJECT_SOURCE_DIR}/scripts/check-includes")
+add_test(NAME checks.includes.check
+    COMMAND python3 "${PROJECT_SOURCE_DIR}/tests/scripts/check_includes_test.py")
 add_test(NAME checks.format COMMAND "${PROJECT_SOURCE_DIR}/scripts/check-format")
 # Every header compiles alone.
 add_test(NAME checks.headers
