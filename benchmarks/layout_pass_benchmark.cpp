@@ -55,15 +55,15 @@ public:
         const NSLayoutConstraint::Views views { { "info", info }, { "portrait", portrait }, { "name", name },
             { "time", time }, { "place", place }, { "button", button }, { "ring", ring }, { "icon", icon },
             { "slider", m_slider }, { "played", played }, { "left", left }, { "knob", m_knob } };
-        for (const char* format : { "H:|-(0)-[info]-(0)-|", "V:|-(0)-[info(64)]", "H:|-(0)-[slider]-(0)-|",
-                 "V:[info]-(0)-[slider(44)]",
-                 "H:|-16-[portrait(44)]-12-[name]-(>=8)-[time]-12-[button(44)]-16-|", "V:|-10-[portrait(44)]",
-                 "V:|-12-[name]", "V:|-14-[time]", "H:[portrait]-12-[place]-(>=8)-[button]",
-                 "V:[name]-4-[place]", "V:|-10-[button(44)]", "H:|-(4)-[ring]-(4)-|", "V:|-(4)-[ring]-(4)-|",
-                 "V:|-(0)-[played]-(0)-|", "V:|-(0)-[left]-(0)-|", "V:|-(0)-[knob]-(0)-|",
-                 "H:|-(0)-[played]-(0)-[left]-(0)-|" })
-            NSLayoutConstraint::activateConstraints(NSLayoutConstraint::constraintsWithVisualFormat(
-                QString::fromLatin1(format), NSLayoutFormatOptions::None, {}, views));
+        NSLayoutConstraint::activateVisualFormats(
+            { "H:|-(0)-[info]-(0)-|", "V:|-(0)-[info(64)]", "H:|-(0)-[slider]-(0)-|",
+                "V:[info]-(0)-[slider(44)]",
+                "H:|-16-[portrait(44)]-12-[name]-(>=8)-[time]-12-[button(44)]-16-|", "V:|-10-[portrait(44)]",
+                "V:|-12-[name]", "V:|-14-[time]", "H:[portrait]-12-[place]-(>=8)-[button]",
+                "V:[name]-4-[place]", "V:|-10-[button(44)]", "H:|-(4)-[ring]-(4)-|", "V:|-(4)-[ring]-(4)-|",
+                "V:|-(0)-[played]-(0)-|", "V:|-(0)-[left]-(0)-|", "V:|-(0)-[knob]-(0)-|",
+                "H:|-(0)-[played]-(0)-[left]-(0)-|" },
+            views);
         NSLayoutConstraint::activateConstraints(
             std::vector { icon->centerXAnchor().constraintEqualToAnchor(button->centerXAnchor(), 1),
                 icon->centerYAnchor().constraintEqualToAnchor(button->centerYAnchor()),

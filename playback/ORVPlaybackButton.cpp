@@ -239,22 +239,14 @@ NSLayoutConstraint::List ORVPlaybackButton::makeInternalConstraints()
     const UIEdgeInsets& content = contentEdgeInsets();
     const UIEdgeInsets& image = imageEdgeInsets();
     const NSLayoutConstraint::Metrics metrics {
-        { QStringLiteral("insetLeft"), content.left },
-        { QStringLiteral("insetRight"), content.right },
-        { QStringLiteral("insetTop"), content.top },
-        { QStringLiteral("insetBottom"), content.bottom },
+        { "insetLeft", content.left },
+        { "insetRight", content.right },
+        { "insetTop", content.top },
+        { "insetBottom", content.bottom },
     };
-    const NSLayoutConstraint::Views views {
-        { QStringLiteral("progressView"), m_progressView },
-        { QStringLiteral("imageView"), m_imageView },
-    };
-    NSLayoutConstraint::List constraints;
-    for (const NSString& format : { QStringLiteral("H:|-insetLeft-[progressView]-insetRight-|"),
-             QStringLiteral("V:|-insetTop-[progressView]-insetBottom-|") }) {
-        const auto ofFormat = NSLayoutConstraint::constraintsWithVisualFormat(
-            format, NSLayoutFormatOptions::None, metrics, views);
-        constraints.insert(constraints.end(), ofFormat.begin(), ofFormat.end());
-    }
+    auto constraints = NSLayoutConstraint::constraintsWithVisualFormats(
+        { "H:|-insetLeft-[progressView]-insetRight-|", "V:|-insetTop-[progressView]-insetBottom-|" },
+        { { "progressView", m_progressView } }, metrics);
     // The whole differences, not their halves: who pads one side of an icon gives the way it is to move.
     const double right = content.left - content.right + image.left - image.right;
     const double down = content.top - content.bottom + image.top - image.bottom;

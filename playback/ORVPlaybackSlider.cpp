@@ -91,21 +91,11 @@ void ORVPlaybackSlider::updateConstraints()
 
 NSLayoutConstraint::List ORVPlaybackSlider::makeStaticConstraints()
 {
-    const NSLayoutConstraint::Views views {
-        { QStringLiteral("minimumTrack"), m_minimumTrackView },
-        { QStringLiteral("maximumTrack"), m_maximumTrackView },
-        { QStringLiteral("thumb"), m_thumbView },
-    };
-    NSLayoutConstraint::List constraints;
-    for (const NSString& format : {
-             QStringLiteral("V:|-(0)-[minimumTrack]-(0)-|"),
-             QStringLiteral("V:|-(0)-[maximumTrack]-(0)-|"),
-             QStringLiteral("V:|-(0)-[thumb]-(0)-|"),
-             QStringLiteral("H:|-(0)-[minimumTrack]-(0)-[maximumTrack]-(0)-|"),
-         })
-        for (auto& constraint :
-            NSLayoutConstraint::constraintsWithVisualFormat(format, NSLayoutFormatOptions::None, {}, views))
-            constraints.push_back(std::move(constraint));
+    auto constraints = NSLayoutConstraint::constraintsWithVisualFormats(
+        { "V:|-(0)-[minimumTrack]-(0)-|", "V:|-(0)-[maximumTrack]-(0)-|", "V:|-(0)-[thumb]-(0)-|",
+            "H:|-(0)-[minimumTrack]-(0)-[maximumTrack]-(0)-|" },
+        { { "minimumTrack", m_minimumTrackView }, { "maximumTrack", m_maximumTrackView },
+            { "thumb", m_thumbView } });
     constraints.push_back(m_thumbView->widthAnchor().constraintLessThanOrEqualToConstant(maximumThumbWidth));
     constraints.push_back(
         m_minimumTrackView->rightAnchor().constraintEqualToAnchor(m_thumbView->centerXAnchor()));

@@ -21,11 +21,8 @@ void ORVPlaybackSliderThumb::setupSubviews()
     m_imageView = make<UIImageView>();
     m_imageView->setTranslatesAutoresizingMaskIntoConstraints(false);
     addSubview(m_imageView);
-    const NSLayoutConstraint::Views views { { QStringLiteral("imageView"), m_imageView } };
-    for (const NSString& format :
-        { QStringLiteral("V:|-(0)-[imageView]-(0)-|"), QStringLiteral("H:|-(>=0)-[imageView]-(>=0)-|") })
-        NSLayoutConstraint::activateConstraints(
-            NSLayoutConstraint::constraintsWithVisualFormat(format, NSLayoutFormatOptions::None, {}, views));
+    NSLayoutConstraint::activateVisualFormats(
+        { "V:|-(0)-[imageView]-(0)-|", "H:|-(>=0)-[imageView]-(>=0)-|" }, { { "imageView", m_imageView } });
     m_imageView->centerXAnchor().constraintEqualToAnchor(centerXAnchor())->setActive(true);
     updateState(Animated::No);
 }

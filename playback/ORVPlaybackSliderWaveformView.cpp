@@ -49,12 +49,9 @@ void ORVPlaybackSliderWaveformView::updateConstraints()
 
 NSLayoutConstraint::List ORVPlaybackSliderWaveformView::makeConstraints()
 {
-    const NSLayoutConstraint::Views views { { QStringLiteral("imageView"), m_imageView } };
-    const auto constraintsOf = [&views](const NSString& format) {
-        return NSLayoutConstraint::constraintsWithVisualFormat(
-            format, NSLayoutFormatOptions::None, {}, views);
-    };
-    NSLayoutConstraint::List constraints = constraintsOf(QStringLiteral("V:|-(0)-[imageView]-(0)-|"));
+    const NSLayoutConstraint::Views views { { "imageView", m_imageView } };
+    auto constraints
+        = NSLayoutConstraint::constraintsWithVisualFormats({ "V:|-(0)-[imageView]-(0)-|" }, views);
     switch (m_mode) {
     case ORVPlaybackSliderWaveformViewModeAlignRight:
         constraints.push_back(m_imageView->rightAnchor().constraintEqualToAnchor(rightAnchor()));
@@ -64,8 +61,8 @@ NSLayoutConstraint::List ORVPlaybackSliderWaveformView::makeConstraints()
         break;
     case ORVPlaybackSliderWaveformViewModeStretch:
     default:
-        for (auto& constraint : constraintsOf(QStringLiteral("H:|-(0)-[imageView]-(0)-|")))
-            constraints.push_back(std::move(constraint));
+        constraints = NSLayoutConstraint::constraintsWithVisualFormats(
+            { "V:|-(0)-[imageView]-(0)-|", "H:|-(0)-[imageView]-(0)-|" }, views);
     }
     return constraints;
 }

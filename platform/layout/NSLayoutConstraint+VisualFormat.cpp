@@ -10,3 +10,23 @@ NSLayoutConstraint::List NSLayoutConstraint::constraintsWithVisualFormat(
     NSCAssert(error.message.isEmpty(), "NSLayoutConstraint", error.pointingInto(format));
     return constraints;
 }
+
+NSLayoutConstraint::List NSLayoutConstraint::constraintsWithVisualFormats(
+    std::initializer_list<const char*> formats, const Views& views, const Metrics& metrics)
+{
+    List all;
+    for (const char* const format : formats) {
+        const List constraints = constraintsWithVisualFormat(
+            NSString::fromUtf8(format), NSLayoutFormatOptions::None, metrics, views);
+        all.insert(all.end(), constraints.begin(), constraints.end());
+    }
+    return all;
+}
+
+NSLayoutConstraint::List NSLayoutConstraint::activateVisualFormats(
+    std::initializer_list<const char*> formats, const Views& views, const Metrics& metrics)
+{
+    List constraints = constraintsWithVisualFormats(formats, views, metrics);
+    activateConstraints(constraints);
+    return constraints;
+}

@@ -12,6 +12,7 @@
 #include "platform/layout/LayoutTypes.h"
 
 #include <functional>
+#include <initializer_list>
 #include <span>
 #include <vector>
 
@@ -34,6 +35,12 @@ public:
     // cannot be read is a programming error, whose message points at the character, and answers none.
     static List constraintsWithVisualFormat(
         const NSString& format, NSLayoutFormatOptions options, const Metrics& metrics, const Views& views);
+    // Those of several formats without options, one after the other.
+    static List constraintsWithVisualFormats(
+        std::initializer_list<const char*> formats, const Views& views, const Metrics& metrics = {});
+    // The same, active.
+    static List activateVisualFormats(
+        std::initializer_list<const char*> formats, const Views& views, const Metrics& metrics = {});
 
     // Makes each active or inactive; null entries are passed over.
     static void activateConstraints(std::span<const std::shared_ptr<NSLayoutConstraint>> constraints);

@@ -329,4 +329,31 @@ TEST_F(VisualFormatConstraintsTest, AnErrorLeavesNothingOfItsFormat)
     EXPECT_TRUE(outer->constraints().empty());
 }
 
+TEST_F(VisualFormatConstraintsTest, SeveralFormatsShareTheirViewsAndMetrics)
+{
+    const auto linesOf = [](const NSLayoutConstraint::List& constraints) {
+        Lines all;
+        for (const auto& constraint : constraints)
+            all.push_back(constraint->description().toStdString());
+        return all;
+    };
+    const Lines expected { "a.leading == super.leading + 12 @1000", "a.top == super.top @1000",
+        "b.top == a.bottom + 12 @1000" };
+    const auto made = NSLayoutConstraint::constraintsWithVisualFormats(
+        { "H:|-gap-[a]", "V:|-(0)-[a]-gap-[b]" }, views, metrics);
+    EXPECT_EQ(linesOf(made), expected);
+    EXPECT_TRUE(outer->constraints().empty());
+    const auto active
+        = NSLayoutConstraint::activateVisualFormats({ "H:|-gap-[a]", "V:|-(0)-[a]-gap-[b]" }, views, metrics);
+    EXPECT_EQ(linesOf(active), expected);
+    EXPECT_EQ(outer->constraints(), active);
+}
+
+TEST_F(VisualFormatConstraintsTest, OneOfSeveralFormatsThatCannotBeUsedLeavesTheOthers)
+{
+    AssertionRecorder assertions;
+    EXPECT_EQ(NSLayoutConstraint::activateVisualFormats({ "|[a]", "|[nobody]", "|[b]" }, views).size(), 2U);
+    EXPECT_EQ(assertions.failures().size(), 1U);
+}
+
 } // namespace
