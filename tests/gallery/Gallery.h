@@ -1,9 +1,10 @@
 // Controls in all their states, drawn through a real window at a phone's width and compared with pictures.
 //
-// A scene is a test of this fixture: it fills the window and ends with expectPicture(). Each is drawn in four
-// looks: at two and at three pixels a point, in light and in dark. There are two pictures of it in
+// A scene is a test of this fixture: it fills the window and ends with expectPicture(). Each is drawn in six
+// looks: at one, two and three pixels a point, in light and in dark. There are two pictures of it in
 // tests/gallery/pictures, SCENE-light.png at two pixels a point and SCENE-dark.png at three; a look at the
 // other scale is held against the one of its style, for it must differ in nothing but its sharpness.
+// At these scales and at one pixel a point the renderer must draw what a plain painter does.
 // PictureCells.h says what counts as the same. To renew the pictures, run
 //
 //     ORUVANE_RENEW_PICTURES=1 build/dev/tests/gallery/tests_gallery
@@ -44,6 +45,8 @@ protected:
 
     // Says that nothing but the captions is text. Such a picture is compared with much less tolerance.
     void showsNoText() { m_showsText = false; }
+    // What is turned has edges that renderers smooth in ways of their own.
+    void showsTurned(const CGRect& rect) { m_turned = rect; }
 
     // A small grey text with its top left corner at the point, which is no part of the comparison.
     void addCaption(const char* text, double x, double y);
@@ -71,6 +74,7 @@ private:
     ::testing::AssertionResult matchesPicture(const char* scene, double height);
 
     std::vector<CGRect> m_captions;
+    CGRect m_turned;
     bool m_showsText = true;
 };
 
@@ -80,6 +84,8 @@ private:
         [](const auto& look) { return look.param.name(); })
 
 inline constexpr GalleryLook galleryLooks[] = {
+    { 1, UIUserInterfaceStyle::Light },
+    { 1, UIUserInterfaceStyle::Dark },
     { 2, UIUserInterfaceStyle::Light },
     { 2, UIUserInterfaceStyle::Dark },
     { 3, UIUserInterfaceStyle::Light },

@@ -122,6 +122,7 @@ TEST_P(ImagesGallery, TemplatesTilesAndCorners)
     addCaption("turned", 300, 152);
     const auto turned = addImage(arrow(), { 306, 184, 66, 44 });
     turned->setTransform(CGAffineTransform().rotate(30));
+    showsTurned(turned->frame());
     expectPicture("image-looks", 262);
 }
 

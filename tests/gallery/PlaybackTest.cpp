@@ -45,7 +45,9 @@ protected:
         third->setPlaying(true, Animated::No);
         third->progressView()->setProgress(1.0 / 3, Animated::No);
         addButton("whole", 76, 80)->progressView()->setProgress(1, Animated::No);
-        addButton("loading", 140, 80)->progressView()->setIndeterminate(true);
+        const auto loading = addButton("loading", 140, 80);
+        loading->progressView()->setIndeterminate(true);
+        showsTurned(loading->frame());
         const auto inset = addButton("insets 6", 204, 80);
         inset->setContentEdgeInsets({ 6, 6, 6, 6 });
         inset->progressView()->setProgress(0.25, Animated::No);

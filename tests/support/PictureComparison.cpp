@@ -50,14 +50,15 @@ PictureDifference differenceOf(const QImage& actual, const QImage& expected, int
 }
 
 testing::AssertionResult picturesMatch(
-    const QImage& actual, const QImage& expected, PictureTolerance tolerance)
+    const QImage& actual, const QImage& expected, PictureTolerance tolerance, const std::string& pictureName)
 {
     const PictureDifference difference = differenceOf(actual, expected, tolerance.channel);
     if (difference.pixels <= tolerance.pixels)
         return testing::AssertionSuccess();
     const QDir folder("failed_pictures");
     QDir().mkpath(folder.path());
-    const QString name = QString::fromStdString(runningTestName());
+    const QString name
+        = QString::fromStdString(runningTestName() + (pictureName.empty() ? "" : "-" + pictureName));
     actual.save(folder.filePath(name + "-actual.png"));
     expected.save(folder.filePath(name + "-expected.png"));
     difference.picture.save(folder.filePath(name + "-difference.png"));

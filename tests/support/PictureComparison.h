@@ -3,7 +3,8 @@
 //     EXPECT_TRUE(picturesMatch(actual, expected));
 //
 // When they do not match, the actual, the expected and the difference picture are written to the folder
-// failed_pictures below the current one, named after the running test.
+// failed_pictures below the current one, named after the running test and, where a test compares several,
+// after the picture.
 #pragma once
 
 #include <QImage>
@@ -25,5 +26,5 @@ struct PictureDifference {
 // Pictures of different sizes differ in every pixel of the larger one. Alpha is left aside.
 PictureDifference differenceOf(const QImage& actual, const QImage& expected, int channelTolerance);
 
-testing::AssertionResult picturesMatch(
-    const QImage& actual, const QImage& expected, PictureTolerance tolerance = {});
+testing::AssertionResult picturesMatch(const QImage& actual, const QImage& expected,
+    PictureTolerance tolerance = {}, const std::string& pictureName = {});

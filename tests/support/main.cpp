@@ -1,13 +1,19 @@
 // The entry of every suite: a Qt application without a window system, so that fonts and pictures work, in
-// the same surroundings everywhere.
+// the same surroundings everywhere. With ORUVANE_RENDERER=opengl it draws with OpenGL on the display instead.
 #include <QGuiApplication>
 
 #include <gmock/gmock.h>
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
+    const bool usesOpenGL = qgetenv("ORUVANE_RENDERER") == "opengl";
+    qputenv("QT_QPA_PLATFORM", usesOpenGL ? "xcb" : "offscreen");
+    qputenv("QT_QUICK_BACKEND", usesOpenGL ? "rhi" : "software");
+    if (usesOpenGL) {
+        qputenv("QSG_RHI_BACKEND", "opengl");
+        qputenv("QT_XCB_GL_INTEGRATION", "xcb_glx");
+        qputenv("LIBGL_ALWAYS_SOFTWARE", "1"); // the same driver everywhere
+    }
     qputenv("LC_ALL", "C.UTF-8");
     const QGuiApplication application(argc, argv);
     testing::InitGoogleMock(&argc, argv);
