@@ -35,9 +35,9 @@ constexpr NamedPart transformParts[] = {
 };
 
 // In the order of CAProperty.
-const std::array<NSString, 14>& keys()
+const std::array<NSString, 15>& keys()
 {
-    static const std::array<NSString, 14> all {
+    static const std::array<NSString, 15> all {
         NSString(),
         QStringLiteral("bounds"),
         QStringLiteral("position"),
@@ -52,6 +52,7 @@ const std::array<NSString, 14>& keys()
         QStringLiteral("lineWidth"),
         QStringLiteral("strokeColor"),
         QStringLiteral("fillColor"),
+        QStringLiteral("path"),
     };
     return all;
 }
@@ -111,6 +112,8 @@ template <typename Visitor> void visitMember(CAProperty property, Visitor visito
         return visitor(&CALayerValues::strokeColor);
     case CAProperty::FillColor:
         return visitor(&CALayerValues::fillColor);
+    case CAProperty::Path:
+        return visitor(&CALayerValues::path);
     }
 }
 
@@ -223,7 +226,7 @@ void write(CGAffineTransform& transform, Part part, const CAValue& value)
     transform = parts.transform();
 }
 
-// Numbers and colours have no parts.
+// Numbers, colours and paths have no parts.
 template <typename Value> CAValue read(const Value&, Part) { return {}; }
 template <typename Value> void write(Value&, Part, const CAValue&) { }
 

@@ -23,6 +23,7 @@ enum class CAProperty {
     LineWidth,
     StrokeColor,
     FillColor,
+    Path,
 };
 
 class CAKeyPath {

@@ -19,23 +19,8 @@ LayerID nextLayerID()
     return LayerID { ++last };
 }
 
-// Exact, where the value types' own comparison takes what is nearly equal for equal.
-template <typename Value> bool isSame(const Value& first, const Value& second) { return first == second; }
-bool isSame(const std::shared_ptr<UIColor>& first, const std::shared_ptr<UIColor>& second)
-{
-    return isEqual(first.get(), second.get());
-}
-bool isSame(const CGPoint& first, const CGPoint& second)
-{
-    return first.x() == second.x() && first.y() == second.y();
-}
-bool isSame(const CGRect& first, const CGRect& second)
-{
-    return first.x() == second.x() && first.y() == second.y() && first.width() == second.width()
-        && first.height() == second.height();
-}
-
 bool isFinite(const std::shared_ptr<UIColor>&) { return true; }
+bool isFinite(const CGPathRef&) { return true; }
 
 // The ends of a stroke are kept as they are given, and taken to the nearer end where they are drawn.
 bool takesAnyNumber(CAProperty property)
@@ -70,8 +55,9 @@ NSString CALayer::description() const
 template <typename Value>
 void CALayer::change(CAProperty property, Value CALayerValues::*member, const Value& value)
 {
-    if (isSame(m_values.*member, value)) {
-        m_values.*member = value; // an equal colour may be another object
+    if (CAValues::isSame(m_values.*member, value)) {
+        if constexpr (!std::is_same_v<Value, CGPathRef>) // the old object says that nothing has changed
+            m_values.*member = value; // an equal colour may be another object
         return;
     }
     const NSString& key = CAKeyPath::key(property);
@@ -89,6 +75,7 @@ void CALayer::change(CAProperty property, Value CALayerValues::*member, const Va
 template void CALayer::change(CAProperty, double CALayerValues::*, const double&);
 template void CALayer::change(
     CAProperty, std::shared_ptr<UIColor> CALayerValues::*, const std::shared_ptr<UIColor>&);
+template void CALayer::change(CAProperty, CGPathRef CALayerValues::*, const CGPathRef&);
 
 void CALayer::setBounds(const CGRect& bounds)
 {
@@ -204,6 +191,8 @@ void CALayer::setValueForKeyPath(const CAValue& value, const NSString& keyPath)
         return change(path.property(), &CALayerValues::strokeColor, changed.strokeColor);
     case CAProperty::FillColor:
         return change(path.property(), &CALayerValues::fillColor, changed.fillColor);
+    case CAProperty::Path:
+        return change(path.property(), &CALayerValues::path, changed.path);
     }
 }
 
@@ -341,6 +330,8 @@ std::shared_ptr<CAAnimation> CALayer::actionForKey(const NSString& key)
     const CAKeyPath path(key);
     if (!m_tree || !path.isValid() || CATransaction::disableActions())
         return nullptr;
+    if (path.property() == CAProperty::Path)
+        return nullptr; // paths of different lines and curves do not go over into each other
     const auto animation = CABasicAnimation::animationWithKeyPath(key);
     animation->setFromValue(path.value(presentationValues()));
     const auto pace = CATransaction::animationTimingFunction();

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "platform/graphics/Geometry.h"
+#include "platform/graphics/UIBezierPath.h"
 
 #include <memory>
 
@@ -21,6 +22,7 @@ struct CALayerValues {
     std::shared_ptr<UIColor> backgroundColor; // nil: none
     std::shared_ptr<UIColor> contentsTintColor; // nil: the contents' own colours
 
+    CGPathRef path; // nil: none
     double strokeStart = 0;
     double strokeEnd = 1;
     double lineWidth = 1;

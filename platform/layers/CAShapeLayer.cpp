@@ -33,14 +33,7 @@ std::shared_ptr<CAShapeLayer> CAShapeLayer::layer() { return make<CAShapeLayer>(
 
 CAShapeLayer::CAShapeLayer() { setFillColor(UIColor::blackColor()); }
 
-void CAShapeLayer::setPath(CGPathRef path)
-{
-    // An equal path keeps the old object: a layout that comes to the same circle is no change to draw.
-    if (m_path == path || (m_path && path && *m_path == *path))
-        return;
-    m_path = std::move(path);
-    setNeedsFrame();
-}
+void CAShapeLayer::setPath(const CGPathRef& path) { change(CAProperty::Path, &CALayerValues::path, path); }
 
 void CAShapeLayer::setPath(const std::shared_ptr<UIBezierPath>& path)
 {
@@ -77,10 +70,10 @@ void CAShapeLayer::setLineCap(CALineCap cap)
 
 FrameContent CAShapeLayer::frameContent(const CALayerValues& shown) const
 {
-    if (!m_path || m_path->isEmpty())
+    if (!shown.path || shown.path->isEmpty())
         return CALayer::frameContent(shown);
     FrameShape shape;
-    shape.path = m_path;
+    shape.path = shown.path;
     shape.fillColor = visibleColor(shown.fillColor);
     shape.strokeStart = fraction(shown.strokeStart);
     shape.strokeEnd = fraction(shown.strokeEnd);

@@ -1,8 +1,8 @@
 // A layer that draws a path, filled and stroked.
 //
 // The stroke runs from strokeStart to strokeEnd, fractions of the path's length; values outside 0..1 are
-// kept and drawn as the nearer end. All but the path and the cap can be animated. The path is not tied to
-// the bounds.
+// kept and drawn as the nearer end. All but the cap can be animated; a change of the path has no action of
+// its own. The path is not tied to the bounds.
 #pragma once
 
 #include "platform/graphics/UIBezierPath.h"
@@ -18,8 +18,8 @@ public:
     static std::shared_ptr<CAShapeLayer> layer();
 
     // In the layer's coordinates; nil draws nothing. What is built onto a UIBezierPath later changes nothing.
-    CGPathRef path() const { return m_path; }
-    void setPath(CGPathRef path);
+    const CGPathRef& path() const { return modelValues().path; }
+    void setPath(const CGPathRef& path);
     void setPath(const std::shared_ptr<UIBezierPath>& path);
 
     const std::shared_ptr<UIColor>& strokeColor() const { return modelValues().strokeColor; }
@@ -40,6 +40,5 @@ public:
     CAShapeLayer();
 
 private:
-    CGPathRef m_path;
     CALineCap m_lineCap = kCALineCapButt;
 };

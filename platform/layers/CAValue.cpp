@@ -41,6 +41,22 @@ Color mixed(const Color& from, const Color& to, double fraction)
         part(first.blueF(), second.blueF()), alpha);
 }
 
+CGPathRef mixed(const CGPathRef& from, const CGPathRef& to, double fraction)
+{
+    if (!from || !to || from->elementCount() != to->elementCount())
+        return to;
+    auto path = std::make_shared<QPainterPath>(*to);
+    for (int index = 0; index < to->elementCount(); ++index) {
+        const QPainterPath::Element first = from->elementAt(index);
+        const QPainterPath::Element second = to->elementAt(index);
+        if (first.type != second.type)
+            return to;
+        path->setElementPositionAt(
+            index, mixed(first.x, second.x, fraction), mixed(first.y, second.y, fraction));
+    }
+    return path;
+}
+
 // The operation on both operands where they are of one kind; otherwise the first one.
 template <typename Operation>
 CAValue combined(const CAValue& first, const CAValue& second, Operation operation)
@@ -74,6 +90,7 @@ struct Sum {
         return UIColor::colorWithRed(first.redF() + second.redF(), first.greenF() + second.greenF(),
             first.blueF() + second.blueF(), first.alphaF() + second.alphaF());
     }
+    CGPathRef operator()(const CGPathRef& a, const CGPathRef&) const { return a; } // paths do not add up
 };
 
 struct Difference {
@@ -94,11 +111,28 @@ struct Difference {
         return UIColor::colorWithRed(first.redF() - second.redF(), first.greenF() - second.greenF(),
             first.blueF() - second.blueF(), first.alphaF() - second.alphaF());
     }
+    CGPathRef operator()(const CGPathRef& a, const CGPathRef&) const { return a; }
 };
 
 } // namespace
 
 namespace CAValues {
+
+bool isSame(const Color& first, const Color& second) { return isEqual(first.get(), second.get()); }
+
+bool isSame(const CAValue& first, const CAValue& second)
+{
+    return std::visit(
+        [&](const auto& value) {
+            using Kind = std::decay_t<decltype(value)>;
+            const auto* other = std::get_if<Kind>(&second);
+            if constexpr (std::is_same_v<Kind, std::monostate>)
+                return isMissing(second);
+            else
+                return other && isSame(value, *other);
+        },
+        first);
+}
 
 CAValue neutral(const CAValue& kind)
 {

@@ -174,4 +174,41 @@ TEST_F(CAShapeLayerTest, ASubclassDecidesAboutItsActions)
     EXPECT_TRUE(ring->animationForKey(QStringLiteral("opacity")));
 }
 
+TEST_F(CAShapeLayerTest, APathGoesOverPointByPointIntoOneOfTheSameLinesAndCurves)
+{
+    const auto circle = [](double radius) {
+        return UIBezierPath::bezierPathWithArcCenter({ radius, radius }, radius, 0, 7, true)->cgPath();
+    };
+    const auto moved = CAShapeLayer::layer();
+    moved->setPath(circle(20));
+    moved->addAnimation(basic("path", circle(10)), QStringLiteral("path"));
+    EXPECT_EQ(moved->presentationValuesAt(0).path->controlPointRect(), CGRect(0, 0, 20, 20));
+    EXPECT_EQ(moved->presentationValuesAt(0.5).path->controlPointRect(), CGRect(0, 0, 30, 30));
+    EXPECT_EQ(moved->presentationValuesAt(1).path, moved->path()) << "the very object at the end";
+    const auto drawn = std::get<FrameShape>(moved->frameContent(moved->presentationValuesAt(0.5)));
+    EXPECT_EQ(drawn.path->controlPointRect(), CGRect(0, 0, 30, 30));
+}
+
+TEST_F(CAShapeLayerTest, APathOfOtherLinesIsThereFromTheStart)
+{
+    const auto moved = CAShapeLayer::layer();
+    moved->setPath(UIBezierPath::bezierPathWithRect({ 0, 0, 10, 10 }));
+    for (const CGPathRef& from :
+        { CGPathRef(), UIBezierPath::bezierPathWithOvalInRect({ 0, 0, 5, 5 })->cgPath(),
+            UIBezierPath::bezierPath()->cgPath() }) {
+        moved->addAnimation(basic("path", from), QStringLiteral("path"));
+        EXPECT_EQ(moved->presentationValuesAt(0.5).path, moved->path());
+    }
+}
+
+TEST_F(CAShapeLayerTest, AChangedPathHasNoActionOfItsOwn)
+{
+    const auto moved = CAShapeLayer::layer();
+    layer->addSublayer(moved);
+    const CALayerTree tree(layer);
+    moved->setPath(UIBezierPath::bezierPathWithRect({ 0, 0, 10, 10 }));
+    moved->setPath(UIBezierPath::bezierPathWithRect({ 0, 0, 20, 10 }));
+    EXPECT_FALSE(moved->hasAnimations());
+}
+
 } // namespace
