@@ -3,16 +3,23 @@
 CAAnimation::CAAnimation(const CAAnimation& other)
     : NSObject()
     , m_timing(other.m_timing)
+    , m_delay(other.m_delay)
     , m_timingFunction(other.m_timingFunction)
     , m_removedOnCompletion(other.m_removedOnCompletion)
     , m_delegate(other.m_delegate)
     , m_completion(other.m_completion)
+    , m_group(other.m_group)
 {
 }
 
 void CAAnimation::apply(CALayerValues& shown, const CALayerValues& model, const CAMoment& parent) const
 {
-    if (const auto progress = m_timing.progress(m_timing.local(parent)))
+    applyAt(shown, model, m_timing.local(parent));
+}
+
+void CAAnimation::applyAt(CALayerValues& shown, const CALayerValues& model, const CAMoment& local) const
+{
+    if (const auto progress = m_timing.progress(local))
         applyProgress(shown, model, *progress);
 }
 

@@ -12,6 +12,7 @@
 #include <functional>
 
 class CAAnimation;
+class CAMotionGroup;
 
 class CAAnimationDelegate {
 public:
@@ -33,6 +34,9 @@ public:
     // In the time of the layer (of the group, for an animation in one); 0: when it is added.
     double beginTime() const { return m_timing.beginTime; }
     void setBeginTime(double time) { m_timing.beginTime = time; }
+    // Seconds of the same time that pass before it begins, where no begin is given.
+    double delay() const { return m_delay; }
+    void setDelay(double delay) { m_delay = delay; }
     double timeOffset() const { return m_timing.timeOffset; }
     void setTimeOffset(double offset) { m_timing.timeOffset = offset; }
     double speed() const { return m_timing.speed; }
@@ -68,11 +72,17 @@ public:
 
     // --- For layers and groups -----------------------------------------------------------------------
 
-    // Works on the shown values; the parent is the moment of the layer or group.
+    // Works on the shown values; the parent is the moment of the layer or animation group.
     void apply(CALayerValues& shown, const CALayerValues& model, const CAMoment& parent) const;
+    // The same at a moment of the animation's own time.
+    void applyAt(CALayerValues& shown, const CALayerValues& model, const CAMoment& local) const;
     virtual bool animates(CAProperty) const = 0;
     // Gives what was left open, here and below, its value.
     virtual void resolve(double duration);
+    // The motions that it was started with and whose time it goes by: its begin counts from theirs. A copy
+    // belongs to the same, so what is made to follow it keeps step with it. Null for most.
+    std::shared_ptr<CAMotionGroup> group() const { return m_group.lock(); }
+    void setGroup(std::weak_ptr<CAMotionGroup> group) { m_group = std::move(group); }
     bool hasListener() const;
     void tellEnd(bool finished) const;
 
@@ -84,8 +94,10 @@ protected:
 
 private:
     CAMediaTiming m_timing;
+    double m_delay = 0;
     std::shared_ptr<CAMediaTimingFunction> m_timingFunction;
     bool m_removedOnCompletion = true;
     std::weak_ptr<CAAnimationDelegate> m_delegate;
     Completion m_completion;
+    std::weak_ptr<CAMotionGroup> m_group;
 };

@@ -6,6 +6,7 @@
 #include "platform/layers/CABasicAnimation.h"
 #include "platform/layers/CALayerAnimations.h"
 #include "platform/layers/CALayerTree.h"
+#include "platform/layers/CAModelChanges.h"
 #include "platform/layers/CATransaction.h"
 #include "platform/layers/FiniteNumbers.h"
 
@@ -66,6 +67,8 @@ void CALayer::change(CAProperty property, Value CALayerValues::*member, const Va
     if (!accepted)
         return;
     const auto action = CATransaction::disableActions() ? nullptr : actionForKey(key);
+    if (CAModelChanges* const changes = CAModelChanges::recording())
+        changes->note(*this, property, m_values.*member, value);
     m_values.*member = value;
     if (action)
         addAnimation(action, key);
@@ -144,6 +147,12 @@ void CALayer::setHidden(bool hidden)
         return;
     setNeedsFrame(); // before, where hiding is what is to be seen
     m_hidden = hidden;
+    if (CAModelChanges* const changes = CAModelChanges::recording())
+        changes->note([weakLayer = weakSelf(this), hidden] {
+            const auto layer = weakLayer.lock();
+            if (layer && layer->isHidden() == hidden)
+                layer->setHidden(!hidden);
+        });
     setNeedsFrame();
     if (!hidden && (m_needsDisplay || m_sublayersNeedDisplay))
         ancestorsNeedDisplay(); // the passes did not see it while it was hidden

@@ -149,7 +149,8 @@ public:
 
     // The layer's time is (superlayer's time − beginTime) · speed + timeOffset, and its animations and
     // sublayers go by it: speed 0 holds them where timeOffset says, a negative one plays them backwards.
-    // Any number is kept; what is not yet or no more under way at the time that comes out is not shown.
+    // Any number is kept; what is not yet or no more under way at the time that comes out is not shown. An
+    // animation that is played back to its start stays there until time runs forwards again.
     double beginTime() const { return m_timing.beginTime; }
     void setBeginTime(double);
     double timeOffset() const { return m_timing.timeOffset; }

@@ -1,6 +1,7 @@
 #include "platform/layers/CALayerAnimations.h"
 
 #include "platform/layers/CALayer.h"
+#include "platform/layers/CAMotionGroup.h"
 #include "platform/layers/CATransaction.h"
 #include "platform/layers/CATransactionCompletion.h"
 
@@ -64,14 +65,34 @@ void CALayerAnimations::add(const CAAnimation& original, const NSString& key)
     animation->resolve(CATransaction::animationDuration());
     if (!animation->timingFunction())
         animation->setTimingFunction(CATransaction::animationTimingFunction());
-    if (animation->beginTime() == 0)
-        animation->setBeginTime(moment.time);
+    joinGroup(*animation, moment);
+    const auto group = animation->group();
+    if (group)
+        group->join(m_layer, *this, animation->timing());
+    else if (animation->beginTime() == 0)
+        animation->setBeginTime(moment.time + animation->delay());
 
     const auto completion = CATransaction::completion();
     if (completion)
         completion->animationAdded();
-    m_entries.push_back({ key, animation, completion });
-    wakeIn(animation->timing().secondsUntilEnd(animation->timing().local(moment)));
+    m_entries.push_back({ key, animation, completion, group.get() });
+    wakeForEnd(m_entries.back(), moment);
+}
+
+// A copy of one that is in a group keeps its place there. Another joins the group that collects, and counts
+// its begin from the group's from then on.
+void CALayerAnimations::joinGroup(CAAnimation& animation, const CAMoment& layerMoment) const
+{
+    const auto own = animation.group();
+    if (own && own->state() != CAMotionGroup::State::Settled)
+        return;
+    if (own)
+        animation.setBeginTime(0); // it was the place in a group that is no more
+    const auto group = CAMotionGroup::collecting();
+    animation.setGroup(group);
+    if (group)
+        animation.setBeginTime(
+            animation.beginTime() == 0 ? animation.delay() : animation.beginTime() - layerMoment.time);
 }
 
 void CALayerAnimations::remove(const NSString& key)
@@ -98,7 +119,8 @@ void CALayerAnimations::removeEnding()
 {
     std::vector<Entry> endless;
     for (Entry& entry : m_entries) {
-        if (std::isfinite(entry.animation->timing().activeDuration()))
+        const bool ends = std::isfinite(entry.animation->timing().activeDuration());
+        if (ends && !entry.group)
             discard(entry);
         else
             endless.push_back(std::move(entry));
@@ -121,13 +143,27 @@ void CALayerAnimations::apply(
     CALayerValues& shown, const CALayerValues& model, const CAMoment& layerMoment) const
 {
     for (const Entry& entry : m_entries)
-        entry.animation->apply(shown, model, layerMoment);
+        entry.animation->applyAt(shown, model, localMoment(entry, layerMoment));
+    if (!m_entries.empty())
+        shown.opacity = std::clamp(shown.opacity, 0.0, 1.0); // a spring swings beyond its ends
+}
+
+CAMoment CALayerAnimations::localMoment(const Entry& entry, const CAMoment& layerMoment) const
+{
+    const CAMediaTiming& timing = entry.animation->timing();
+    if (entry.group)
+        return entry.group->momentOf(timing);
+    return entry.returned ? CAMoment { 0, 0 } : timing.local(layerMoment);
 }
 
 double CALayerAnimations::secondsUntilChange(const CAMoment& layerMoment) const
 {
     double earliest = infinity;
     for (const Entry& entry : m_entries) {
+        if (entry.group) {
+            earliest = entry.group->isMoving() ? 0 : earliest;
+            continue;
+        }
         const CAMediaTiming& timing = entry.animation->timing();
         const CAMoment local = timing.local(layerMoment);
         const bool standsStill = local.rate == 0;
@@ -144,9 +180,18 @@ void CALayerAnimations::timingDidChange()
         return; // layers may be taken apart after the clock is gone
     const CAMoment moment = m_layer.momentAt(Scheduler::current().now());
     cancelWakeUp();
+    std::erase_if(m_entries, [&](const Entry& entry) {
+        return entry.returned && entry.animation->timing().local(moment).rate > 0;
+    });
     for (const Entry& entry : m_entries)
-        if (!entry.ended)
-            wakeIn(entry.animation->timing().secondsUntilEnd(entry.animation->timing().local(moment)));
+        wakeForEnd(entry, moment);
+}
+
+void CALayerAnimations::wakeForEnd(const Entry& entry, const CAMoment& layerMoment)
+{
+    const CAMediaTiming& timing = entry.animation->timing();
+    if (!entry.ended && !entry.group)
+        wakeIn(timing.secondsUntilEnd(timing.local(layerMoment)));
 }
 
 // One timer serves all: it is set for the earliest end. One that comes too early finds nothing to end.
@@ -178,19 +223,64 @@ void CALayerAnimations::endDue()
     std::vector<Entry> due;
     for (Entry& entry : m_entries) {
         const CAMediaTiming& timing = entry.animation->timing();
-        if (entry.ended || timing.secondsUntilEnd(timing.local(moment)) > rounding)
+        const CAMoment local = timing.local(moment);
+        if (entry.ended || entry.group || timing.secondsUntilEnd(local) > rounding)
             continue;
         due.push_back(entry);
         entry.ended = true;
+        entry.returned = local.rate < 0;
     }
-    std::erase_if(m_entries,
-        [](const Entry& entry) { return entry.ended && entry.animation->isRemovedOnCompletion(); });
+    std::erase_if(m_entries, [](const Entry& entry) {
+        return entry.ended && !entry.group && !entry.returned && entry.animation->isRemovedOnCompletion();
+    });
     timingDidChange();
     m_layer.setNeedsFrame();
 
     const bool finished = true;
     for (const Entry& entry : due)
         tell(entry, finished);
+}
+
+std::vector<CALayerAnimations::Ending> CALayerAnimations::endGroup(const CAMotionGroup& group, bool finished)
+{
+    std::vector<Ending> endings;
+    for (Entry& entry : m_entries) {
+        const bool hasArrived = !finished || group.hasReachedEnd(entry.animation->timing());
+        if (entry.group != &group || entry.ended || !hasArrived)
+            continue;
+        entry.ended = true;
+        endings.push_back([entry, finished] { tell(entry, finished); });
+    }
+    return endings;
+}
+
+void CALayerAnimations::dropGroup(const CAMotionGroup& group)
+{
+    for (Entry& entry : m_entries)
+        if (entry.group == &group)
+            discard(entry);
+    std::erase_if(m_entries, [&](const Entry& entry) { return entry.group == &group; });
+    timingDidChange();
+}
+
+void CALayerAnimations::releaseGroup(const CAMotionGroup& group)
+{
+    std::erase_if(m_entries, [&](const Entry& entry) {
+        return entry.group == &group && entry.ended && entry.animation->isRemovedOnCompletion();
+    });
+    if (!Scheduler::hasCurrent())
+        return;
+    const CAMoment moment = m_layer.momentAt(Scheduler::current().now());
+    for (Entry& entry : m_entries) {
+        if (entry.group != &group)
+            continue;
+        const auto free = entry.animation->copy();
+        free->setGroup({});
+        free->setBeginTime(moment.time + free->beginTime() - group.time());
+        entry.animation = free;
+        entry.group = nullptr;
+    }
+    timingDidChange();
 }
 
 void CALayerAnimations::tell(const Entry& entry, bool finished)

@@ -2,7 +2,10 @@
 //
 // Ends come from the scheduler at the exact time, whether or not frames are drawn, and are told from
 // there as well: never from inside a call that adds or removes animations. A listener may do anything,
-// dropping the layer included.
+// dropping the layer included. What belongs to a motion group goes by the group's time and ends with it.
+//
+// Where the layer's time runs backwards, an animation ends at its start. It stays there until time runs
+// forwards again: to remove it would show the model, which is the other end.
 #pragma once
 
 #include "platform/foundation/Scheduler.h"
@@ -11,6 +14,7 @@
 #include <vector>
 
 class CALayer;
+class CAMotionGroup;
 class CATransactionCompletion;
 
 class CALayerAnimations {
@@ -40,17 +44,32 @@ public:
     // The layer's time has changed: what ends, ends at another time.
     void timingDidChange();
 
+    // --- For motion groups ---------------------------------------------------------------------------
+
+    using Ending = std::function<void()>;
+    // The group has arrived: answers how to tell the ends of those that have ended there. They stay.
+    std::vector<Ending> endGroup(const CAMotionGroup& group, bool finished);
+    // The group lets go. Dropped, its animations are removed. Released, those that have ended are removed,
+    // the others go on by themselves from where they are.
+    void dropGroup(const CAMotionGroup& group);
+    void releaseGroup(const CAMotionGroup& group);
+
 private:
     struct Entry {
         NSString key;
         std::shared_ptr<const CAAnimation> animation;
         std::shared_ptr<CATransactionCompletion> completion; // may be null
+        const CAMotionGroup* group = nullptr; // whose time it goes by
         bool ended = false; // told, and kept for what it shows after its end
+        bool returned = false; // ended at its start, and kept there
     };
 
     std::vector<Entry>::const_iterator find(const NSString& key) const;
+    void joinGroup(CAAnimation&, const CAMoment& layerMoment) const;
+    CAMoment localMoment(const Entry&, const CAMoment& layerMoment) const;
     void discard(Entry&);
     void endDue();
+    void wakeForEnd(const Entry&, const CAMoment& layerMoment);
     void wakeIn(double seconds);
     void cancelWakeUp();
     static void tell(const Entry&, bool finished);

@@ -21,6 +21,9 @@ public:
     // actionForLayer:forKey: — before the new value takes effect.
     virtual CAActionAnswer actionForLayerForKey(CALayer&, const NSString& /*key*/) { return std::nullopt; }
 
+    // Its bounds, position, anchor point or transform is an earlier one again; see CAModelChanges.
+    virtual void layerGeometryWasTakenBack(CALayer&) { }
+
     // A round of layout begins at this layer.
     virtual void layerWillLayoutTree(CALayer&) { }
     virtual void layoutSublayersOfLayer(CALayer&) { }

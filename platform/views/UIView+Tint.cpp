@@ -1,6 +1,7 @@
 // The part of UIView that hands the tint down the tree.
 
 #include "platform/graphics/UIColor.h"
+#include "platform/layers/CAModelChanges.h"
 #include "platform/views/UIView.h"
 
 namespace {
@@ -49,7 +50,13 @@ void UIView::setTintColor(std::shared_ptr<UIColor> color)
 {
     m_appearanceNotes.noteSetting(&UIView::setTintColor);
     const auto before = undimmedTintColor();
-    m_tintColor = std::move(color);
+    const auto ownBefore = std::exchange(m_tintColor, std::move(color));
+    if (CAModelChanges* const changes = CAModelChanges::recording())
+        changes->note([weakView = weakSelf(this), ownBefore, now = m_tintColor] {
+            const auto view = weakView.lock();
+            if (view && view->m_tintColor == now)
+                view->setTintColor(ownBefore);
+        });
     if (!undimmedTintColor()->isEqual(before.get()))
         tellTintChange({ .color = true });
 }
@@ -57,7 +64,13 @@ void UIView::setTintColor(std::shared_ptr<UIColor> color)
 void UIView::setTintAdjustmentMode(UIViewTintAdjustmentMode mode)
 {
     const auto before = tintAdjustmentMode();
-    m_tintAdjustmentMode = mode;
+    const auto ownBefore = std::exchange(m_tintAdjustmentMode, mode);
+    if (CAModelChanges* const changes = CAModelChanges::recording())
+        changes->note([weakView = weakSelf(this), ownBefore, mode] {
+            const auto view = weakView.lock();
+            if (view && view->m_tintAdjustmentMode == mode)
+                view->setTintAdjustmentMode(ownBefore);
+        });
     if (tintAdjustmentMode() != before)
         tellTintChange({ .mode = true });
 }
@@ -78,6 +91,7 @@ void UIView::tellTintChangeSince(const InheritedTint& before)
 
 void UIView::tellInheritedTintChange(TintChange inherited)
 {
+    const auto keepAlive = shared_from_this();
     const TintChange own {
         .color = inherited.color && !m_tintColor,
         .mode = inherited.mode && m_tintAdjustmentMode == UIViewTintAdjustmentMode::Automatic,

@@ -245,6 +245,7 @@ protected:
 
     // The layer's questions. A subclass that overrides one asks the base class for what it does not answer.
     CAActionAnswer actionForLayerForKey(CALayer&, const NSString& key) override;
+    void layerGeometryWasTakenBack(CALayer&) override { layoutFrameDidChange(); }
     void layerWillLayoutTree(CALayer&) override;
     void layoutSublayersOfLayer(CALayer&) override;
     bool layerDrawsContent(const CALayer&) const override { return drawsContent(); }

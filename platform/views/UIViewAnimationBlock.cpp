@@ -3,6 +3,7 @@
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/foundation/Scheduler.h"
 #include "platform/layers/CALayer.h"
+#include "platform/layers/CAMotionGroup.h"
 #include "platform/layers/CASpringAnimation.h"
 
 #include <cmath>
@@ -25,6 +26,18 @@ std::shared_ptr<CAMediaTimingFunction> timingFunctionOf(UIViewAnimationCurve cur
         break;
     }
     return CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseInEaseOut);
+}
+
+// Nothing moves, so no animation will report an end: the completion comes by itself, or with the motions that
+// are being collected.
+void completeLater(double delay, UIViewAnimationBlock::Completion completion)
+{
+    if (!completion)
+        return;
+    if (const auto group = CAMotionGroup::collecting())
+        group->endTogether(std::move(completion));
+    else
+        Scheduler::current().schedule(delay, [completion = std::move(completion)] { completion(true); });
 }
 
 double finiteSeconds(double seconds) { return std::isfinite(seconds) ? seconds : 0; }
@@ -60,10 +73,11 @@ void UIViewAnimationBlock::run(const Parameters& given, const Changes& changes, 
     parameters.delay = finiteSeconds(given.delay);
     NSParameterAssert(std::isfinite(given.duration), "UIView", "isfinite(duration)");
     NSParameterAssert(std::isfinite(given.delay), "UIView", "isfinite(delay)");
+    const auto group = CAMotionGroup::collecting();
+    const CAModelChanges::Recording recording(group ? &group->changes() : nullptr);
     if (!(parameters.duration > 0)) {
         runWithout(changes);
-        if (completion)
-            Scheduler::current().schedule(parameters.delay, [completion] { completion(true); });
+        completeLater(parameters.delay, std::move(completion));
         return;
     }
     const auto block = make<UIViewAnimationBlock>(parameters, std::move(completion));
@@ -111,11 +125,8 @@ std::shared_ptr<CAAnimation> UIViewAnimationBlock::makeAnimation(
     const auto animation = makeTimedAnimation(key);
     animation->setFromValue(CAKeyPath(key).value(layer.presentationValues()));
     animation->setDuration(m_parameters.duration);
-    if (m_parameters.delay > 0) {
-        const double start = Scheduler::current().now() + m_parameters.delay;
-        animation->setBeginTime(layer.convertTimeFromMedia(start));
-        animation->setFillMode(kCAFillModeBackwards);
-    }
+    animation->setDelay(std::max(m_parameters.delay, 0.0));
+    animation->setFillMode(kCAFillModeBoth); // for the delay, and for those who hold the motion at its end
     m_animated.emplace(layer.layerID(), key);
     ++m_running;
     animation->setCompletion([self = strongSelf(this), atEnd = std::move(atEnd)](bool finished) {
@@ -137,10 +148,6 @@ void UIViewAnimationBlock::animationDidEnd(bool finished)
 
 void UIViewAnimationBlock::close()
 {
-    if (m_running > 0)
-        return;
-    // Nothing moves, so nothing will report an end.
-    if (m_completion)
-        Scheduler::current().schedule(
-            0, [self = strongSelf(this)] { std::exchange(self->m_completion, nullptr)(true); });
+    if (m_running == 0)
+        completeLater(0, std::exchange(m_completion, nullptr));
 }

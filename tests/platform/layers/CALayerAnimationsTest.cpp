@@ -368,7 +368,13 @@ TEST_F(CALayerAnimationsTest, AHeldSubtreePlaysBackToItsStart)
     EXPECT_TRUE(log.empty());
     scheduler.advance(0.051);
     EXPECT_EQ(log, (Lines { "it finished" }));
+    for (const double seconds : { 0.0, 0.1, 10.0 }) {
+        scheduler.advance(seconds);
+        EXPECT_EQ(child->presentationValues().opacity, 0) << "not the model's, which is the other end";
+    }
+    layer->setSpeed(1);
     EXPECT_FALSE(child->hasAnimations());
+    EXPECT_EQ(log, (Lines { "it finished" }));
 }
 
 TEST_F(CALayerAnimationsTest, MovingALayerIntoAnotherTimeMovesItsEnd)
