@@ -1,28 +1,8 @@
 // The part of UIView that hands the tint down the tree.
 
-#include "platform/graphics/UIColor.h"
+#include "platform/graphics/DimmedColor.h"
 #include "platform/layers/CAModelChanges.h"
 #include "platform/views/UIView.h"
-
-namespace {
-
-// The grey of the same luminance at 80 % of the opacity; a colour without one value stays as it is.
-std::shared_ptr<UIColor> dimmed(const std::shared_ptr<UIColor>& color)
-{
-    constexpr double redWeight = 0.2125999927520752; // single precision, as the two that follow from it
-    constexpr double greenWeight = 0.7152000069618225;
-    constexpr double blueWeight = 0.0722;
-    constexpr double opacity = 0.800000011920929;
-    if (const auto parts = color->getRed())
-        return UIColor::colorWithWhite(
-            parts->red * redWeight + parts->green * greenWeight + parts->blue * blueWeight,
-            parts->alpha * opacity);
-    if (const auto parts = color->getWhite())
-        return UIColor::colorWithWhite(parts->white, parts->alpha * opacity);
-    return color;
-}
-
-} // namespace
 
 std::shared_ptr<UIColor> UIView::undimmedTintColor() const
 {
@@ -35,7 +15,10 @@ std::shared_ptr<UIColor> UIView::undimmedTintColor() const
 std::shared_ptr<UIColor> UIView::tintColor() const
 {
     const auto color = undimmedTintColor();
-    return tintAdjustmentMode() == UIViewTintAdjustmentMode::Dimmed ? dimmed(color) : color;
+    if (tintAdjustmentMode() != UIViewTintAdjustmentMode::Dimmed)
+        return color;
+    const auto dimmed = dimmedColor(*color);
+    return dimmed ? dimmed : color;
 }
 
 UIViewTintAdjustmentMode UIView::tintAdjustmentMode() const
