@@ -1,6 +1,7 @@
 #include "platform/controls/UILabel.h"
 
 #include "platform/foundation/NSAssertionHandler.h"
+#include "platform/views/TintMotion.h"
 #include "platform/views/UIScreen.h"
 
 namespace {
@@ -42,8 +43,30 @@ void UILabel::setTextColor(std::shared_ptr<UIColor> color)
         color = UIColor::labelColor();
     if (color->isEqual(m_textColor.get()))
         return;
-    m_textColor = std::move(color);
+    const auto before = std::exchange(m_textColor, std::move(color));
+    if (TintMotion::isUnderWay() && window() && !m_isStencil)
+        becomeStencil(before);
+    if (m_isStencil)
+        layer()->setContentsTintColor(m_textColor);
+    else
+        setNeedsDisplay();
+}
+
+void UILabel::becomeStencil(const std::shared_ptr<UIColor>& color)
+{
+    if (drawnLayout().hasColoredGlyphs())
+        return;
+    m_isStencil = true;
+    performWithoutAnimation([&] { layer()->setContentsTintColor(color); });
     setNeedsDisplay();
+}
+
+void UILabel::ceaseToBeStencil()
+{
+    if (!std::exchange(m_isStencil, false))
+        return;
+    layer()->removeAnimationForKey(CAKeyPath::key(CAProperty::ContentsTintColor));
+    performWithoutAnimation([this] { layer()->setContentsTintColor(nullptr); });
 }
 
 void UILabel::setFont(std::shared_ptr<UIFont> font)
@@ -84,6 +107,8 @@ void UILabel::textDidChange()
 {
     m_layout.reset();
     m_naturalSize.reset();
+    if (m_isStencil && drawnLayout().hasColoredGlyphs())
+        ceaseToBeStencil();
     setNeedsDisplay();
     invalidateIntrinsicContentSize();
 }
@@ -192,5 +217,8 @@ LayoutBaseline UILabel::lastBaselinePlace() const
 void UILabel::drawRect(const CGRect& rect, CGContext& context)
 {
     const CGPoint origin(rect.left(), rect.top() + textTop());
-    drawnLayout().draw(context, origin, *m_textColor);
+    if (m_isStencil)
+        drawnLayout().draw(context, origin, QColor(Qt::black));
+    else
+        drawnLayout().draw(context, origin, *m_textColor);
 }

@@ -2,6 +2,10 @@
 //
 // The text stands in the middle of the height. What does not fit ends in an ellipsis. A label takes no
 // touches.
+//
+// A text colour that changes with the tint inside an animation block shifts with the block. For that the
+// bitmap becomes a stencil: only its alpha counts, and the layer fills it with the colour. A text in glyphs
+// of several colours, such as emoji, is never a stencil, and changes at once.
 #pragma once
 
 #include "platform/graphics/TextLayout.h"
@@ -51,6 +55,8 @@ protected:
 
 private:
     void textDidChange();
+    void becomeStencil(const std::shared_ptr<UIColor>& color);
+    void ceaseToBeStencil();
     const TextLayout& layoutFor(CGFloat width, int maximumLines) const;
     const TextLayout& drawnLayout() const;
     CGSize naturalSize() const;
@@ -60,6 +66,7 @@ private:
     NSString m_text;
     std::shared_ptr<UIColor> m_textColor;
     TextStyle m_style;
+    bool m_isStencil = false;
     CGFloat m_preferredMaxLayoutWidth = 0;
     mutable std::optional<CGSize> m_naturalSize; // of the unbroken text; none after a change
     mutable std::optional<TextLayout> m_layout; // the last one asked for; none after a change

@@ -3,6 +3,8 @@
 #include "platform/graphics/CGContext.h"
 
 #include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QRawFont>
 #include <QTextBoundaryFinder>
 
 namespace {
@@ -37,6 +39,15 @@ Qt::TextElideMode elideMode(NSLineBreakMode mode)
     if (mode == NSLineBreakMode::ByTruncatingHead)
         return Qt::ElideLeft;
     return mode == NSLineBreakMode::ByTruncatingMiddle ? Qt::ElideMiddle : Qt::ElideRight;
+}
+
+// Whether the font's file holds glyphs in colours: as pictures or as layers, in the tables that OpenType has
+// for them.
+bool isColored(const QRawFont& font)
+{
+    static constexpr const char* tables[] = { "CBDT", "sbix", "COLR", "SVG " };
+    return std::any_of(std::begin(tables), std::end(tables),
+        [&](const char* table) { return !font.fontTable(table).isEmpty(); });
 }
 
 // The last place up to the position that lies between characters that belong together.
@@ -179,6 +190,15 @@ CGFloat TextLayout::firstBaseline() const { return m_font->ascender(); }
 CGFloat TextLayout::lastBaseline() const
 {
     return m_font->ascender() + std::max(0, lineCount() - 1) * m_font->lineHeight();
+}
+
+bool TextLayout::hasColoredGlyphs() const
+{
+    return std::any_of(m_lines.begin(), m_lines.end(), [](const Line& line) {
+        const auto runs = line.layout->lineAt(line.index).glyphRuns();
+        return std::any_of(
+            runs.begin(), runs.end(), [](const QGlyphRun& run) { return isColored(run.rawFont()); });
+    });
 }
 
 void TextLayout::draw(CGContext& context, const CGPoint& origin, const UIColor& color) const

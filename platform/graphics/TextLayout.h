@@ -47,6 +47,9 @@ public:
     int lineCount() const { return static_cast<int>(m_lines.size()); }
     // Whether an ellipsis stands for a part of the text.
     bool isTruncated() const { return m_truncated; }
+    // Whether some of it is drawn in the colours of its font, such as emoji, and not in the text colour
+    // alone.
+    bool hasColoredGlyphs() const;
     // From the top of the first line.
     CGFloat firstBaseline() const;
     CGFloat lastBaseline() const;

@@ -339,6 +339,9 @@ std::shared_ptr<CAAnimation> CALayer::actionForKey(const NSString& key)
     const CAKeyPath path(key);
     if (!m_tree || !path.isValid() || CATransaction::disableActions())
         return nullptr;
+    if (const CATransaction::ActionMaker maker = CATransaction::actionMaker())
+        if (const CAActionAnswer answer = maker(*this, key))
+            return *answer;
     if (path.property() == CAProperty::Path)
         return nullptr; // paths of different lines and curves do not go over into each other
     const auto animation = CABasicAnimation::animationWithKeyPath(key);

@@ -134,7 +134,8 @@ public:
     bool hasAnimations() const;
 
     // The animation that a change of the property is to have, or nil. Asks the delegate, then, where the
-    // layer is in a window and actions are not disabled, makes a basic animation from the shown value.
+    // layer is in a window and actions are not disabled, the transaction, or else makes a basic animation
+    // from the shown value.
     virtual std::shared_ptr<CAAnimation> actionForKey(const NSString& key);
 
     // What is shown now, and at a time of the media clock.

@@ -12,6 +12,7 @@ struct Transaction {
     double animationDuration = 0.25;
     std::shared_ptr<CAMediaTimingFunction> animationTimingFunction;
     bool disableActions = false;
+    CATransaction::ActionMaker actionMaker;
     std::shared_ptr<CATransactionCompletion> ownCompletion;
     std::shared_ptr<CATransactionCompletion> outerCompletion;
 
@@ -82,6 +83,10 @@ void CATransaction::setAnimationTimingFunction(std::shared_ptr<CAMediaTimingFunc
 bool CATransaction::disableActions() { return current().disableActions; }
 
 void CATransaction::setDisableActions(bool disable) { changing().disableActions = disable; }
+
+const CATransaction::ActionMaker& CATransaction::actionMaker() { return current().actionMaker; }
+
+void CATransaction::setActionMaker(ActionMaker maker) { changing().actionMaker = std::move(maker); }
 
 void CATransaction::setCompletionBlock(std::function<void()> block)
 {

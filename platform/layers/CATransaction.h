@@ -5,6 +5,7 @@
 // implicit one, which ends with the frame and then starts anew with the defaults. Main thread only.
 #pragma once
 
+#include "platform/layers/CALayerDelegate.h"
 #include "platform/layers/CAMediaTimingFunction.h"
 
 #include <functional>
@@ -29,6 +30,11 @@ public:
     // Whether changes of properties take effect at once.
     static bool disableActions();
     static void setDisableActions(bool);
+    // Asked for the animation of a layer's change where nobody else has answered, before the layer makes one
+    // of its own; null by default.
+    using ActionMaker = std::function<CAActionAnswer(const CALayer& layer, const NSString& key)>;
+    static const ActionMaker& actionMaker();
+    static void setActionMaker(ActionMaker maker);
     // Called once when every animation added after this call, until the commit, has ended or been removed;
     // within the commit when there is none.
     static void setCompletionBlock(std::function<void()>);

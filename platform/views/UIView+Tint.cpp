@@ -2,6 +2,7 @@
 
 #include "platform/graphics/DimmedColor.h"
 #include "platform/layers/CAModelChanges.h"
+#include "platform/views/TintMotion.h"
 #include "platform/views/UIView.h"
 
 std::shared_ptr<UIColor> UIView::undimmedTintColor() const
@@ -82,13 +83,19 @@ void UIView::tellInheritedTintChange(TintChange inherited)
     if (own.color || own.mode)
         tellTintChange(own);
     else if (followsInheritedTint() && (inherited.color || inherited.mode))
-        tintColorDidChange(); // the tint itself stays, so the subviews have nothing to be told
+        tellOwnTintChange(); // the tint itself stays, so the subviews have nothing to be told
+}
+
+void UIView::tellOwnTintChange()
+{
+    const TintMotion motion;
+    tintColorDidChange();
 }
 
 void UIView::tellTintChange(TintChange own)
 {
     const auto keepAlive = shared_from_this();
-    tintColorDidChange();
+    tellOwnTintChange();
     const auto subviews = m_subviews;
     for (const auto& view : subviews)
         if (view->m_superview == this)

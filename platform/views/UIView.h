@@ -283,6 +283,7 @@ private:
     void tellTintChangeSince(const InheritedTint& before);
     void tellInheritedTintChange(TintChange inherited);
     void tellTintChange(TintChange own);
+    void tellOwnTintChange();
     bool takesTouches() const;
     bool hasPendingConstraintUpdate() const
     {
