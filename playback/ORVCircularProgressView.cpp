@@ -36,7 +36,7 @@ const NSString& spinKey()
     return key;
 }
 
-// Changes without the layers' own motions, which would lag behind a path that does not move.
+// Changes without the layers' own motions.
 template <typename Change> void atOnce(const Change& change)
 {
     const CATransaction::Guard transaction;
@@ -217,7 +217,7 @@ void ORVCircularProgressView::updateSublayers()
     const double radius = std::min(rect.width(), rect.height()) / 2 - m_trackWidth / 2;
     const CGPathRef circle
         = UIBezierPath::bezierPathWithArcCenter(center, radius, startAngle, endAngle, clockwise)->cgPath();
-    atOnce([&] {
+    placeSublayers([&] {
         for (const auto& sublayer : { m_trackLayer, m_progressLayer }) {
             sublayer->setBounds(rect);
             sublayer->setPosition(center);

@@ -214,8 +214,26 @@ LayoutBaseline UILabel::lastBaselinePlace() const
     return { first.fraction, first.offset + (lineCount() - 1) * m_style.font->lineHeight() };
 }
 
+// On the way to another size the text keeps its own and stays at its place in the bounds.
+CAContentsGravity UILabel::gravityOfText() const
+{
+    switch (m_style.alignment) {
+    case NSTextAlignment::Left:
+        return CAContentsGravity::Left;
+    case NSTextAlignment::Center:
+        return CAContentsGravity::Center;
+    case NSTextAlignment::Right:
+        return CAContentsGravity::Right;
+    case NSTextAlignment::Natural:
+        break;
+    }
+    return drawnLayout().isRightToLeft() ? CAContentsGravity::Right : CAContentsGravity::Left;
+}
+
 void UILabel::drawRect(const CGRect& rect, CGContext& context)
 {
+    if (contentMode() == UIViewContentMode::ScaleToFill)
+        layer()->setContentsGravity(gravityOfText());
     const CGPoint origin(rect.left(), rect.top() + textTop());
     if (m_isStencil)
         drawnLayout().draw(context, origin, QColor(Qt::black));

@@ -6,6 +6,8 @@
 // A text colour that changes with the tint inside an animation block shifts with the block. For that the
 // bitmap becomes a stencil: only its alpha counts, and the layer fills it with the colour. A text in glyphs
 // of several colours, such as emoji, is never a stencil, and changes at once.
+//
+// While an animation changes the label's size, the text keeps its own and moves along.
 #pragma once
 
 #include "platform/graphics/TextLayout.h"
@@ -61,6 +63,7 @@ private:
     const TextLayout& drawnLayout() const;
     CGSize naturalSize() const;
     CGFloat textTop() const;
+    CAContentsGravity gravityOfText() const;
     int lineCount() const;
 
     NSString m_text;

@@ -45,6 +45,8 @@ public:
     // The widest line and all line heights. A text without characters measures 0 × 0.
     CGSize size() const { return m_size; }
     int lineCount() const { return static_cast<int>(m_lines.size()); }
+    // Whether the first line begins at the right.
+    bool isRightToLeft() const { return !m_lines.empty() && m_lines.front().rightToLeft; }
     // Whether an ellipsis stands for a part of the text.
     bool isTruncated() const { return m_truncated; }
     // Whether some of it is drawn in the colours of its font, such as emoji, and not in the text colour

@@ -2,6 +2,8 @@
 
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/graphics/UIColor.h"
+#include "platform/layers/CABasicAnimation.h"
+#include "platform/layers/CATransaction.h"
 #include "platform/layers/FiniteNumbers.h"
 #include "platform/views/Autoresizing.h"
 #include "platform/views/UIGestureRecognizer.h"
@@ -237,6 +239,28 @@ CAActionAnswer UIView::actionForLayerForKey(CALayer& layer, const NSString& key)
         if (const auto view = weakView.lock())
             --view->m_interactionBlocks;
     });
+}
+
+// Each change gets a copy of the motion under way, from the value that is shown: the same times, the same
+// pace, and held with it where it is held.
+void UIView::placeSublayers(const std::function<void()>& changes)
+{
+    const CATransaction::Guard transaction;
+    const auto resizing = std::dynamic_pointer_cast<const CABasicAnimation>(
+        m_layer->animationForKey(CAKeyPath::key(CAProperty::Bounds)));
+    if (!resizing)
+        CATransaction::setDisableActions(true);
+    CATransaction::setActionMaker([resizing](const CALayer& layer, const NSString& key) -> CAActionAnswer {
+        const auto along = std::static_pointer_cast<CABasicAnimation>(resizing->copy());
+        along->setKeyPath(key);
+        along->setFromValue(CAKeyPath(key).value(layer.presentationValues()));
+        along->setToValue({});
+        along->setByValue({});
+        along->setDelegate({});
+        along->setCompletion(nullptr);
+        return along;
+    });
+    changes();
 }
 
 void UIView::animate(double duration, const Animations& animations, Completion completion)

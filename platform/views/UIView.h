@@ -135,6 +135,9 @@ public:
     void layoutIfNeeded();
     // Comes after the subviews have the frames that constraints have found for them.
     virtual void layoutSubviews() { }
+    // For layers of the view's own in layoutSubviews(): while an animation changes the view's size, what
+    // changes inside goes along with it, else it changes at once.
+    void placeSublayers(const std::function<void()>& changes);
     // Asks for updateConstraints() before the next layout.
     void setNeedsUpdateConstraints();
     bool needsUpdateConstraints() const { return m_needsUpdateConstraints; }

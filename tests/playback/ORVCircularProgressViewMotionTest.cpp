@@ -1,4 +1,5 @@
 #include "platform/layers/CABasicAnimation.h"
+#include "platform/layers/CAMotionGroup.h"
 #include "playback/ORVCircularProgressView.h"
 #include "tests/platform/host/SceneStage.h"
 #include "tests/playback/CircularProgressFixture.h"
@@ -318,6 +319,101 @@ TEST_F(ORVCircularProgressViewMotionTest, AStepOfProgressChangesNothingInAFrameB
         }
         EXPECT_EQ(item, before.items[index]) << "the path is the same object";
     }
+}
+
+// --- A changing size -----------------------------------------------------------------------------------
+
+class ORVCircularProgressViewSizeTest : public CircularProgressFixture {
+protected:
+    // Where the circle of a layer is shown now, in the ring's coordinates.
+    static CGRect circleOf(const CALayer& circle)
+    {
+        const CALayerValues shown = circle.presentationValues();
+        return shown.path ? shown.transformToSuperlayer().mapRect(shown.path->controlPointRect()) : CGRect();
+    }
+    void expectCirclesInTheirFrame() const
+    {
+        const CGRect around = ring->layer()->presentationValues().bounds;
+        const double side = std::min(around.width(), around.height());
+        CGRect expected(0, 0, side - ring->trackWidth(), side - ring->trackWidth());
+        expected.moveCenter(around.center());
+        for (const CALayer* circle : std::initializer_list<const CALayer*> { &track(), &arc() }) {
+            const CGRect shown = circleOf(*circle);
+            EXPECT_NEAR(shown.x(), expected.x(), 1e-6);
+            EXPECT_NEAR(shown.y(), expected.y(), 1e-6);
+            EXPECT_NEAR(shown.width(), expected.width(), 1e-6);
+            EXPECT_NEAR(shown.height(), expected.height(), 1e-6);
+            EXPECT_EQ(circle->presentationValues().lineWidth, ring->trackWidth());
+        }
+    }
+};
+
+TEST_F(ORVCircularProgressViewSizeTest, ResizedInsideAnAnimationTheRingMovesWithItsFrame)
+{
+    for (const bool laysOutInside : { true, false }) {
+        for (const CGRect& target : { CGRect(50, 200, 100, 100), CGRect(100, 100, 30, 60) }) {
+            UIView::animate(0.4, [&] {
+                ring->setFrame(target);
+                if (laysOutInside)
+                    ring->layoutIfNeeded();
+            });
+            for (int step = 0; step < 30; ++step) {
+                runFrames();
+                expectCirclesInTheirFrame();
+                scheduler.advance(1.0 / 60);
+            }
+            EXPECT_EQ(ring->layer()->presentationValues().bounds.size(), target.size());
+            EXPECT_FALSE(track().hasAnimations());
+        }
+    }
+}
+
+TEST_F(ORVCircularProgressViewSizeTest, OneThatIsTurnedBackOnItsWayGoesOnFromWhereItIs)
+{
+    UIView::animate(0.4, [&] {
+        ring->setFrame({ 50, 200, 100, 100 });
+        ring->layoutIfNeeded();
+    });
+    scheduler.advance(0.2);
+    const CGRect before = circleOf(track());
+    UIView::animate(0.4, [&] {
+        ring->setFrame({ 100, 100, 44, 44 });
+        ring->layoutIfNeeded();
+    });
+    EXPECT_NEAR(circleOf(track()).width(), before.width(), 1e-9);
+    for (int step = 0; step < 30; ++step) {
+        scheduler.advance(1.0 / 60);
+        expectCirclesInTheirFrame();
+    }
+}
+
+TEST_F(ORVCircularProgressViewSizeTest, HeldWithItsFrameTheRingStaysInIt)
+{
+    const auto group = make<CAMotionGroup>();
+    {
+        const CAMotionGroup::Collection collection(group);
+        UIView::animate(0.4, [&] { ring->setFrame({ 50, 200, 100, 100 }); });
+    }
+    runFrames(); // the layout comes with the frame
+    for (const double fraction : { 0.5, 1.0, 0.25, 0.0 }) {
+        group->setFraction(fraction);
+        scheduler.advance(0.1);
+        expectCirclesInTheirFrame();
+    }
+    group->cancel();
+    scheduler.advance(0.5);
+    group->settle(CAMotionGroup::Outcome::TakenBack);
+    runFrames();
+    expectCirclesInTheirFrame();
+    EXPECT_EQ(circleOf(track()), CGRect(1, 1, 42, 42));
+}
+
+TEST_F(ORVCircularProgressViewSizeTest, ResizedOutsideOfAnAnimationTheRingIsThereAtOnce)
+{
+    ring->setFrame({ 50, 200, 100, 100 });
+    runFrames();
+    expectCirclesInTheirFrame();
+    EXPECT_FALSE(track().hasAnimations());
 }
 
 } // namespace

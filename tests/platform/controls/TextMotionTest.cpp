@@ -140,4 +140,35 @@ TEST_F(TextMotionTest, ATextThatIsChangedAfterItsTintHasShiftedIsDrawnInTheNewCo
     EXPECT_EQ(inkOf(*label), QColor(Qt::red));
 }
 
+TEST_F(TextMotionTest, ATextInAChangingWidthIsNotSqueezed)
+{
+    struct Row {
+        NSTextAlignment alignment;
+        double share; // of the room left of the picture
+    };
+    for (const Row& row : { Row { NSTextAlignment::Left, 0 }, Row { NSTextAlignment::Natural, 0 },
+             Row { NSTextAlignment::Center, 0.5 }, Row { NSTextAlignment::Right, 1 } }) {
+        const auto label = addLabel({ 0, 0, 200, 30 });
+        label->setTextAlignment(row.alignment);
+        runFrames();
+        const double start = scheduler.now();
+        UIView::animate(0.4, 0, optionsOfCurve(UIViewAnimationCurve::Linear), [&] {
+            label->setFrame({ 0, 0, 100, 50 });
+        });
+        for (int step = 0; step < 8; ++step) {
+            showFrame();
+            const double share = (scheduler.now() - start) / 0.4;
+            const CGSize room(200 - 100 * share, 30 + 20 * share);
+            const FrameImage& picture = pictureOf(*label);
+            EXPECT_EQ(picture.rect.size(), CGSize(100, 50));
+            EXPECT_EQ(QSizeF(picture.image.size()) / 2, picture.rect.size())
+                << "a pixel of the bitmap for each";
+            EXPECT_NEAR(picture.rect.x(), (room.width() - 100) * row.share, 1e-6);
+            EXPECT_NEAR(picture.rect.y(), (room.height() - 50) / 2, 1e-6);
+            scheduler.advance(0.05);
+        }
+        label->removeFromSuperview();
+    }
+}
+
 } // namespace
