@@ -1,10 +1,22 @@
 #include "platform/foundation/KeyValueObservers.h"
 
 #include <algorithm>
+#include <atomic>
+
+namespace {
+
+std::atomic<std::int64_t> registrations = 0; // objects are observed on more threads than one
+
+} // namespace
+
+KeyValueObservers::~KeyValueObservers() { registrations -= static_cast<std::int64_t>(m_entries.size()); }
+
+std::int64_t KeyValueObservers::liveCount() { return registrations; }
 
 void KeyValueObservers::add(KeyValueObservation observation)
 {
     m_entries.push_back({ std::move(observation), m_nextSerial++ });
+    ++registrations;
 }
 
 bool KeyValueObservers::remove(const NSObject& observer, const NSString& keyPath, const void* context)
@@ -16,6 +28,7 @@ bool KeyValueObservers::remove(const NSObject& observer, const NSString& keyPath
     if (found == m_entries.rend())
         return false;
     m_entries.erase(std::next(found).base());
+    --registrations;
     return true;
 }
 

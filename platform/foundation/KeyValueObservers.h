@@ -17,10 +17,18 @@ struct KeyValueObservation {
 
 class KeyValueObservers {
 public:
+    KeyValueObservers() = default;
+    ~KeyValueObservers();
+    KeyValueObservers(const KeyValueObservers&) = delete;
+    KeyValueObservers& operator=(const KeyValueObservers&) = delete;
+
     void add(KeyValueObservation);
     // Answers whether there was such a registration.
     bool remove(const NSObject& observer, const NSString& keyPath, const void* context);
     void notify(NSObject& object, const NSString& key);
+
+    // How many registrations there are with all objects together.
+    static std::int64_t liveCount();
 
 private:
     struct Entry {

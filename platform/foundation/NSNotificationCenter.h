@@ -32,6 +32,9 @@ public:
     // Removes every registration of the object, as its destructor does.
     void removeObserver(const NSObject& observer);
 
+    // How many registrations there are; what an observer left behind that is gone counts until the next post.
+    std::size_t observerCount() const { return m_registrations.size(); }
+
     void post(const NSString& name, const std::shared_ptr<NSObject>& object = nullptr);
 
 private:

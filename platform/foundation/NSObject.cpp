@@ -1,14 +1,15 @@
 #include "platform/foundation/NSObject.h"
 
 #include "platform/foundation/KeyValueObservers.h"
+#include "platform/foundation/LiveObjects.h"
 #include "platform/foundation/NSAssertionHandler.h"
 
 #include <cxxabi.h>
 
 #include <cstdlib>
 
-NSObject::NSObject() = default;
-NSObject::~NSObject() = default;
+NSObject::NSObject() { LiveObjects::added(*this); }
+NSObject::~NSObject() { LiveObjects::removed(*this); }
 
 NSString NSObject::nameOfClass(const std::type_info& type)
 {

@@ -45,6 +45,8 @@ public:
     void performAfterDelay(const Action&, double delay);
     // Takes back every delayed perform of an equal action.
     void cancelPreviousPerforms(const Action&);
+    // Timers and performs that wait, a repeating one counted once.
+    std::size_t pendingTimerCount() const { return m_timers.size(); }
 
     // Asks for a frame at the next refresh of the display. Asking again before it comes changes nothing.
     void requestFrame();

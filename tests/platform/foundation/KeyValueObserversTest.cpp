@@ -114,6 +114,18 @@ TEST_F(KeyValueObservingTest, RemovalTakesOneRegistrationOfTheSameContext)
     EXPECT_THAT(log, ElementsAre("playing"));
 }
 
+TEST_F(KeyValueObservingTest, CountsTheRegistrationsThatAreInForce)
+{
+    const std::int64_t before = KeyValueObservers::liveCount();
+    subject->addObserver(*observer, playing, &contextOfTest);
+    subject->addObserver(*observer, playing, &otherContext);
+    EXPECT_EQ(KeyValueObservers::liveCount(), before + 2);
+    subject->removeObserver(*observer, playing, &contextOfTest);
+    EXPECT_EQ(KeyValueObservers::liveCount(), before + 1);
+    subject = nullptr; // what was observed goes, and its registrations with it
+    EXPECT_EQ(KeyValueObservers::liveCount(), before);
+}
+
 TEST_F(KeyValueObservingTest, RemovingWhatWasNeverAddedIsAProgrammingError)
 {
     AssertionRecorder recorder;

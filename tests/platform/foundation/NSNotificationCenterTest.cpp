@@ -84,8 +84,10 @@ TEST_F(NSNotificationCenterTest, AnObserverThatIsGoneKeepsNobodyFromHearing)
     center.addObserver(hearing(listener), background);
     center.addObserver(hearing(other), background);
     listener.reset();
+    EXPECT_EQ(center.observerCount(), 2u);
     center.post(background);
     EXPECT_EQ(other->heard, 1);
+    EXPECT_EQ(center.observerCount(), 1u) << "what it left behind is gone";
 }
 
 TEST_F(NSNotificationCenterTest, AnObserverMayBeDroppedInsideItsNotification)

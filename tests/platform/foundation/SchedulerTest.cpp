@@ -257,10 +257,13 @@ TEST_F(SchedulerTest, CancellingTakesBackEveryEqualPerformAndNoOther)
     scheduler.performAfterDelay({ counter, &Counter::count }, 0.15);
     scheduler.performAfterDelay({ counter, &Counter::count }, 0.4);
     scheduler.performAfterDelay({ other, &Counter::count }, 0.4);
+    EXPECT_EQ(scheduler.pendingTimerCount(), 3u);
     scheduler.cancelPreviousPerforms({ counter, &Counter::count });
+    EXPECT_EQ(scheduler.pendingTimerCount(), 1u);
     scheduler.advance(1);
     EXPECT_EQ(counter->calls, 0);
     EXPECT_EQ(other->calls, 1);
+    EXPECT_EQ(scheduler.pendingTimerCount(), 0u);
 }
 
 TEST_F(SchedulerTest, ADelayedPerformDoesNotKeepItsTarget)
