@@ -2,11 +2,10 @@
 
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/layout/LayoutIsland.h"
-#include "platform/layout/UILayoutGuide.h"
 
 namespace {
 
-bool isInside(const LayoutItem* item, const LayoutContainer& container)
+bool isInside(const LayoutItem* item, const LayoutItem& container)
 {
     while (item && item != &container)
         item = item->layoutContainer();
@@ -43,7 +42,7 @@ void LayoutContainer::addConstraint(const std::shared_ptr<NSLayoutConstraint>& c
     if (!contained)
         return;
     constraint->setActive(false);
-    hold({}, constraint);
+    hold(constraint);
 }
 
 void LayoutContainer::addConstraints(std::span<const std::shared_ptr<NSLayoutConstraint>> constraints)
@@ -65,14 +64,14 @@ void LayoutContainer::removeConstraints(std::span<const std::shared_ptr<NSLayout
             removeConstraint(*constraint);
 }
 
-void LayoutContainer::hold(Key, const std::shared_ptr<NSLayoutConstraint>& constraint)
+void LayoutContainer::hold(const std::shared_ptr<NSLayoutConstraint>& constraint)
 {
     m_constraints.push_back(constraint);
     constraint->setHolder({}, this);
     LayoutIsland::add(*constraint);
 }
 
-void LayoutContainer::release(Key, NSLayoutConstraint& constraint)
+void LayoutContainer::release(NSLayoutConstraint& constraint)
 {
     LayoutIsland::remove(constraint);
     constraint.setHolder({}, nullptr);
@@ -95,9 +94,10 @@ void LayoutContainer::collectOutsideConstraints(
     const LayoutContainer& inside, std::vector<std::shared_ptr<NSLayoutConstraint>>& found)
 {
     const auto collectFrom = [&](const LayoutItem& item) {
-        if (!item.layoutNode())
+        const LayoutNode* const node = LayoutNode::of(item);
+        if (!node)
             return;
-        for (NSLayoutConstraint* const constraint : item.layoutNode()->constraints())
+        for (NSLayoutConstraint* const constraint : node->constraints())
             if (!isInside(constraint->holder(), inside))
                 found.push_back(std::static_pointer_cast<NSLayoutConstraint>(constraint->shared_from_this()));
     };
@@ -114,7 +114,7 @@ void LayoutContainer::leaveLayout()
     for (const auto& guide : m_guides)
         guide->setOwner({}, nullptr);
     m_guides.clear();
-    dropLayoutNode();
+    dropLayoutListener();
 }
 
 // --- Priorities --------------------------------------------------------------------------------------
@@ -154,8 +154,8 @@ void LayoutContainer::addLayoutGuide(const std::shared_ptr<UILayoutGuide>& guide
 {
     if (!guide || guide->owningView() == this)
         return;
-    if (LayoutContainer* const owner = guide->owningView())
-        owner->removeLayoutGuide(*guide);
+    if (LayoutItem* const owner = guide->owningView())
+        static_cast<LayoutContainer*>(owner)->removeLayoutGuide(*guide); // containers alone own guides
     m_guides.push_back(guide);
     guide->setOwner({}, this);
 }
@@ -173,8 +173,8 @@ void LayoutContainer::removeLayoutGuide(UILayoutGuide& guide)
 
 void LayoutContainer::placeItem(LayoutItem& item)
 {
-    LayoutNode* const node = item.layoutNode();
-    const auto island = node ? node->island() : nullptr;
+    const LayoutNode* const node = LayoutNode::of(item);
+    const auto island = node ? LayoutIsland::islandOf(*node) : nullptr;
     if (!island)
         return;
     island->solve();

@@ -1,17 +1,14 @@
 // An item with items inside it, which holds the constraints between them: a view, as layout sees it.
 #pragma once
 
-#include "platform/layout/LayoutItem.h"
+#include "platform/layout/UILayoutGuide.h"
 
 #include <array>
 #include <functional>
 #include <span>
 #include <vector>
 
-class NSLayoutConstraint;
-class UILayoutGuide;
-
-class LayoutContainer : public LayoutItem {
+class LayoutContainer : public AnchoredLayoutItem, public NSLayoutConstraintHolder {
 public:
     // Whether the view's frame is its own affair and its superview's resizing's, which is so until this is
     // switched off; constraints find the frame then.
@@ -40,17 +37,9 @@ public:
     void addLayoutGuide(const std::shared_ptr<UILayoutGuide>& guide);
     void removeLayoutGuide(UILayoutGuide& guide);
     const std::vector<std::shared_ptr<UILayoutGuide>>& layoutGuides() const { return m_guides; }
-    // What a constraint alone may ask for: to be held, and no longer.
-    class Key {
-        friend class LayoutContainer;
-        friend class NSLayoutConstraint;
-        Key() = default;
-    };
-    void hold(Key, const std::shared_ptr<NSLayoutConstraint>& constraint);
-    void release(Key, NSLayoutConstraint& constraint);
 
-    // Something inside has another place now: a layout pass must come by.
-    virtual void layoutInsideDidChange() = 0;
+    LayoutContainer* layoutContainer() const override = 0;
+    void layoutInsideDidChange() override = 0;
 
 protected:
     LayoutContainer() = default;
@@ -66,6 +55,9 @@ protected:
     virtual void visitSubcontainers(const std::function<void(LayoutContainer&)>& visit) const = 0;
 
 private:
+    void hold(const std::shared_ptr<NSLayoutConstraint>& constraint) override;
+    void release(NSLayoutConstraint& constraint) override;
+    LayoutItem& holdingItem() override { return *this; }
     void collectOutsideConstraints(
         const LayoutContainer& inside, std::vector<std::shared_ptr<NSLayoutConstraint>>& found);
 

@@ -1,17 +1,8 @@
 #include "platform/layout/LayoutItem.h"
 
-#include "platform/layout/LayoutNode.h"
-
 LayoutItem::LayoutItem() = default;
 
 LayoutItem::~LayoutItem() = default;
-
-LayoutNode& LayoutItem::ensureLayoutNode()
-{
-    if (!m_node)
-        m_node = std::make_unique<LayoutNode>(*this);
-    return *m_node;
-}
 
 CGSize LayoutItem::layoutContentSize() const { return { UIViewNoIntrinsicMetric, UIViewNoIntrinsicMetric }; }
 
@@ -25,27 +16,32 @@ UILayoutPriority LayoutItem::contentCompressionResistancePriority(UILayoutConstr
     return UILayoutPriorityDefaultHigh;
 }
 
+void LayoutItem::setLayoutListener(Key, std::unique_ptr<LayoutItemListener> listener)
+{
+    m_listener = std::move(listener);
+}
+
 void LayoutItem::layoutFrameDidChange()
 {
-    if (m_node)
-        m_node->givenFrameDidChange();
+    if (m_listener)
+        m_listener->givenFrameDidChange();
 }
 
 void LayoutItem::layoutContentDidChange()
 {
-    if (m_node)
-        m_node->contentDidChange();
+    if (m_listener)
+        m_listener->contentDidChange();
 }
 
 void LayoutItem::layoutRoleDidChange()
 {
-    if (m_node)
-        m_node->roleDidChange();
+    if (m_listener)
+        m_listener->roleDidChange();
 }
 
-void LayoutItem::dropLayoutNode()
+void LayoutItem::dropLayoutListener()
 {
-    if (m_node)
-        m_node->deactivateConstraints();
-    m_node = nullptr;
+    if (m_listener)
+        m_listener->itemWillLeave();
+    m_listener = nullptr;
 }

@@ -1,39 +1,33 @@
-// What constraints speak of: a view or a guide, a rectangle in the coordinates of the container around it.
+// What constraints relate: a view or a guide, a rectangle in the coordinates of the container around it.
 //
 // The frame of an item is either given from outside, and then constraints only read it, or found by
-// constraints. What constraints do not say about an item's frame stays as it is.
+// constraints. What constraints do not say about an item's frame stays as it is. Knows nothing of
+// constraints: whoever solves them listens to the item.
 #pragma once
 
 #include "platform/foundation/FoundationTypes.h"
 #include "platform/graphics/Geometry.h"
 #include "platform/layout/LayoutTypes.h"
-#include "platform/layout/NSLayoutAnchor.h"
 
 #include <memory>
 
-class LayoutContainer;
-class LayoutNode;
+// Hears from an item what constraints depend on. The item owns it.
+class LayoutItemListener {
+public:
+    virtual ~LayoutItemListener() = default;
+    virtual void givenFrameDidChange() = 0; // or the insets
+    virtual void contentDidChange() = 0; // its size, its priorities or its baselines
+    virtual void roleDidChange() = 0; // whether the frame is given
+    virtual void itemWillLeave() = 0; // nothing may refer to the item afterwards
+};
 
 class LayoutItem {
 public:
     LayoutItem(const LayoutItem&) = delete;
     LayoutItem& operator=(const LayoutItem&) = delete;
 
-    NSLayoutXAxisAnchor leftAnchor() { return { *this, NSLayoutAttribute::Left }; }
-    NSLayoutXAxisAnchor rightAnchor() { return { *this, NSLayoutAttribute::Right }; }
-    NSLayoutXAxisAnchor leadingAnchor() { return { *this, NSLayoutAttribute::Leading }; }
-    NSLayoutXAxisAnchor trailingAnchor() { return { *this, NSLayoutAttribute::Trailing }; }
-    NSLayoutXAxisAnchor centerXAnchor() { return { *this, NSLayoutAttribute::CenterX }; }
-    NSLayoutYAxisAnchor topAnchor() { return { *this, NSLayoutAttribute::Top }; }
-    NSLayoutYAxisAnchor bottomAnchor() { return { *this, NSLayoutAttribute::Bottom }; }
-    NSLayoutYAxisAnchor centerYAnchor() { return { *this, NSLayoutAttribute::CenterY }; }
-    NSLayoutYAxisAnchor firstBaselineAnchor() { return { *this, NSLayoutAttribute::FirstBaseline }; }
-    NSLayoutYAxisAnchor lastBaselineAnchor() { return { *this, NSLayoutAttribute::LastBaseline }; }
-    NSLayoutDimension widthAnchor() { return { *this, NSLayoutAttribute::Width }; }
-    NSLayoutDimension heightAnchor() { return { *this, NSLayoutAttribute::Height }; }
-
-    // The container that the frame is in; null for one that stands alone.
-    virtual LayoutContainer* layoutContainer() const = 0;
+    // The item that the frame is in; null for one that stands alone.
+    virtual LayoutItem* layoutContainer() const = 0;
     // This item as a reference that others may keep weakly.
     virtual std::shared_ptr<LayoutItem> layoutReference() = 0;
     // How reports call the item.
@@ -50,6 +44,8 @@ public:
 
     // The item that margin attributes of this one speak of.
     virtual LayoutItem& layoutMarginsItem() { return *this; }
+    // For a container: something inside has another place now, a layout pass must come by.
+    virtual void layoutInsideDidChange() { }
 
     // The size that the content has by itself; UIViewNoIntrinsicMetric where it has none.
     virtual CGSize layoutContentSize() const;
@@ -59,22 +55,27 @@ public:
     virtual LayoutBaseline firstBaselinePlace() const { return { 0, 0 }; }
     virtual LayoutBaseline lastBaselinePlace() const { return { 1, 0 }; }
 
-    // What the engine keeps for the item; null while no constraint mentions it.
-    LayoutNode* layoutNode() const { return m_node.get(); }
-    LayoutNode& ensureLayoutNode();
+    // Null while no constraint mentions the item.
+    LayoutItemListener* layoutListener() const { return m_listener.get(); }
+    class Key {
+        friend class LayoutNode;
+        Key() = default;
+    };
+    void setLayoutListener(Key, std::unique_ptr<LayoutItemListener>);
 
 protected:
     LayoutItem();
     ~LayoutItem(); // its constraints are out of force then
 
-    // To be called after a change of what the engine asks above. They cost nothing without constraints.
+    // To be called after a change of what is asked above. They cost nothing without constraints.
     void layoutFrameDidChange(); // of a given frame, or of the insets
-    void layoutContentDidChange(); // the content's size, its priorities or its baselines
+    void layoutContentDidChange();
     void layoutRoleDidChange(); // whether the frame is given
-    void dropLayoutNode();
+    // Puts every constraint that mentions the item out of force.
+    void dropLayoutListener();
 
 private:
-    std::unique_ptr<LayoutNode> m_node;
+    std::unique_ptr<LayoutItemListener> m_listener;
 };
 
 // An intrinsic width or height that an item does not have.

@@ -1,24 +1,37 @@
 #include "platform/layout/LayoutNode.h"
 
-#include "platform/layout/LayoutContainer.h"
-#include "platform/layout/LayoutIsland.h"
-
 #include <algorithm>
 
 LayoutNode::LayoutNode(LayoutItem& item)
     : m_item(item)
     , m_isGiven(item.hasGivenFrame())
 {
-    forgetUnknowns();
 }
 
-LayoutNode::~LayoutNode() = default;
-
-void LayoutNode::forgetUnknowns()
+LayoutNode& LayoutNode::ensure(LayoutItem& item)
 {
-    unknowns.fill(ConstraintSolver::Variable::None);
-    contentRules.fill({});
-    contentIsStale = true;
+    if (!item.layoutListener())
+        item.setLayoutListener({}, std::make_unique<LayoutNode>(item));
+    return *of(item);
+}
+
+void LayoutNode::removeConstraint(const NSLayoutConstraint& constraint)
+{
+    std::erase(m_constraints, &constraint);
+}
+
+bool LayoutNode::updateBaselines()
+{
+    const LayoutBaseline firstBefore = std::exchange(m_firstBaseline, m_item.firstBaselinePlace());
+    const LayoutBaseline lastBefore = std::exchange(m_lastBaseline, m_item.lastBaselinePlace());
+    return firstBefore != m_firstBaseline || lastBefore != m_lastBaseline;
+}
+
+void LayoutNode::forgetVariables()
+{
+    m_variables.fill(Variable::None);
+    m_contentConstraints.fill({});
+    m_contentIsStale = true;
 }
 
 double LayoutNode::givenValue(LayoutQuantity quantity) const
@@ -32,28 +45,17 @@ double LayoutNode::givenValue(LayoutQuantity quantity) const
     return numbers[static_cast<int>(quantity)];
 }
 
-void LayoutNode::addReader(LayoutIsland& island)
+void LayoutNode::addReader(LayoutNodeListener& island)
 {
     if (std::find(m_readers.begin(), m_readers.end(), &island) == m_readers.end())
         m_readers.push_back(&island);
 }
 
-void LayoutNode::removeReader(const LayoutIsland& island) { std::erase(m_readers, &island); }
-
-void LayoutNode::removeConstraint(const NSLayoutConstraint& constraint)
-{
-    std::erase(m_constraints, &constraint);
-}
-
-void LayoutNode::deactivateConstraints()
-{
-    while (!m_constraints.empty())
-        m_constraints.back()->setActive(false);
-}
+bool LayoutNode::removeReader(const LayoutNodeListener& island) { return std::erase(m_readers, &island) > 0; }
 
 void LayoutNode::givenFrameDidChange()
 {
-    for (LayoutIsland* const island : m_readers)
+    for (LayoutNodeListener* const island : m_readers)
         island->givenFrameDidChange(*this);
 }
 
@@ -65,14 +67,20 @@ void LayoutNode::contentDidChange()
 
 void LayoutNode::roleDidChange()
 {
-    if (std::exchange(m_isGiven, m_item.hasGivenFrame()) == m_isGiven)
+    const bool wasGiven = std::exchange(m_isGiven, m_item.hasGivenFrame());
+    if (wasGiven == m_isGiven)
         return;
-    std::vector<std::shared_ptr<LayoutIsland>> islands;
-    for (const NSLayoutConstraint* const constraint : m_constraints) {
-        auto island = LayoutIsland::islandOf(*constraint);
-        if (std::find(islands.begin(), islands.end(), island) == islands.end())
-            islands.push_back(std::move(island));
-    }
+    std::vector<std::shared_ptr<LayoutNodeListener>> islands;
+    for (LayoutNodeListener* const island : m_readers)
+        islands.push_back(island->shared_from_this());
+    if (m_island)
+        islands.push_back(m_island);
     for (const auto& island : islands)
-        island->rebuild();
+        island->roleDidChange();
+}
+
+void LayoutNode::itemWillLeave()
+{
+    while (!m_constraints.empty())
+        m_constraints.back()->setActive(false);
 }

@@ -1,78 +1,90 @@
-// What the layout engine keeps for one item: its four numbers, and which constraints mention it.
+// What the layout engine keeps for one item. Items are the nodes of a graph whose edges are constraints.
 //
-// The numbers of a free item are unknowns of the one island that the item belongs to. Those of an item whose
+// The numbers of a free item are variables of the one island that the item belongs to. Those of an item whose
 // frame is given are the same in every island that reads them, and join none of these islands together.
 #pragma once
 
-#include "platform/layout/LayoutItem.h"
-#include "platform/layout/solver/ConstraintSolver.h"
+#include "platform/layout/ContentConstraints.h"
+#include "platform/layout/LayoutQuantity.h"
+#include "platform/layout/NSLayoutConstraint.h"
 
 #include <array>
-#include <memory>
-#include <vector>
 
-class LayoutIsland;
-class NSLayoutConstraint;
+class LayoutNode;
 
-// The numbers of an item's frame; for an item that follows its container, the distances of its four edges.
-enum class LayoutQuantity { Left, Top, Width, Height };
-inline constexpr std::size_t layoutQuantityCount = 4;
-
-class LayoutNode {
+// Hears from the nodes that it solves for or reads: an island.
+class LayoutNodeListener : public std::enable_shared_from_this<LayoutNodeListener> {
 public:
-    explicit LayoutNode(LayoutItem& item);
-    ~LayoutNode();
-    LayoutNode(const LayoutNode&) = delete;
-    LayoutNode& operator=(const LayoutNode&) = delete;
+    virtual void givenFrameDidChange(const LayoutNode&) = 0;
+    virtual void contentDidChange(LayoutNode&) = 0;
+    virtual void roleDidChange() = 0; // of one of its nodes: it has to begin anew
+
+protected:
+    ~LayoutNodeListener() = default;
+};
+
+class LayoutNode final : public LayoutItemListener {
+public:
+    using Variable = ConstraintSolver::Variable;
+
+    explicit LayoutNode(LayoutItem&);
+    // Null while no constraint mentions the item.
+    static LayoutNode* of(const LayoutItem& item) { return static_cast<LayoutNode*>(item.layoutListener()); }
+    static LayoutNode& ensure(LayoutItem&);
 
     LayoutItem& item() const { return m_item; }
+    LayoutItem* container() const { return m_item.layoutContainer(); }
+
+    // The active constraints that mention the item.
+    void addConstraint(NSLayoutConstraint& constraint) { m_constraints.push_back(&constraint); }
+    void removeConstraint(const NSLayoutConstraint&);
+    const std::vector<NSLayoutConstraint*>& constraints() const { return m_constraints; }
 
     // --- Of a free item ------------------------------------------------------------------------------
 
     // The island that finds the frame; null while no constraint says anything about it.
-    const std::shared_ptr<LayoutIsland>& island() const { return m_island; }
-    void setIsland(std::shared_ptr<LayoutIsland> island) { m_island = std::move(island); }
-    // The unknowns in the island; None for a number that nothing is said about.
-    std::array<ConstraintSolver::Variable, layoutQuantityCount> unknowns;
-    // What the content asks for, along each axis: not to be larger, not to be smaller. And what every size
-    // asks for before anything else that is not required: not to turn negative.
-    struct ContentRules {
-        ConstraintSolver::Constraint hugging = ConstraintSolver::Constraint::None;
-        ConstraintSolver::Constraint resistance = ConstraintSolver::Constraint::None;
-        ConstraintSolver::Constraint notNegative = ConstraintSolver::Constraint::None;
-        double size = UIViewNoIntrinsicMetric;
-        UILayoutPriority huggingPriority = 0;
-        UILayoutPriority resistancePriority = 0;
-    };
-    std::array<ContentRules, 2> contentRules; // by axis
-    LayoutBaseline firstBaseline; // as the constraints that are in force know them
-    LayoutBaseline lastBaseline;
-    bool contentIsStale = false; // the rules of the content are to be asked for anew
-    void forgetUnknowns();
+    const std::shared_ptr<LayoutNodeListener>& island() const { return m_island; }
+    void setIsland(std::shared_ptr<LayoutNodeListener> island) { m_island = std::move(island); }
+    // The variable in the island; None for a number that nothing is said about.
+    Variable variable(LayoutQuantity quantity) const
+    {
+        return m_variables[static_cast<std::size_t>(quantity)];
+    }
+    void setVariable(LayoutQuantity quantity, Variable variable)
+    {
+        m_variables[static_cast<std::size_t>(quantity)] = variable;
+    }
+    ContentConstraints& contentConstraints(UILayoutConstraintAxis axis)
+    {
+        return m_contentConstraints[static_cast<std::size_t>(axis)];
+    }
+    // The content is to be asked for anew; whether that was so until now.
+    void markContent() { m_contentIsStale = true; }
+    bool takeContentMark() { return std::exchange(m_contentIsStale, false); }
+    // Takes over where the item's baselines are; whether they differ from what constraints know.
+    bool updateBaselines();
+    void forgetVariables();
 
     // --- Of an item with a given frame -----------------------------------------------------------------
 
     double givenValue(LayoutQuantity) const;
-    void addReader(LayoutIsland& island);
-    void removeReader(const LayoutIsland& island);
+    void addReader(LayoutNodeListener&);
+    bool removeReader(const LayoutNodeListener&); // whether it was one
 
-    // --- Of both -----------------------------------------------------------------------------------------
-
-    // The active constraints that mention the item.
-    void addConstraint(NSLayoutConstraint& constraint) { m_constraints.push_back(&constraint); }
-    void removeConstraint(const NSLayoutConstraint& constraint);
-    const std::vector<NSLayoutConstraint*>& constraints() const { return m_constraints; }
-    void deactivateConstraints();
-
-    void givenFrameDidChange();
-    void contentDidChange();
-    // Whether the frame is given may have changed: if so, the item's islands begin anew.
-    void roleDidChange();
+    void givenFrameDidChange() override;
+    void contentDidChange() override;
+    void roleDidChange() override;
+    void itemWillLeave() override;
 
 private:
     LayoutItem& m_item;
     bool m_isGiven;
-    std::shared_ptr<LayoutIsland> m_island;
-    std::vector<LayoutIsland*> m_readers; // islands that read a given frame
     std::vector<NSLayoutConstraint*> m_constraints;
+    std::shared_ptr<LayoutNodeListener> m_island;
+    std::array<Variable, layoutQuantityCount> m_variables {};
+    std::array<ContentConstraints, 2> m_contentConstraints; // by axis
+    LayoutBaseline m_firstBaseline; // as the constraints that are in force know them
+    LayoutBaseline m_lastBaseline;
+    bool m_contentIsStale = true;
+    std::vector<LayoutNodeListener*> m_readers; // islands that mention a given frame
 };

@@ -1,7 +1,5 @@
 #include "platform/layout/NSLayoutAnchor.h"
 
-#include "platform/layout/NSLayoutConstraint.h"
-
 std::shared_ptr<NSLayoutConstraint> NSLayoutAnchor::relate(
     NSLayoutRelation relation, const NSLayoutAnchor& other, double multiplier, double constant) const
 {

@@ -6,12 +6,7 @@
 // not compile. An anchor is a passing value: it must not outlive its item. Constraints are made inactive.
 #pragma once
 
-#include "platform/layout/LayoutTypes.h"
-
-#include <memory>
-
-class LayoutItem;
-class NSLayoutConstraint;
+#include "platform/layout/NSLayoutConstraint.h"
 
 class NSLayoutAnchor {
 public:

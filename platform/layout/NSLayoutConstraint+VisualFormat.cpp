@@ -1,11 +1,12 @@
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/layout/VisualFormatBuilder.h"
+#include "platform/layout/VisualFormatParser.h"
 
 NSLayoutConstraint::List NSLayoutConstraint::constraintsWithVisualFormat(
     const NSString& format, NSLayoutFormatOptions options, const Metrics& metrics, const Views& views)
 {
     VisualFormatError error;
-    const auto tree = VisualFormat::parse(format, error);
+    const auto tree = VisualFormatParser(format, error).parse();
     auto constraints = tree ? VisualFormatBuilder(options, metrics, views, error).build(*tree) : List();
     NSCAssert(error.message.isEmpty(), "NSLayoutConstraint", error.pointingInto(format));
     return constraints;

@@ -2,8 +2,6 @@
 
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/layout/LayoutAttributes.h"
-#include "platform/layout/LayoutContainer.h"
-#include "platform/layout/LayoutIsland.h"
 
 #include <cstdio>
 
@@ -20,7 +18,8 @@ NSLayoutConstraint::ConflictHandler& conflictHandler()
     return handler;
 }
 
-LayoutContainer* commonContainer(LayoutItem& first, LayoutItem* second)
+// The nearest item that holds constraints and contains both; the second one may be null.
+NSLayoutConstraintHolder* commonHolder(LayoutItem& first, const LayoutItem* second)
 {
     const auto contains = [second](const LayoutItem* container) {
         for (const LayoutItem* item = second; item; item = item->layoutContainer())
@@ -28,12 +27,11 @@ LayoutContainer* commonContainer(LayoutItem& first, LayoutItem* second)
                 return true;
         return !second;
     };
-    auto* container = dynamic_cast<LayoutContainer*>(&first);
-    if (!container)
-        container = first.layoutContainer();
-    while (container && !contains(container))
-        container = container->layoutContainer();
-    return container;
+    for (LayoutItem* item = &first; item; item = item->layoutContainer())
+        if (contains(item))
+            if (auto* const holder = dynamic_cast<NSLayoutConstraintHolder*>(item))
+                return holder;
+    return nullptr;
 }
 
 } // namespace
@@ -95,8 +93,8 @@ void NSLayoutConstraint::setConstant(double constant)
     if (!isReasonable(constant) || m_constant == constant)
         return;
     m_constant = constant;
-    if (m_holder)
-        LayoutIsland::constantDidChange(*this);
+    if (m_listener)
+        m_listener->constantDidChange();
 }
 
 void NSLayoutConstraint::setPriority(UILayoutPriority priority)
@@ -106,8 +104,8 @@ void NSLayoutConstraint::setPriority(UILayoutPriority priority)
     if (!valid || m_priority == priority)
         return;
     m_priority = priority;
-    if (m_holder)
-        LayoutIsland::renew(*this);
+    if (m_listener)
+        m_listener->priorityDidChange();
 }
 
 void NSLayoutConstraint::setActive(bool active)
@@ -116,7 +114,7 @@ void NSLayoutConstraint::setActive(bool active)
         return;
     const auto self = strongSelf(this);
     if (!active)
-        return m_holder->release({}, *this);
+        return m_holder->release(*this);
 
     const auto first = firstItem();
     const auto second = secondItem();
@@ -125,11 +123,11 @@ void NSLayoutConstraint::setActive(bool active)
         QStringLiteral("A constraint cannot outlive its items: %1").arg(description()));
     if (!hasItems)
         return;
-    LayoutContainer* const holder = commonContainer(*first, second.get());
+    NSLayoutConstraintHolder* const holder = commonHolder(*first, second.get());
     NSCAssert(holder, "NSLayoutConstraint",
         QStringLiteral("The items of a constraint need a view that contains both: %1").arg(description()));
     if (holder)
-        holder->hold({}, self);
+        holder->hold(self);
 }
 
 NSString NSLayoutConstraint::description() const

@@ -9,15 +9,34 @@
 
 #include "platform/foundation/NSObject.h"
 #include "platform/layout/LayoutItem.h"
-#include "platform/layout/LayoutTypes.h"
 
 #include <functional>
 #include <initializer_list>
 #include <span>
 #include <vector>
 
-class LayoutContainer;
-class LayoutIsland;
+class NSLayoutConstraint;
+
+// Holds constraints while they are active: an item with items inside it.
+class NSLayoutConstraintHolder {
+public:
+    virtual void hold(const std::shared_ptr<NSLayoutConstraint>&) = 0;
+    virtual void release(NSLayoutConstraint&) = 0;
+    virtual LayoutItem& holdingItem() = 0;
+
+protected:
+    ~NSLayoutConstraintHolder() = default;
+};
+
+// Hears from an active constraint what changes in it.
+class NSLayoutConstraintListener {
+public:
+    virtual void constantDidChange() = 0;
+    virtual void priorityDidChange() = 0;
+
+protected:
+    ~NSLayoutConstraintListener() = default;
+};
 
 class NSLayoutConstraint final : public NSObject {
 public:
@@ -65,7 +84,7 @@ public:
     bool isActive() const { return m_holder != nullptr; }
     void setActive(bool active);
     // The container that holds the constraint; null while it is inactive.
-    LayoutContainer* holder() const { return m_holder; }
+    LayoutItem* holder() const { return m_holder ? &m_holder->holdingItem() : nullptr; }
 
     // "ORVThumb.centerX == ORVSlider.right * 0.5 @1000"
     NSString description() const override;
@@ -89,20 +108,15 @@ public:
         ConflictHandler m_previous;
     };
 
-    // What only the engine may do.
+    // For the holder, and for the one that solves the constraint.
     class Key {
         friend class LayoutContainer;
-        friend class LayoutIsland;
+        friend class LayoutSystem;
         Key() = default;
     };
-    void setHolder(Key, LayoutContainer* holder) { m_holder = holder; }
-    // Where it is among the constraints that are solved with it.
-    struct Membership {
-        std::shared_ptr<LayoutIsland> island;
-        std::size_t index = 0;
-    };
-    Membership& membership(Key) { return m_membership; }
-    const Membership& membership(Key) const { return m_membership; }
+    void setHolder(Key, NSLayoutConstraintHolder* holder) { m_holder = holder; }
+    void setListener(Key, NSLayoutConstraintListener* listener) { m_listener = listener; }
+    NSLayoutConstraintListener* listener() const { return m_listener; }
     static void report(Key, const Conflict&);
 
     // For make<>() alone.
@@ -119,7 +133,7 @@ private:
     double m_multiplier;
     double m_constant;
     UILayoutPriority m_priority = UILayoutPriorityRequired;
-    LayoutContainer* m_holder = nullptr;
-    Membership m_membership;
+    NSLayoutConstraintHolder* m_holder = nullptr;
+    NSLayoutConstraintListener* m_listener = nullptr;
     NSString m_identifier;
 };

@@ -1,7 +1,6 @@
 #include "platform/layout/UILayoutGuide.h"
 
 #include "platform/foundation/NSAssertionHandler.h"
-#include "platform/layout/LayoutContainer.h"
 
 #include <cmath>
 
@@ -21,7 +20,7 @@ UILayoutGuide::UILayoutGuide(const UIEdgeInsets& insets)
     setInsets(insets);
 }
 
-UILayoutGuide::~UILayoutGuide() { dropLayoutNode(); }
+UILayoutGuide::~UILayoutGuide() { dropLayoutListener(); }
 
 void UILayoutGuide::setInsets(const UIEdgeInsets& insets)
 {
@@ -50,9 +49,9 @@ CGRect UILayoutGuide::layoutFrame() const
     return m_frame;
 }
 
-void UILayoutGuide::setOwner(Key, LayoutContainer* owner)
+void UILayoutGuide::setOwner(Key, LayoutItem* owner)
 {
     if (m_owner)
-        dropLayoutNode();
+        dropLayoutListener();
     m_owner = owner;
 }

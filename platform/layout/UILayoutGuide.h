@@ -3,11 +3,11 @@
 #pragma once
 
 #include "platform/foundation/NSObject.h"
-#include "platform/layout/LayoutItem.h"
+#include "platform/layout/AnchoredLayoutItem.h"
 
 #include <optional>
 
-class UILayoutGuide : public NSObject, public LayoutItem {
+class UILayoutGuide : public NSObject, public AnchoredLayoutItem {
 public:
     UILayoutGuide() = default;
     // One whose edges follow the container's, at these distances, instead of being found by constraints.
@@ -16,7 +16,7 @@ public:
     ~UILayoutGuide() override;
 
     // The container that the guide was added to; null when there is none.
-    LayoutContainer* owningView() const { return m_owner; }
+    LayoutItem* owningView() const { return m_owner; }
     // Where it is in the owner's coordinates; empty without an owner.
     CGRect frame() const { return layoutFrame(); }
     // From then on the edges follow the container's. Distances that are not finite are a programming error
@@ -25,7 +25,7 @@ public:
     const NSString& identifier() const { return m_identifier; }
     void setIdentifier(const NSString& identifier) { m_identifier = identifier; }
 
-    LayoutContainer* layoutContainer() const override { return m_owner; }
+    LayoutItem* layoutContainer() const override { return m_owner; }
     std::shared_ptr<LayoutItem> layoutReference() override { return strongSelf(this); }
     NSString layoutName() const override;
     bool hasGivenFrame() const override { return m_insets.has_value(); }
@@ -33,14 +33,15 @@ public:
     void setLayoutFrame(const CGRect& frame) override { m_frame = frame; }
     const UIEdgeInsets* layoutInsets() const override { return m_insets ? &*m_insets : nullptr; }
 
+    // For the container that the guide is added to, or taken from.
     class Key {
         friend class LayoutContainer;
         Key() = default;
     };
-    void setOwner(Key, LayoutContainer* owner);
+    void setOwner(Key, LayoutItem* owner);
 
 private:
-    LayoutContainer* m_owner = nullptr;
+    LayoutItem* m_owner = nullptr;
     std::optional<UIEdgeInsets> m_insets;
     CGRect m_frame;
     NSString m_identifier;

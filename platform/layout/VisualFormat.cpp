@@ -1,7 +1,5 @@
 #include "platform/layout/VisualFormat.h"
 
-#include "platform/layout/VisualFormatParser.h"
-
 #include <QLocale>
 
 namespace {
@@ -48,11 +46,6 @@ void append(NSString& text, const Gap& gap)
 }
 
 } // namespace
-
-std::optional<VisualFormat> VisualFormat::parse(QStringView text, VisualFormatError& error)
-{
-    return VisualFormatParser(text, error).parse();
-}
 
 NSString VisualFormat::description() const
 {

@@ -12,8 +12,10 @@
 // must outlive the tree.
 #pragma once
 
+#include "platform/foundation/FoundationTypes.h"
 #include "platform/layout/LayoutTypes.h"
-#include "platform/layout/VisualFormatError.h"
+
+#include <QStringView>
 
 #include <optional>
 #include <vector>
@@ -75,8 +77,6 @@ struct VisualFormat {
     std::vector<View> views; // one at least
     std::optional<Pin> end;
 
-    // Nothing, and the error, when the text is no visual format.
-    static std::optional<VisualFormat> parse(QStringView text, VisualFormatError& error);
     // The same tree as text, in full: "V:|-[a(==8@500)]-(>=gap)-[b]|".
     NSString description() const;
 

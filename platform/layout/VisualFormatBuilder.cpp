@@ -1,7 +1,6 @@
 #include "platform/layout/VisualFormatBuilder.h"
 
 #include "platform/layout/LayoutAttributes.h"
-#include "platform/layout/LayoutContainer.h"
 
 namespace {
 

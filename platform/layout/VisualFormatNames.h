@@ -3,6 +3,7 @@
 
 #include "platform/layout/NSLayoutConstraint.h"
 #include "platform/layout/VisualFormat.h"
+#include "platform/layout/VisualFormatError.h"
 
 class VisualFormatNames {
 public:

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/layout/VisualFormat.h"
+#include "platform/layout/VisualFormatError.h"
 
 class VisualFormatParser {
 public:
@@ -11,6 +12,7 @@ public:
     {
     }
 
+    // Nothing, and the error, when the text is no visual format.
     std::optional<VisualFormat> parse();
 
 private:

@@ -31,9 +31,11 @@ private:
     NSString m_text;
 };
 
-NSString nameOf(const SolverSymbol& symbol, std::uint32_t index)
+NSString nameOf(const SolverVariable& variable, std::uint32_t index)
 {
-    const char letter = symbol.kind == SolverSymbol::Kind::Variable ? 'v' : symbol.isConstraint() ? 'c' : 'x';
+    const char letter = variable.kind == SolverVariable::Kind::External ? 'v'
+        : variable.isConstraint()                                       ? 'c'
+                                                                        : 'x';
     return NSString(QLatin1Char(letter)) + NSString::number(index);
 }
 
@@ -44,39 +46,39 @@ NSString ConstraintSolver::textOfConstraint(Index index) const
     const auto& constraint = m_constraints[index];
     SumText sum;
     for (const auto& term : m_constraints.terms(index))
-        sum.add(constraint.sign * term.coefficient, nameOf(m_vertex.symbol(term.symbol), term.symbol));
+        sum.add(constraint.sign * term.coefficient, nameOf(m_form.variable(term.variable), term.variable));
     if (constraint.constant != 0)
         sum.add(constraint.sign * constraint.constant, NSString());
-    const bool isEquality = m_vertex.symbol(index).kind == SolverSymbol::Kind::Equality;
+    const bool isEquality = m_form.variable(index).kind == SolverVariable::Kind::Equality;
     const auto relation = isEquality ? QStringLiteral(" = 0")
         : constraint.sign > 0        ? QStringLiteral(" >= 0")
                                      : QStringLiteral(" <= 0");
     const auto priority
         = constraint.priority < required ? QStringLiteral(" @") + number(constraint.priority) : NSString();
     SumText sources;
-    m_vertex.redundantEquations().forEachSource(index,
-        [&](Index source, double factor) { sources.add(factor, nameOf(m_vertex.symbol(source), source)); });
+    m_form.redundantEquations().forEachSource(index,
+        [&](Index source, double factor) { sources.add(factor, nameOf(m_form.variable(source), source)); });
     const auto following
-        = m_vertex.symbol(index).isRedundant() ? QStringLiteral(", by ") + sources.text() : NSString();
-    return nameOf(m_vertex.symbol(index), index) + QStringLiteral(": ") + sum.text() + relation + priority
+        = m_form.variable(index).isRedundant() ? QStringLiteral(", by ") + sources.text() : NSString();
+    return nameOf(m_form.variable(index), index) + QStringLiteral(": ") + sum.text() + relation + priority
         + following;
 }
 
-// The basic symbol by those outside the basis, and its value.
+// The basic variable by those outside the basis, and its value.
 NSString ConstraintSolver::textOfRow(Index index) const
 {
-    const SolverSymbol& symbol = m_vertex.symbol(index);
+    const SolverVariable& variable = m_form.variable(index);
     SumText sum;
-    for (Index other = 1; other < m_vertex.symbolCount(); ++other) {
-        const SolverSymbol& outside = m_vertex.symbol(other);
-        if (outside.kind == SolverSymbol::Kind::Unused || !outside.isParametric())
+    for (Index other = 1; other < m_form.variableCount(); ++other) {
+        const SolverVariable& outside = m_form.variable(other);
+        if (outside.kind == SolverVariable::Kind::Unused || !outside.isParametric())
             continue;
-        const double coefficient = m_vertex.tableau().cell(symbol.place, outside.place);
-        if (std::abs(coefficient) > SolverTableau::tiny)
+        const double coefficient = m_form.tableau().cell(variable.place, outside.place);
+        if (std::abs(coefficient) > Tableau::tiny)
             sum.add(coefficient, nameOf(outside, other));
     }
-    return QStringLiteral("row ") + nameOf(symbol, index) + QStringLiteral(" by ") + sum.text()
-        + QStringLiteral(", now ") + number(symbol.value);
+    return QStringLiteral("row ") + nameOf(variable, index) + QStringLiteral(" by ") + sum.text()
+        + QStringLiteral(", now ") + number(variable.value);
 }
 
 NSString ConstraintSolver::description() const
@@ -84,13 +86,13 @@ NSString ConstraintSolver::description() const
     QStringList variables;
     QStringList constraints;
     QStringList rows;
-    for (Index index = 1; index < m_vertex.symbolCount(); ++index) {
-        const SolverSymbol& symbol = m_vertex.symbol(index);
-        if (symbol.kind == SolverSymbol::Kind::Variable)
-            variables.push_back(nameOf(symbol, index) + QStringLiteral(" = ") + number(m_values[index]));
-        if (symbol.isConstraint())
+    for (Index index = 1; index < m_form.variableCount(); ++index) {
+        const SolverVariable& variable = m_form.variable(index);
+        if (variable.kind == SolverVariable::Kind::External)
+            variables.push_back(nameOf(variable, index) + QStringLiteral(" = ") + number(m_values[index]));
+        if (variable.isConstraint())
             constraints.push_back(textOfConstraint(index));
-        if (symbol.isBasic())
+        if (variable.isBasic())
             rows.push_back(textOfRow(index));
     }
     const auto heading

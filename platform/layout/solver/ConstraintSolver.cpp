@@ -15,12 +15,12 @@ void ConstraintSolver::reserve(std::size_t variables, std::size_t constraints)
 {
     if (variables + constraints == 0)
         return;
-    m_vertex.reserve(variables, constraints);
+    m_form.reserve(variables, constraints);
     m_constraints.reserveTerms(4 * constraints);
     makeRoom(Index(variables + constraints));
 }
 
-// For what is known of a symbol, doubling what there is.
+// For what is known of a variable, doubling what there is.
 void ConstraintSolver::makeRoom(Index index)
 {
     if (index < m_values.size())
@@ -35,7 +35,7 @@ void ConstraintSolver::makeRoom(Index index)
 
 ConstraintSolver::Variable ConstraintSolver::addVariable()
 {
-    const Index index = m_vertex.addVariable();
+    const Index index = m_form.addExternalVariable();
     makeRoom(index);
     m_values[index] = 0;
     ++m_variableCount;
@@ -52,7 +52,7 @@ void ConstraintSolver::removeVariable(Variable variable)
     NSParameterAssert(!isMentioned, "ConstraintSolver", "!isMentioned(variable)");
     if (isMentioned)
         return;
-    m_vertex.removeVariable(index, m_constraints);
+    m_form.removeExternalVariable(index, m_constraints);
     m_values[index] = unknown;
     const auto end = m_changed.begin() + std::ptrdiff_t(m_changedCount);
     m_changedCount = std::size_t(std::remove(m_changed.begin(), end, variable) - m_changed.begin());
@@ -64,7 +64,7 @@ bool ConstraintSolver::collectTerms(std::span<const Term> terms, int sign)
 {
     if (m_terms.size() < terms.size())
         m_terms.resize(terms.size());
-    SolverVertex::Term* end = m_terms.data();
+    SolvedForm::Term* end = m_terms.data();
     bool areAcceptable = true;
     double largestCoefficient = 0;
     for (const Term& term : terms) {
@@ -76,7 +76,7 @@ bool ConstraintSolver::collectTerms(std::span<const Term> terms, int sign)
         *end++ = { static_cast<Index>(term.variable), sign * term.coefficient };
     }
     if (areAcceptable)
-        m_vertex.widenTolerance(largestCoefficient);
+        m_form.widenTolerance(largestCoefficient);
     return areAcceptable;
 }
 
@@ -92,11 +92,11 @@ ConstraintSolver::Constraint ConstraintSolver::addConstraint(
     // A contradiction that has been resolved since is not held against the new one.
     if (m_isConflicting)
         isFeasible();
-    m_vertex.widenTolerance(constant);
+    m_form.widenTolerance(constant);
     const auto kind
-        = relation == Relation::Equal ? SolverSymbol::Kind::Equality : SolverSymbol::Kind::Inequality;
-    const std::span<const SolverVertex::Term> turned { m_terms.data(), terms.size() };
-    const Index index = m_vertex.addConstraint(turned, sign * constant, kind, priority);
+        = relation == Relation::Equal ? SolverVariable::Kind::Equality : SolverVariable::Kind::Inequality;
+    const std::span<const SolvedForm::Term> turned { m_terms.data(), terms.size() };
+    const Index index = m_form.addConstraint(turned, sign * constant, kind, priority);
     makeRoom(index);
     m_constraints.add(index, turned, sign * constant, priority, sign);
     m_isPending = true;
@@ -108,25 +108,25 @@ ConstraintSolver::Constraint ConstraintSolver::addConstraint(
 
 bool ConstraintSolver::admit(Index index)
 {
-    m_vertex.settleNew(index);
-    const SolverSymbol& symbol = m_vertex.symbol(index);
-    if (symbol.isParametric() && m_vertex.requiredSuspects().empty()) [[likely]]
+    m_form.exchangeNew(index);
+    const SolverVariable& variable = m_form.variable(index);
+    if (variable.isParametric() && m_form.requiredInfeasible().empty()) [[likely]]
         return true;
-    if (!symbol.isRequired())
+    if (!variable.isRequired())
         return true;
-    if (symbol.isBasic() && symbol.kind == SolverSymbol::Kind::Equality) {
-        if (m_vertex.isDetermined(symbol.place))
+    if (variable.isBasic() && variable.kind == SolverVariable::Kind::Equality) {
+        if (m_form.isDetermined(variable.place))
             return admitDetermined(index);
         m_equationsWithRows.push_back(index);
     }
-    if (m_isConflicting || m_vertex.requiredSuspects().empty())
+    if (m_isConflicting || m_form.requiredInfeasible().empty())
         return true;
-    const Index obstacle = m_dual.fulfilRequired(m_vertex);
-    if (obstacle == SolverVertex::none)
+    const Index obstacle = m_dual.fulfilRequired(m_form);
+    if (obstacle == SolvedForm::none)
         return true;
     noteConflict(obstacle, index);
-    m_vertex.restore(m_constraints);
-    m_vertex.removeConstraint(index, m_constraints);
+    m_form.restore(m_constraints);
+    m_form.removeConstraint(index, m_constraints);
     m_constraints.remove(index);
     return false;
 }
@@ -134,12 +134,12 @@ bool ConstraintSolver::admit(Index index)
 // An equation whose row holds nothing that may move follows from others, or contradicts them.
 bool ConstraintSolver::admitDetermined(Index index)
 {
-    const bool holds = !m_vertex.symbol(index).isOutside(m_vertex.tolerance());
-    m_vertex.dropRow(index);
+    const bool holds = !m_form.variable(index).isOutside(m_form.tolerance());
+    m_form.dropRow(index);
     if (holds || m_isConflicting)
         return true;
     noteConflict(index, index);
-    m_vertex.removeConstraint(index, m_constraints);
+    m_form.removeConstraint(index, m_constraints);
     m_constraints.remove(index);
     return false;
 }
@@ -148,36 +148,36 @@ bool ConstraintSolver::admitDetermined(Index index)
 void ConstraintSolver::freeRows()
 {
     for (const Index index : m_equationsWithRows) {
-        const SolverSymbol& symbol = m_vertex.symbol(index);
-        if (!symbol.isRequiredEquation() || !symbol.isBasic())
+        const SolverVariable& variable = m_form.variable(index);
+        if (!variable.isRequiredEquation() || !variable.isBasic())
             continue;
-        if (m_vertex.isDetermined(symbol.place))
-            m_vertex.dropRow(index);
+        if (m_form.isDetermined(variable.place))
+            m_form.dropRow(index);
         else
-            m_dual.leaveBasis(m_vertex, index);
+            m_dual.leaveBasis(m_form, index);
     }
     m_equationsWithRows.clear();
 }
 
-// A required row that cannot come to 0 consists of symbols that may not move: they and it contradict each
+// A required row that cannot come to 0 consists of variables that may not move: they and it contradict each
 // other, and any of them less would give way.
-void ConstraintSolver::noteConflict(Index symbol, Index except)
+void ConstraintSolver::noteConflict(Index variable, Index except)
 {
     m_conflict.clear();
     const auto note = [&](Index index) {
         if (index != except)
             m_conflict.push_back(Constraint { index });
     };
-    note(symbol);
-    if (m_vertex.symbol(symbol).isRedundant()) {
-        m_vertex.redundantEquations().forEachSource(symbol, [&](Index source, double) { note(source); });
+    note(variable);
+    if (m_form.variable(variable).isRedundant()) {
+        m_form.redundantEquations().forEachSource(variable, [&](Index source, double) { note(source); });
         return;
     }
-    const Index row = m_vertex.symbol(symbol).place;
-    for (Index index = 1; index < m_vertex.symbolCount(); ++index) {
-        const SolverSymbol& other = m_vertex.symbol(index);
+    const Index row = m_form.variable(variable).place;
+    for (Index index = 1; index < m_form.variableCount(); ++index) {
+        const SolverVariable& other = m_form.variable(index);
         if (other.isConstraint() && other.isParametric()
-            && std::abs(m_vertex.tableau().cell(row, other.place)) > SolverVertex::smallestPivot)
+            && std::abs(m_form.tableau().cell(row, other.place)) > SolvedForm::smallestPivot)
             note(index);
     }
 }
@@ -187,7 +187,7 @@ void ConstraintSolver::removeConstraint(Constraint constraint)
     if (!isConstraint(constraint)) [[unlikely]]
         return reportRefused(constraint, 0);
     const auto index = static_cast<Index>(constraint);
-    m_vertex.removeConstraint(index, m_constraints);
+    m_form.removeConstraint(index, m_constraints);
     m_constraints.remove(index);
     --m_constraintCount;
     m_isPending = true;
@@ -195,14 +195,14 @@ void ConstraintSolver::removeConstraint(Constraint constraint)
 
 bool ConstraintSolver::isFeasible()
 {
-    if (m_vertex.requiredSuspects().empty()) {
+    if (m_form.requiredInfeasible().empty()) {
         m_isConflicting = false;
         return true;
     }
-    const Index obstacle = m_dual.fulfilRequired(m_vertex);
-    m_isConflicting = obstacle != SolverVertex::none;
+    const Index obstacle = m_dual.fulfilRequired(m_form);
+    m_isConflicting = obstacle != SolvedForm::none;
     if (m_isConflicting)
-        noteConflict(obstacle, SolverVertex::none);
+        noteConflict(obstacle, SolvedForm::none);
     return !m_isConflicting;
 }
 
@@ -214,8 +214,8 @@ bool ConstraintSolver::setConstant(Constraint constraint, double constant)
     }
     const auto index = static_cast<Index>(constraint);
     if (const double difference = m_constraints.changeConstant(index, constant); difference != 0) {
-        m_vertex.widenTolerance(constant);
-        m_vertex.shiftConstraint(index, difference);
+        m_form.widenTolerance(constant);
+        m_form.shiftConstraint(index, difference);
         m_isPending = true;
     }
     return isFeasible();
@@ -225,18 +225,18 @@ bool ConstraintSolver::solve()
 {
     if (!m_isPending)
         return true;
-    if (m_vertex.isWorn())
-        m_vertex.rebuild(m_constraints);
-    const Index obstacle = !m_vertex.hasSuspects() ? SolverVertex::none
-        : m_vertex.isOptimal()                     ? m_dual.fulfilAll(m_vertex)
-                                                   : m_dual.fulfilRequired(m_vertex);
-    m_isConflicting = obstacle != SolverVertex::none;
+    if (m_form.isDueForRebuild())
+        m_form.rebuild(m_constraints);
+    const Index obstacle = !m_form.hasInfeasible() ? SolvedForm::none
+        : m_form.isOptimal()                       ? m_dual.fulfilAll(m_form)
+                                                   : m_dual.fulfilRequired(m_form);
+    m_isConflicting = obstacle != SolvedForm::none;
     if (m_isConflicting) {
-        noteConflict(obstacle, SolverVertex::none);
+        noteConflict(obstacle, SolvedForm::none);
         return false;
     }
-    if (!m_vertex.isOptimal())
-        m_primal.optimise(m_vertex);
+    if (!m_form.isOptimal())
+        m_primal.optimise(m_form);
     if (!m_equationsWithRows.empty())
         freeRows();
     publish();
@@ -260,9 +260,9 @@ void ConstraintSolver::publish()
 // Takes over the values that differ, and lists from there on those variables that are news.
 template <typename IsNews> void ConstraintSolver::publishTo(Variable* end, IsNews isNews)
 {
-    const double tolerance = m_vertex.tolerance();
+    const double tolerance = m_form.tolerance();
     double* const values = m_values.data();
-    m_vertex.takeTouched([=, &end](Index index, double value) {
+    m_form.takeMoved([=, &end](Index index, double value) {
         if (std::abs(value - values[index]) < tolerance)
             return;
         values[index] = value;

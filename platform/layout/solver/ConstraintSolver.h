@@ -6,6 +6,13 @@
 // Within one priority the sum of the absolute errors is least. What that leaves open is chosen alike in every
 // run.
 //
+// Of the Cassowary family (Badros, Borning, Stuckey, "The Cassowary linear arithmetic constraint solving
+// algorithm", 2001). The paper's parts are here: the tableau (Tableau), the basic feasible solved form with
+// its basic and parametric variables (SolvedForm), external, slack, error and dummy variables
+// (SolverVariable), the objective with its symbolic weights (LexicographicCost, PriorityLevels), optimisation
+// by the simplex method (PrimalSimplex), and the dual simplex method after the constant of an edit constraint
+// has changed (DualSimplex).
+//
 // Knows nothing of views. Changes cost what they change: what does not meet should be solved apart.
 #pragma once
 
@@ -68,12 +75,12 @@ public:
     NSString description() const; // constraints, values, and the tableau, a line each
 
 private:
-    using Index = SolverVertex::Index;
+    using Index = SolvedForm::Index;
 
     void makeRoom(Index);
     bool isVariable(Variable) const;
     bool isConstraint(Constraint) const;
-    // Not a number is not modest either.
+    // False for NaN, too.
     static bool isModest(double number) { return std::abs(number) <= largest; }
     void reportRefused(const Term&) const;
     void reportRefused(double constant, double priority) const;
@@ -83,25 +90,25 @@ private:
     bool admit(Index);
     bool admitDetermined(Index);
     void freeRows();
-    void noteConflict(Index symbol, Index except);
+    void noteConflict(Index variable, Index except);
     void publish();
     template <typename IsNews> void publishTo(Variable* end, IsNews isNews);
     double valueOfUnknown() const;
     NSString textOfConstraint(Index) const;
     NSString textOfRow(Index) const;
 
-    SolverVertex m_vertex;
-    SolverConstraints m_constraints;
+    SolvedForm m_form;
+    StatedConstraints m_constraints;
     DualSimplex m_dual;
     PrimalSimplex m_primal;
-    std::vector<double> m_values; // by symbol; not a number where that is no variable
+    std::vector<double> m_values; // by index; NaN where there is no external variable
     std::span<const double> m_knownValues; // the same, found faster
-    std::vector<char> m_isChanged; // by symbol, while values are published
+    std::vector<char> m_isChanged; // by variable, while values are published
     std::vector<Variable> m_changed; // room for all, so many of which are in use:
     std::size_t m_changedCount = 0;
     std::vector<Constraint> m_conflict;
     std::vector<Index> m_equationsWithRows; // since the last successful solve(), perhaps gone again
-    std::vector<SolverVertex::Term> m_terms; // the first ones are those of the constraint that is being added
+    std::vector<SolvedForm::Term> m_terms; // the first ones are those of the constraint that is being added
     std::size_t m_variableCount = 0;
     std::size_t m_constraintCount = 0;
     bool m_isPending = false;
@@ -117,7 +124,7 @@ inline bool ConstraintSolver::isVariable(Variable variable) const
 inline bool ConstraintSolver::isConstraint(Constraint constraint) const
 {
     const auto index = static_cast<Index>(constraint);
-    return index < m_vertex.symbolCount() && m_vertex.symbol(index).isConstraint();
+    return index < m_form.variableCount() && m_form.variable(index).isConstraint();
 }
 
 inline double ConstraintSolver::value(Variable variable) const

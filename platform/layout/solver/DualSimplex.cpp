@@ -1,140 +1,140 @@
 #include "platform/layout/solver/DualSimplex.h"
 
-#include "platform/layout/solver/SolverCost.h"
+#include "platform/layout/solver/LexicographicCost.h"
 
 #include <algorithm>
 
-void DualSimplex::start(SolverVertex& vertex)
+void DualSimplex::start(SolvedForm& form)
 {
     m_steps = 0;
-    m_cost.resize(vertex.levelCount());
-    m_cheapest.resize(vertex.levelCount());
+    m_cost.resize(form.levelCount());
+    m_cheapest.resize(form.levelCount());
 }
 
-bool DualSimplex::isWornOut(const SolverVertex& vertex) const
+bool DualSimplex::exceedsStepLimit(const SolvedForm& form) const
 {
-    return m_steps > 1000 + 16 * vertex.symbolCount();
+    return m_steps > 1000 + 16 * form.variableCount();
 }
 
-// The one that is farthest out; when patience has come to an end, the first. The list loses those that are
-// where they belong.
-DualSimplex::Index DualSimplex::takeSuspect(SolverVertex& vertex, std::vector<Index>& suspects) const
+// The one that is farthest out; by Bland's rule the one with the smallest index. The list loses those that
+// are feasible.
+DualSimplex::Index DualSimplex::takeInfeasible(SolvedForm& form, std::vector<Index>& infeasible) const
 {
-    Index best = SolverVertex::none;
+    Index best = SolvedForm::none;
     double farthest = 0;
     std::size_t kept = 0;
-    for (const Index index : suspects) {
-        const SolverSymbol& symbol = vertex.symbol(index);
-        if (symbol.isParametric() || !symbol.isOutside(vertex.tolerance())) {
-            vertex.clearSuspicion(index);
+    for (const Index index : infeasible) {
+        const SolverVariable& variable = form.variable(index);
+        if (variable.isParametric() || !variable.isOutside(form.tolerance())) {
+            form.unlistInfeasible(index);
             continue;
         }
-        suspects[kept++] = index;
-        const double distance = m_steps > patience ? 1.0 / index : std::abs(symbol.value);
+        infeasible[kept++] = index;
+        const double distance = m_steps > stepsBeforeBlandsRule ? 1.0 / index : std::abs(variable.value);
         if (distance > farthest) {
             farthest = distance;
             best = index;
         }
     }
-    suspects.resize(kept);
+    infeasible.resize(kept);
     return best;
 }
 
-DualSimplex::Index DualSimplex::fulfilRequired(SolverVertex& vertex)
+DualSimplex::Index DualSimplex::fulfilRequired(SolvedForm& form)
 {
-    if (vertex.requiredSuspects().empty())
-        return SolverVertex::none;
-    start(vertex);
-    while (const Index index = takeSuspect(vertex, vertex.requiredSuspects()))
-        if (isWornOut(vertex) || !step(vertex, index))
+    if (form.requiredInfeasible().empty())
+        return SolvedForm::none;
+    start(form);
+    while (const Index index = takeInfeasible(form, form.requiredInfeasible()))
+        if (exceedsStepLimit(form) || !step(form, index))
             return index;
-    return SolverVertex::none;
+    return SolvedForm::none;
 }
 
-DualSimplex::Index DualSimplex::fulfilAll(SolverVertex& vertex)
+DualSimplex::Index DualSimplex::fulfilAll(SolvedForm& form)
 {
-    if (vertex.requiredSuspects().empty() && vertex.weakSuspects().empty())
-        return SolverVertex::none;
-    start(vertex);
+    if (form.requiredInfeasible().empty() && form.weakInfeasible().empty())
+        return SolvedForm::none;
+    start(form);
     for (;;) {
-        Index index = SolverVertex::none;
-        if (!vertex.requiredSuspects().empty())
-            index = takeSuspect(vertex, vertex.requiredSuspects());
-        if (index == SolverVertex::none && !vertex.weakSuspects().empty())
-            index = takeSuspect(vertex, vertex.weakSuspects());
-        if (index == SolverVertex::none)
-            return SolverVertex::none;
-        if (isWornOut(vertex)) {
-            vertex.setOptimal(false);
-            return fulfilRequired(vertex);
+        Index index = SolvedForm::none;
+        if (!form.requiredInfeasible().empty())
+            index = takeInfeasible(form, form.requiredInfeasible());
+        if (index == SolvedForm::none && !form.weakInfeasible().empty())
+            index = takeInfeasible(form, form.weakInfeasible());
+        if (index == SolvedForm::none)
+            return SolvedForm::none;
+        if (exceedsStepLimit(form)) {
+            form.setOptimal(false);
+            return fulfilRequired(form);
         }
-        if (!step(vertex, index))
+        if (!step(form, index))
             return index;
     }
 }
 
-bool DualSimplex::step(SolverVertex& vertex, Index index)
+bool DualSimplex::step(SolvedForm& form, Index index)
 {
     ++m_steps;
-    if (vertex.symbol(index).isRedundant())
+    if (form.variable(index).isRedundant())
         return false; // what it follows from would have to give way
-    const Index row = vertex.symbol(index).place;
-    const int direction = vertex.symbol(index).value < 0 ? 1 : -1;
-    Index column = vertex.freeColumn(row);
-    if (column == SolverVertex::noColumn) {
-        if (vertex.isOptimal()) {
-            column = cheapestColumn(vertex, row, direction);
-            if (crossOver(vertex, index, column != SolverVertex::noColumn))
+    const Index row = form.variable(index).place;
+    const int direction = form.variable(index).value < 0 ? 1 : -1;
+    Index column = form.freeColumn(row);
+    if (column == SolvedForm::noColumn) {
+        if (form.isOptimal()) {
+            column = cheapestColumn(form, row, direction);
+            if (crossOver(form, index, column != SolvedForm::noColumn))
                 return true;
         } else {
-            column = largestColumn(vertex, row, direction);
+            column = largestColumn(form, row, direction);
         }
     }
-    if (column == SolverVertex::noColumn)
+    if (column == SolvedForm::noColumn)
         return false;
-    vertex.settle(row, column, vertex.tableau().cell(row, column) > 0 ? direction : -direction);
+    form.exchange(row, column, form.tableau().cell(row, column) > 0 ? direction : -direction);
     return true;
 }
 
-void DualSimplex::leaveBasis(SolverVertex& vertex, Index index)
+void DualSimplex::leaveBasis(SolvedForm& form, Index index)
 {
-    start(vertex);
-    const Index row = vertex.symbol(index).place;
+    start(form);
+    const Index row = form.variable(index).place;
     for (const int direction : { 1, -1 }) {
-        const Index column = vertex.isOptimal() ? cheapestColumn(vertex, row, direction)
-                                                : largestColumn(vertex, row, direction);
-        if (column == SolverVertex::noColumn)
+        const Index column
+            = form.isOptimal() ? cheapestColumn(form, row, direction) : largestColumn(form, row, direction);
+        if (column == SolvedForm::noColumn)
             continue;
-        vertex.settle(row, column, vertex.tableau().cell(row, column) > 0 ? direction : -direction);
+        form.exchange(row, column, form.tableau().cell(row, column) > 0 ? direction : -direction);
         return;
     }
 }
 
 // Negative when the first is to be preferred. Large cells keep the numbers sound.
 int DualSimplex::compareTies(
-    const SolverVertex& vertex, Index column, double size, Index other, double otherSize) const
+    const SolvedForm& form, Index column, double size, Index other, double otherSize) const
 {
-    if (m_steps <= patience && size != otherSize)
+    if (m_steps <= stepsBeforeBlandsRule && size != otherSize)
         return size > otherSize ? -1 : 1;
-    return vertex.columnSymbol(column) < vertex.columnSymbol(other) ? -1 : 1;
+    return form.parametricVariable(column) < form.parametricVariable(other) ? -1 : 1;
 }
 
-DualSimplex::Index DualSimplex::cheapestColumn(SolverVertex& vertex, Index row, int direction)
+DualSimplex::Index DualSimplex::cheapestColumn(SolvedForm& form, Index row, int direction)
 {
-    Index best = SolverVertex::noColumn;
+    Index best = SolvedForm::noColumn;
     double bestSize = 0;
-    vertex.tableau().forEachInRow(row, vertex.movableColumns(), [&](Index column, double value) {
+    form.tableau().forEachInRow(row, form.movableColumns(), [&](Index column, double value) {
         const double size = std::abs(value);
         const int move = value > 0 ? direction : -direction;
-        if (size <= SolverVertex::smallestPivot || !vertex.mayMove(vertex.columnSymbol(column), move))
+        if (size <= SolvedForm::smallestPivot || !form.mayMove(form.parametricVariable(column), move))
             return;
-        vertex.computeCost(column, move, m_cost.data());
+        form.computeCost(column, move, m_cost.data());
         if (size != 1)
             for (double& part : m_cost)
                 part /= size;
-        int order = best == SolverVertex::noColumn ? -1 : compareCosts(m_cost, m_cheapest);
+        int order = best == SolvedForm::noColumn ? -1 : compareCosts(m_cost, m_cheapest);
         if (order == 0)
-            order = compareTies(vertex, column, size, best, bestSize);
+            order = compareTies(form, column, size, best, bestSize);
         if (order > 0)
             return;
         best = column;
@@ -144,16 +144,16 @@ DualSimplex::Index DualSimplex::cheapestColumn(SolverVertex& vertex, Index row, 
     return best;
 }
 
-DualSimplex::Index DualSimplex::largestColumn(SolverVertex& vertex, Index row, int direction) const
+DualSimplex::Index DualSimplex::largestColumn(SolvedForm& form, Index row, int direction) const
 {
-    Index best = SolverVertex::noColumn;
+    Index best = SolvedForm::noColumn;
     double bestSize = 0;
-    vertex.tableau().forEachInRow(row, vertex.movableColumns(), [&](Index column, double value) {
+    form.tableau().forEachInRow(row, form.movableColumns(), [&](Index column, double value) {
         const double size = std::abs(value);
         const int move = value > 0 ? direction : -direction;
-        if (size <= SolverVertex::smallestPivot || !vertex.mayMove(vertex.columnSymbol(column), move))
+        if (size <= SolvedForm::smallestPivot || !form.mayMove(form.parametricVariable(column), move))
             return;
-        if (best == SolverVertex::noColumn || compareTies(vertex, column, size, best, bestSize) < 0) {
+        if (best == SolvedForm::noColumn || compareTies(form, column, size, best, bestSize) < 0) {
             best = column;
             bestSize = size;
         }
@@ -161,20 +161,20 @@ DualSimplex::Index DualSimplex::largestColumn(SolverVertex& vertex, Index row, i
     return best;
 }
 
-// Answers whether the symbol of a weaker constraint stays where it is, because that costs no more than the
+// Answers whether the variable of a weaker constraint stays where it is, because that costs no more than the
 // cheapest column does.
-bool DualSimplex::crossOver(SolverVertex& vertex, Index index, bool hasColumn)
+bool DualSimplex::crossOver(SolvedForm& form, Index index, bool hasColumn)
 {
-    const SolverSymbol& symbol = vertex.symbol(index);
-    if (symbol.isRequired())
+    const SolverVariable& variable = form.variable(index);
+    if (variable.isRequired())
         return false;
-    const auto side = symbol.value < 0 ? SolverSymbol::Negative : SolverSymbol::Positive;
+    const auto side = variable.value < 0 ? SolverVariable::Negative : SolverVariable::Positive;
     if (hasColumn) {
         std::fill(m_cost.begin(), m_cost.end(), 0.0);
-        m_cost[symbol.level] = std::abs(symbol.slopeOn(side) - symbol.slope);
+        m_cost[variable.level] = std::abs(variable.slopeOn(side) - variable.slope);
         if (compareCosts(m_cost, m_cheapest) > 0)
             return false;
     }
-    vertex.setSides(index, side);
+    form.setSides(index, side);
     return true;
 }

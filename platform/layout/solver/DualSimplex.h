@@ -1,37 +1,38 @@
-// Brings symbols that have left their sides back, or lets weaker ones cross over, whichever costs less.
+// The dual simplex method: makes an optimal solved form feasible again after a constraint was added or
+// changed.
 //
-// This is the method for a vertex that was the best one before a constraint was added or changed: it stays
-// the best for what it fulfils, and each step fulfils one more. Where the vertex is not the best one, the
-// costs do not count and it only finds what the required constraints allow.
+// Each step takes an infeasible basic variable and pivots it out of the basis, for the parametric one that
+// costs least; a weaker constraint may stay violated instead where that costs less. Where the form is not
+// optimal, the costs do not count and it only finds what the required constraints allow.
 #pragma once
 
-#include "platform/layout/solver/SolverVertex.h"
+#include "platform/layout/solver/SolvedForm.h"
 
 class DualSimplex {
 public:
-    using Index = SolverVertex::Index;
+    using Index = SolvedForm::Index;
 
-    // Makes the required symbols keep to their sides. Answers the one that cannot because of the symbols
-    // outside the basis that are in its row, SolverVertex::none when all do.
-    Index fulfilRequired(SolverVertex&);
-    // The same for all symbols. Only for the best vertex.
-    Index fulfilAll(SolverVertex&);
+    // Makes the markers of required constraints feasible. Answers the one that cannot be because of the
+    // parametric variables in its row, SolvedForm::none when all are.
+    Index fulfilRequired(SolvedForm&);
+    // The same for all markers. Only for an optimal form.
+    Index fulfilAll(SolvedForm&);
     // Gives the row of a required equation, whose value is 0 already, to a column that may move, so that the
-    // equation holds from then on without a row. Moves nothing and keeps a best vertex the best.
-    void leaveBasis(SolverVertex&, Index equation);
+    // equation holds from then on without a row. Moves nothing and keeps an optimal form optimal.
+    void leaveBasis(SolvedForm&, Index equation);
 
 private:
-    // After so many steps without an end, the order of the symbols decides, which cannot go in circles.
-    static constexpr Index patience = 64;
+    // From then on the smallest index decides, which cannot go in circles (Bland's rule).
+    static constexpr Index stepsBeforeBlandsRule = 64;
 
-    void start(SolverVertex&);
-    Index takeSuspect(SolverVertex&, std::vector<Index>&) const;
-    bool step(SolverVertex&, Index symbol);
-    Index cheapestColumn(SolverVertex&, Index row, int direction);
-    Index largestColumn(SolverVertex&, Index row, int direction) const;
-    bool crossOver(SolverVertex&, Index symbol, bool hasColumn);
-    bool isWornOut(const SolverVertex&) const;
-    int compareTies(const SolverVertex&, Index column, double size, Index other, double otherSize) const;
+    void start(SolvedForm&);
+    Index takeInfeasible(SolvedForm&, std::vector<Index>&) const;
+    bool step(SolvedForm&, Index variable);
+    Index cheapestColumn(SolvedForm&, Index row, int direction);
+    Index largestColumn(SolvedForm&, Index row, int direction) const;
+    bool crossOver(SolvedForm&, Index variable, bool hasColumn);
+    bool exceedsStepLimit(const SolvedForm&) const;
+    int compareTies(const SolvedForm&, Index column, double size, Index other, double otherSize) const;
 
     std::vector<double> m_cost;
     std::vector<double> m_cheapest;

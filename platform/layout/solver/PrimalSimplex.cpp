@@ -1,43 +1,44 @@
 #include "platform/layout/solver/PrimalSimplex.h"
 
-#include "platform/layout/solver/SolverCost.h"
+#include "platform/layout/solver/LexicographicCost.h"
 
 #include <algorithm>
 
-void PrimalSimplex::optimise(SolverVertex& vertex)
+void PrimalSimplex::optimise(SolvedForm& form)
 {
-    m_cost.resize(vertex.levelCount());
-    m_best.resize(vertex.levelCount());
+    m_cost.resize(form.levelCount());
+    m_best.resize(form.levelCount());
     m_stepsInPlace = 0;
-    acceptSides(vertex);
-    const Index enough = 1000 + 16 * vertex.symbolCount();
-    for (Index steps = 0; steps < enough && step(vertex); ++steps) { }
-    vertex.setOptimal(true);
+    acceptSides(form);
+    const Index enough = 1000 + 16 * form.variableCount();
+    for (Index steps = 0; steps < enough && step(form); ++steps) { }
+    form.setOptimal(true);
 }
 
 // Weaker constraints may be on either side: their costs are those of where they are.
-void PrimalSimplex::acceptSides(SolverVertex& vertex)
+void PrimalSimplex::acceptSides(SolvedForm& form)
 {
-    for (const Index index : vertex.weakSuspects()) {
-        vertex.clearSuspicion(index);
-        const SolverSymbol& symbol = vertex.symbol(index);
-        if (symbol.isBasic() && symbol.isOutside(vertex.tolerance()))
-            vertex.setSides(index, symbol.value < 0 ? SolverSymbol::Negative : SolverSymbol::Positive);
+    for (const Index index : form.weakInfeasible()) {
+        form.unlistInfeasible(index);
+        const SolverVariable& variable = form.variable(index);
+        if (variable.isBasic() && variable.isOutside(form.tolerance()))
+            form.setSides(index, variable.value < 0 ? SolverVariable::Negative : SolverVariable::Positive);
     }
-    vertex.weakSuspects().clear();
+    form.weakInfeasible().clear();
 }
 
-void PrimalSimplex::considerColumn(const SolverVertex& vertex, Index column, int direction)
+void PrimalSimplex::considerColumn(const SolvedForm& form, Index column, int direction)
 {
-    const Index index = vertex.columnSymbol(column);
-    if (!vertex.mayMove(index, direction))
+    const Index index = form.parametricVariable(column);
+    if (!form.mayMove(index, direction))
         return;
-    vertex.computeCost(column, direction, m_cost.data());
+    form.computeCost(column, direction, m_cost.data());
     if (signOfCost(m_cost) >= 0)
         return;
-    if (m_column != SolverVertex::noColumn) {
-        const bool isBetter = m_stepsInPlace > patience ? index < vertex.columnSymbol(m_column)
-                                                        : compareCosts(m_cost, m_best) < 0;
+    if (m_column != SolvedForm::noColumn) {
+        const bool isBetter = m_stepsInPlace > stepsBeforeBlandsRule
+            ? index < form.parametricVariable(m_column)
+            : compareCosts(m_cost, m_best) < 0;
         if (!isBetter)
             return;
     }
@@ -46,14 +47,13 @@ void PrimalSimplex::considerColumn(const SolverVertex& vertex, Index column, int
     m_cost.swap(m_best);
 }
 
-void PrimalSimplex::chooseColumn(SolverVertex& vertex)
+void PrimalSimplex::chooseColumn(SolvedForm& form)
 {
-    m_column = SolverVertex::noColumn;
-    SolverTableau::forEachBit(
-        vertex.movableColumns().data(), vertex.tableau().columnWords(), [&](Index column) {
-            considerColumn(vertex, column, 1);
-            considerColumn(vertex, column, -1);
-        });
+    m_column = SolvedForm::noColumn;
+    Tableau::forEachBit(form.movableColumns().data(), form.tableau().columnWords(), [&](Index column) {
+        considerColumn(form, column, 1);
+        considerColumn(form, column, -1);
+    });
 }
 
 bool PrimalSimplex::isBefore(const Corner& one, const Corner& other) const
@@ -62,51 +62,52 @@ bool PrimalSimplex::isBefore(const Corner& one, const Corner& other) const
         return one.distance < other.distance;
     const double size = std::abs(one.rate);
     const double otherSize = std::abs(other.rate);
-    return m_stepsInPlace > patience || size == otherSize ? one.symbol < other.symbol : size > otherSize;
+    return m_stepsInPlace > stepsBeforeBlandsRule || size == otherSize ? one.variable < other.variable
+                                                                       : size > otherSize;
 }
 
-void PrimalSimplex::collectCorners(SolverVertex& vertex)
+void PrimalSimplex::collectCorners(SolvedForm& form)
 {
     m_corners.clear();
-    vertex.tableau().forEachInColumn(m_column, [&](std::size_t row, double value) {
-        const Index index = vertex.rowSymbol(Index(row));
-        const SolverSymbol& symbol = vertex.symbol(index);
+    form.tableau().forEachInColumn(m_column, [&](std::size_t row, double value) {
+        const Index index = form.basicVariable(Index(row));
+        const SolverVariable& variable = form.variable(index);
         const double rate = m_direction * value;
-        if (std::abs(rate) <= SolverVertex::smallestPivot)
+        if (std::abs(rate) <= SolvedForm::smallestPivot)
             return;
-        if (symbol.sides & (rate > 0 ? SolverSymbol::Positive : SolverSymbol::Negative))
+        if (variable.sides & (rate > 0 ? SolverVariable::Positive : SolverVariable::Negative))
             return;
-        m_corners.push_back({ std::max(-symbol.value / rate, 0.0), rate, index });
+        m_corners.push_back({ std::max(-variable.value / rate, 0.0), rate, index });
     });
     std::sort(m_corners.begin(), m_corners.end(),
         [this](const Corner& one, const Corner& other) { return isBefore(one, other); });
 }
 
 // Whether going on past the corner would not make the costs fall any more.
-bool PrimalSimplex::stopsAt(const SolverVertex& vertex, const Corner& corner)
+bool PrimalSimplex::stopsAt(const SolvedForm& form, const Corner& corner)
 {
-    const SolverSymbol& symbol = vertex.symbol(corner.symbol);
-    if (symbol.isRequired())
+    const SolverVariable& variable = form.variable(corner.variable);
+    if (variable.isRequired())
         return true;
-    const int slope = symbol.slopeOn(corner.rate > 0 ? SolverSymbol::Positive : SolverSymbol::Negative);
-    m_best[symbol.level] += std::abs((slope - symbol.slope) * corner.rate);
+    const int slope = variable.slopeOn(corner.rate > 0 ? SolverVariable::Positive : SolverVariable::Negative);
+    m_best[variable.level] += std::abs((slope - variable.slope) * corner.rate);
     return signOfCost(m_best) >= 0;
 }
 
-bool PrimalSimplex::step(SolverVertex& vertex)
+bool PrimalSimplex::step(SolvedForm& form)
 {
-    chooseColumn(vertex);
-    if (m_column == SolverVertex::noColumn)
+    chooseColumn(form);
+    if (m_column == SolvedForm::noColumn)
         return false;
-    collectCorners(vertex);
+    collectCorners(form);
     for (const Corner& corner : m_corners) {
         // Past the last corner nothing can be won, whatever rounding says.
-        if (stopsAt(vertex, corner) || &corner == &m_corners.back()) {
+        if (stopsAt(form, corner) || &corner == &m_corners.back()) {
             m_stepsInPlace = corner.distance > 0 ? 0 : m_stepsInPlace + 1;
-            vertex.settle(vertex.symbol(corner.symbol).place, m_column, m_direction);
+            form.exchange(form.variable(corner.variable).place, m_column, m_direction);
             return true;
         }
-        vertex.setSides(corner.symbol, corner.rate > 0 ? SolverSymbol::Positive : SolverSymbol::Negative);
+        form.setSides(corner.variable, corner.rate > 0 ? SolverVariable::Positive : SolverVariable::Negative);
     }
     return false;
 }

@@ -1,39 +1,39 @@
-// Walks from a vertex that the required constraints allow to the one where the weaker ones cost least.
+// The primal simplex method: makes a feasible solved form optimal after a constraint was removed.
 //
-// This is the method after a constraint was removed. Each step moves one symbol as long as the costs fall:
-// past the corners of weaker constraints, up to a required one at most.
+// Each step moves one parametric variable as long as the costs fall: past the corners of weaker constraints,
+// up to a required one at most. It enters the basis for the one at whose corner it stops.
 #pragma once
 
-#include "platform/layout/solver/SolverVertex.h"
+#include "platform/layout/solver/SolvedForm.h"
 
 class PrimalSimplex {
 public:
-    using Index = SolverVertex::Index;
+    using Index = SolvedForm::Index;
 
-    // Ends at a vertex that is allowed in any case, and the best one unless it has to walk absurdly far.
-    void optimise(SolverVertex&);
+    // The form stays feasible, and is optimal in the end unless the limit of steps is reached before.
+    void optimise(SolvedForm&);
 
 private:
     struct Corner {
-        double distance; // how far the column's symbol moves until the row's one is 0
-        double rate; // of the row's symbol
-        Index symbol;
+        double distance; // how far the column's variable moves until the row's one is 0
+        double rate; // of the row's variable
+        Index variable;
     };
-    // After so many steps in one place, the order of the symbols decides, which cannot go in circles.
-    static constexpr Index patience = 32;
+    // After so many steps in one place the smallest index decides, which cannot go in circles (Bland's rule).
+    static constexpr Index stepsBeforeBlandsRule = 32;
 
-    void acceptSides(SolverVertex&);
-    bool step(SolverVertex&);
-    void chooseColumn(SolverVertex&);
-    void considerColumn(const SolverVertex&, Index column, int direction);
-    void collectCorners(SolverVertex&);
+    void acceptSides(SolvedForm&);
+    bool step(SolvedForm&);
+    void chooseColumn(SolvedForm&);
+    void considerColumn(const SolvedForm&, Index column, int direction);
+    void collectCorners(SolvedForm&);
     bool isBefore(const Corner&, const Corner&) const;
-    bool stopsAt(const SolverVertex&, const Corner&);
+    bool stopsAt(const SolvedForm&, const Corner&);
 
     std::vector<double> m_cost;
     std::vector<double> m_best; // of the chosen column
     std::vector<Corner> m_corners;
-    Index m_column = SolverVertex::noColumn;
+    Index m_column = SolvedForm::noColumn;
     int m_direction = 1;
     Index m_stepsInPlace = 0;
 };

@@ -12,8 +12,8 @@ class RedundantEquations {
 public:
     using Index = std::uint32_t;
 
-    void makeRoom(std::size_t symbols) { m_followers.resize(symbols); }
-    // There must be room for both symbols.
+    void makeRoom(std::size_t variables) { m_followers.resize(variables); }
+    // There must be room for both variables.
     void addSource(Index equation, Index source, double factor);
     void remove(Index equation);
     void clear();

@@ -8,7 +8,7 @@ class UILayoutGuideTest : public LayoutFixture {
 protected:
     std::shared_ptr<UIView> view = addTo(*container);
 
-    static void fill(UIView& view, LayoutItem& item)
+    static void fill(UIView& view, AnchoredLayoutItem& item)
     {
         activate(view.leftAnchor().constraintEqualToAnchor(item.leftAnchor()));
         activate(view.rightAnchor().constraintEqualToAnchor(item.rightAnchor()));

@@ -1,4 +1,4 @@
-#include "platform/layout/VisualFormat.h"
+#include "platform/layout/VisualFormatParser.h"
 #include "tests/platform/layout/LayoutFixture.h"
 
 #include <random>
@@ -28,10 +28,10 @@ protected:
     {
         ++accepted;
         VisualFormatError error;
-        const auto tree = VisualFormat::parse(format, error);
+        const auto tree = VisualFormatParser(format, error).parse();
         ASSERT_TRUE(tree);
         const NSString printed = tree->description();
-        EXPECT_EQ(VisualFormat::parse(printed, error), tree) << qPrintable(printed);
+        EXPECT_EQ(VisualFormatParser(printed, error).parse(), tree) << qPrintable(printed);
     }
     std::size_t below(std::size_t limit) { return generator() % limit; }
 

@@ -1,4 +1,4 @@
-#include "platform/layout/VisualFormat.h"
+#include "platform/layout/VisualFormatParser.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@ namespace {
 std::optional<VisualFormat> parsed(QStringView text)
 {
     VisualFormatError error;
-    auto format = VisualFormat::parse(text, error);
+    auto format = VisualFormatParser(text, error).parse();
     EXPECT_EQ(format.has_value(), error.message.isEmpty());
     EXPECT_TRUE(format) << qPrintable(error.pointingInto(text));
     return format;
@@ -23,7 +23,7 @@ std::string canonical(QStringView text)
 std::string errorOf(QStringView text)
 {
     VisualFormatError error;
-    EXPECT_FALSE(VisualFormat::parse(text, error)) << qPrintable(text.toString());
+    EXPECT_FALSE(VisualFormatParser(text, error).parse()) << qPrintable(text.toString());
     return std::to_string(error.position) + ": " + error.message.toStdString();
 }
 

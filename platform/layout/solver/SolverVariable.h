@@ -1,23 +1,24 @@
-// What a row or a column of the tableau stands for: a variable, or how far a constraint is from being tight.
+// A variable of the tableau: an external one, which the caller has added, or the marker of a constraint.
 //
-// Every constraint is read as "its terms plus its constant is at least 0" or "is 0"; that sum is its symbol.
-// What a weaker constraint costs is a function of its symbol with a corner at 0, so one symbol serves where
-// textbooks take a slack and two errors. A symbol outside the basis sits on its corner.
+// Every constraint is read as "its terms plus its constant is at least 0" or "is 0"; that sum is its marker.
+// It serves where the paper takes a dummy variable (required equation), a slack (inequality) and two errors
+// (weaker constraint): what a weaker constraint costs is a function of its marker with a corner at 0. A basic
+// variable has a row, a parametric one a column; a parametric marker is 0.
 #pragma once
 
 #include <cstdint>
 
-struct SolverSymbol {
+struct SolverVariable {
     enum class Kind : std::uint8_t {
         Unused,
-        Variable,
-        Equality,
-        Inequality,
-        Abandoned, // of a removed constraint; as free as a variable, gone once it enters the basis
+        External, // one that the caller has added
+        Equality, // marker of an equation
+        Inequality, // marker of an inequality
+        Removed, // marker of a removed constraint: as free as an external one, gone once it becomes basic
     };
-    // Whether it has a row, a column, or neither because it follows from others; see RedundantEquations.
+    // A redundant one has neither row nor column, because its equation follows from others.
     enum class Role : std::uint8_t { Basic, Parametric, Redundant };
-    // On which sides of 0 a basic symbol may be without a change of its slope.
+    // On which sides of 0 a basic variable may be without a change of its slope.
     enum Sides : std::uint8_t { Neither = 0, Negative = 1, Positive = 2, Both = 3 };
 
     static constexpr std::uint32_t requiredLevel = ~0u;
@@ -44,11 +45,11 @@ struct SolverSymbol {
     double value = 0;
     std::uint32_t place = 0; // its row when it is basic, its column when it is parametric
     std::uint32_t level = requiredLevel; // of its priority, the highest below required first
-    std::uint32_t sloping = 0; // its place among the symbols with a slope
+    std::uint32_t slopedIndex = 0; // its place among the variables with a slope
     Kind kind = Kind::Unused;
     Sides sides = Both;
     signed char slope = 0; // of its cost, while it is basic
     Role role = Role::Parametric;
-    bool isSuspect = false; // listed as perhaps outside
-    bool isTouched = false; // listed as perhaps changed
+    bool isListedInfeasible = false; // listed as perhaps outside
+    bool isListedMoved = false; // listed as perhaps changed
 };

@@ -1,13 +1,13 @@
-#include "platform/layout/solver/SolverTableau.h"
+#include "platform/layout/solver/Tableau.h"
 
 #include <algorithm>
 
 namespace {
 
-using Index = SolverTableau::Index;
-using Word = SolverTableau::Word;
+using Index = Tableau::Index;
+using Word = Tableau::Word;
 
-Index wordsFor(Index bits) { return (bits + SolverTableau::wordBits - 1) / SolverTableau::wordBits; }
+Index wordsFor(Index bits) { return (bits + Tableau::wordBits - 1) / Tableau::wordBits; }
 
 Index enlarged(Index size) { return std::max<Index>(32, (size + size / 2 + 7) / 8 * 8); }
 
@@ -24,7 +24,7 @@ template <typename Value> void widen(std::vector<Value>& block, Index lines, Ind
 } // namespace
 
 // Nothing is written to the cells of rows that were never in use; addRow() does that.
-void SolverTableau::moveCells(Index rowCapacity, Index stride)
+void Tableau::moveCells(Index rowCapacity, Index stride)
 {
     auto moved = std::make_unique_for_overwrite<double[]>(std::size_t(rowCapacity) * stride);
     for (Index row = 0; row < m_rowCount; ++row) {
@@ -34,7 +34,7 @@ void SolverTableau::moveCells(Index rowCapacity, Index stride)
     m_cells = std::move(moved);
 }
 
-void SolverTableau::setStride(Index stride)
+void Tableau::setStride(Index stride)
 {
     const Index words = wordsFor(stride);
     moveCells(m_rowCapacity, stride);
@@ -47,7 +47,7 @@ void SolverTableau::setStride(Index stride)
     m_columnMasks.resize(std::size_t(stride) * m_rowWords);
 }
 
-void SolverTableau::setRowCapacity(Index capacity)
+void Tableau::setRowCapacity(Index capacity)
 {
     const Index words = wordsFor(capacity);
     moveCells(capacity, m_stride);
@@ -59,7 +59,7 @@ void SolverTableau::setRowCapacity(Index capacity)
     m_rowMasks.resize(std::size_t(capacity) * m_columnWords);
 }
 
-void SolverTableau::reserve(Index columns, Index rows)
+void Tableau::reserve(Index columns, Index rows)
 {
     // Exact at first; who comes again is likely to come once more.
     if (columns > m_stride)
@@ -68,7 +68,7 @@ void SolverTableau::reserve(Index columns, Index rows)
         setRowCapacity(m_rowCapacity == 0 ? rows : std::max(rows, enlarged(m_rowCapacity)));
 }
 
-Index SolverTableau::addColumn()
+Index Tableau::addColumn()
 {
     if (!m_freeColumns.empty()) {
         const Index column = m_freeColumns.back();
@@ -80,9 +80,9 @@ Index SolverTableau::addColumn()
     return m_columnCount++;
 }
 
-void SolverTableau::removeColumn(Index column) { m_freeColumns.push_back(column); }
+void Tableau::removeColumn(Index column) { m_freeColumns.push_back(column); }
 
-Index SolverTableau::addRow()
+Index Tableau::addRow()
 {
     Index row = m_rowCount;
     if (!m_freeRows.empty()) {
@@ -98,7 +98,7 @@ Index SolverTableau::addRow()
     return row;
 }
 
-void SolverTableau::removeRow(Index row)
+void Tableau::removeRow(Index row)
 {
     double* const values = cells(row);
     const Word others = ~bit(row);
@@ -111,7 +111,7 @@ void SolverTableau::removeRow(Index row)
     m_freeRows.push_back(row);
 }
 
-void SolverTableau::clear()
+void Tableau::clear()
 {
     std::fill(m_rowMasks.begin(), m_rowMasks.end(), 0);
     std::fill(m_columnMasks.begin(), m_columnMasks.end(), 0);
@@ -121,13 +121,13 @@ void SolverTableau::clear()
     m_columnCount = 0;
 }
 
-bool SolverTableau::isColumnEmpty(Index column) const
+bool Tableau::isColumnEmpty(Index column) const
 {
     const Word* const mask = m_columnMasks.data() + std::size_t(column) * m_rowWords;
     return std::all_of(mask, mask + m_rowWords, [](Word word) { return word == 0; });
 }
 
-void SolverTableau::closeRow(Index row)
+void Tableau::closeRow(Index row)
 {
     double* const values = cells(row);
     forEachBit(rowMask(row), m_columnWords, [&](Index column) {
@@ -140,8 +140,8 @@ void SolverTableau::closeRow(Index row)
     });
 }
 
-// Solves the row for the column's symbol; what it then consists of, that column left out, is in m_entries.
-SolverTableau::Entry* SolverTableau::collectPivotRow(Index row, Index column)
+// Solves the row for the column's variable; what it then consists of, that column left out, is in m_entries.
+Tableau::Entry* Tableau::collectPivotRow(Index row, Index column)
 {
     double* const values = cells(row);
     const double inverse = 1 / values[column];
@@ -161,14 +161,14 @@ SolverTableau::Entry* SolverTableau::collectPivotRow(Index row, Index column)
     return end;
 }
 
-void SolverTableau::pivot(Index row, Index column)
+void Tableau::pivot(Index row, Index column)
 {
     Entry* const end = collectPivotRow(row, column);
     setBit(columnMask(column), row); // it was not there if the row was open
     substitute(row, column, cell(row, column), end);
 }
 
-void SolverTableau::pivotAway(Index row, Index column)
+void Tableau::pivotAway(Index row, Index column)
 {
     double* const values = cells(row);
     const double inverse = 1 / values[column];
@@ -187,7 +187,7 @@ void SolverTableau::pivotAway(Index row, Index column)
 }
 
 // Puts what the pivot row consists of into all other rows that have the column.
-void SolverTableau::substitute(Index row, Index column, double inverse, const Entry* end)
+void Tableau::substitute(Index row, Index column, double inverse, const Entry* end)
 {
     const Entry* const begin = m_entries.data();
     const Word* const rows = columnMask(column);

@@ -1,9 +1,9 @@
-#include "platform/layout/solver/SolverPriorities.h"
+#include "platform/layout/solver/PriorityLevels.h"
 
 #include <algorithm>
 
 // Keeps the order; m_moved says where each has gone.
-void SolverPriorities::dropUnused()
+void PriorityLevels::dropUnused()
 {
     Level kept = 0;
     for (const Priority& priority : m_priorities) {
@@ -14,7 +14,7 @@ void SolverPriorities::dropUnused()
     m_priorities.resize(kept);
 }
 
-SolverPriorities::Level SolverPriorities::acquire(double priority)
+PriorityLevels::Level PriorityLevels::acquire(double priority)
 {
     m_moved.clear();
     const auto isHigher = [](const Priority& one, double other) { return one.priority > other; };

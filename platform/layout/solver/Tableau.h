@@ -1,4 +1,4 @@
-// The rows of a dictionary: each basic symbol as a sum of nonbasic ones, which have a column each.
+// The rows of the tableau: each basic variable as a sum of parametric ones, which have a column each.
 //
 // The cells lie in one dense block, and each row and each column has a mask of where it may differ from 0. So
 // a cell is found at once while all work costs what is really there, which in layouts is a tenth of the
@@ -11,7 +11,7 @@
 #include <memory>
 #include <vector>
 
-class SolverTableau {
+class Tableau {
 public:
     using Index = std::uint32_t;
     using Word = std::uint64_t;
@@ -32,9 +32,9 @@ public:
     void reserve(Index columns, Index rows);
 
     double cell(Index row, Index column) const { return m_cells[std::size_t(row) * m_stride + column]; }
-    // The symbol of the row and that of the column change roles in all rows.
+    // The variable of the row and that of the column change roles in all rows.
     void pivot(Index row, Index column);
-    // The same for an open row when the column's symbol is of no more use: the row goes.
+    // The same for an open row when the column's variable is of no more use: the row goes.
     void pivotAway(Index row, Index column);
 
     Index columnWords() const { return m_columnWords; } // how many words a set of columns has
@@ -85,15 +85,14 @@ private:
     Index m_columnCount = 0;
 };
 
-template <typename Visitor>
-inline void SolverTableau::forEachBit(const Word* words, Index count, Visitor visit)
+template <typename Visitor> inline void Tableau::forEachBit(const Word* words, Index count, Visitor visit)
 {
     for (Index word = 0; word < count; ++word)
         for (Word bits = words[word]; bits != 0; bits &= bits - 1)
             visit(word * wordBits + Index(std::countr_zero(bits)));
 }
 
-template <typename Visitor> inline void SolverTableau::forEachInColumn(Index column, Visitor visit) const
+template <typename Visitor> inline void Tableau::forEachInColumn(Index column, Visitor visit) const
 {
     const Word* const mask = m_columnMasks.data() + std::size_t(column) * m_rowWords;
     const double* const cells = m_cells.get() + column;
@@ -106,7 +105,7 @@ template <typename Visitor> inline void SolverTableau::forEachInColumn(Index col
 }
 
 template <typename Visitor>
-inline void SolverTableau::forEachInRow(Index row, const std::vector<Word>& columns, Visitor visit)
+inline void Tableau::forEachInRow(Index row, const std::vector<Word>& columns, Visitor visit)
 {
     const Word* const mask = rowMask(row);
     const double* const values = cells(row);
@@ -117,14 +116,14 @@ inline void SolverTableau::forEachInRow(Index row, const std::vector<Word>& colu
         }
 }
 
-template <typename Visitor> inline void SolverTableau::forEachInRow(Index row, Visitor visit) const
+template <typename Visitor> inline void Tableau::forEachInRow(Index row, Visitor visit) const
 {
     const double* const values = m_cells.get() + std::size_t(row) * m_stride;
     const Word* const mask = m_rowMasks.data() + std::size_t(row) * m_columnWords;
     forEachBit(mask, m_columnWords, [&](Index column) { visit(column, values[column]); });
 }
 
-inline void SolverTableau::addMultiple(Index source, double factor)
+inline void Tableau::addMultiple(Index source, double factor)
 {
     const Word* const sourceMask = rowMask(source);
     const double* const values = cells(source);

@@ -1,4 +1,4 @@
-#include "platform/layout/solver/SolverCost.h"
+#include "platform/layout/solver/LexicographicCost.h"
 
 #include <cstddef>
 

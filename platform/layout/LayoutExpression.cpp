@@ -1,8 +1,6 @@
-#include "platform/layout/LayoutTerms.h"
+#include "platform/layout/LayoutExpression.h"
 
 #include "platform/layout/LayoutAttributes.h"
-#include "platform/layout/LayoutContainer.h"
-#include "platform/layout/NSLayoutConstraint.h"
 
 namespace {
 
@@ -27,34 +25,34 @@ double fractionOf(NSLayoutAttribute attribute)
     }
 }
 
-bool speaksOfMargins(NSLayoutAttribute attribute) { return attribute >= NSLayoutAttribute::LeftMargin; }
+bool isOfMargins(NSLayoutAttribute attribute) { return attribute >= NSLayoutAttribute::LeftMargin; }
 
 constexpr auto horizontal = UILayoutConstraintAxis::Horizontal;
 constexpr auto vertical = UILayoutConstraintAxis::Vertical;
 
 } // namespace
 
-LayoutTerms LayoutTerms::of(const NSLayoutConstraint& constraint)
+LayoutExpression LayoutExpression::of(const NSLayoutConstraint& constraint)
 {
-    LayoutTerms equation;
-    equation.m_terms.reserve(8);
-    equation.m_holder = constraint.holder();
-    equation.m_constant = -constraint.constant();
+    LayoutExpression expression;
+    expression.m_terms.reserve(8);
+    expression.m_holder = constraint.holder();
+    expression.m_constant = -constraint.constant();
     const auto first = constraint.firstItem();
     const auto second = constraint.secondItem();
     const bool needsSecond = constraint.secondAttribute() != NSLayoutAttribute::NotAnAttribute;
-    equation.m_valid = first && (second || !needsSecond);
-    if (!equation.m_valid)
-        return equation;
-    equation.addAttribute(*first, constraint.firstAttribute(), 1);
+    expression.m_valid = first && (second || !needsSecond);
+    if (!expression.m_valid)
+        return expression;
+    expression.addAttribute(*first, constraint.firstAttribute(), 1);
     if (needsSecond)
-        equation.addAttribute(*second, constraint.secondAttribute(), -constraint.multiplier());
-    return equation;
+        expression.addAttribute(*second, constraint.secondAttribute(), -constraint.multiplier());
+    return expression;
 }
 
-void LayoutTerms::addAttribute(LayoutItem& item, NSLayoutAttribute attribute, double factor)
+void LayoutExpression::addAttribute(LayoutItem& item, NSLayoutAttribute attribute, double factor)
 {
-    if (speaksOfMargins(attribute)) {
+    if (isOfMargins(attribute)) {
         LayoutItem& margins = item.layoutMarginsItem();
         return addPlace(margins, traitsOf(attribute).axis, fractionOf(attribute), factor);
     }
@@ -75,7 +73,7 @@ void LayoutTerms::addAttribute(LayoutItem& item, NSLayoutAttribute attribute, do
     }
 }
 
-void LayoutTerms::addPlace(LayoutItem& item, UILayoutConstraintAxis axis, double fraction, double factor)
+void LayoutExpression::addPlace(LayoutItem& item, UILayoutConstraintAxis axis, double fraction, double factor)
 {
     const auto near = axis == horizontal ? LayoutQuantity::Left : LayoutQuantity::Top;
     LayoutItem* outer = &item;
@@ -86,7 +84,7 @@ void LayoutTerms::addPlace(LayoutItem& item, UILayoutConstraintAxis axis, double
         addSize(item, axis, factor * fraction);
 }
 
-void LayoutTerms::addSize(LayoutItem& item, UILayoutConstraintAxis axis, double factor)
+void LayoutExpression::addSize(LayoutItem& item, UILayoutConstraintAxis axis, double factor)
 {
     const auto size = axis == horizontal ? LayoutQuantity::Width : LayoutQuantity::Height;
     if (!item.layoutInsets())
@@ -95,13 +93,13 @@ void LayoutTerms::addSize(LayoutItem& item, UILayoutConstraintAxis axis, double 
     const auto near = axis == horizontal ? LayoutQuantity::Left : LayoutQuantity::Top;
     add(item, near, -factor);
     add(item, size, -factor);
-    if (LayoutContainer* const container = item.layoutContainer())
+    if (LayoutItem* const container = item.layoutContainer())
         addSize(*container, axis, factor);
     else
         m_valid = false;
 }
 
-void LayoutTerms::add(LayoutItem& item, LayoutQuantity quantity, double coefficient)
+void LayoutExpression::add(LayoutItem& item, LayoutQuantity quantity, double coefficient)
 {
     for (Term& term : m_terms)
         if (term.item == &item && term.quantity == quantity) {

@@ -1,4 +1,5 @@
-// What a move costs, by level of priority: the first level that differs decides, however little it is.
+// What a move costs, by level of priority: the first level that differs decides, however little it is. So the
+// paper's symbolic weights are compared.
 #pragma once
 
 #include <span>

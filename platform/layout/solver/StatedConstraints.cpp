@@ -1,11 +1,11 @@
-#include "platform/layout/solver/SolverConstraints.h"
+#include "platform/layout/solver/StatedConstraints.h"
 
-#include "platform/layout/solver/SolverTableau.h"
+#include "platform/layout/solver/Tableau.h"
 
 #include <algorithm>
 
 // A removed constraint's room waits for the next one of its number; too small, it is given up.
-void SolverConstraints::makeTermRoom(Constraint& constraint, Index count)
+void StatedConstraints::makeTermRoom(Constraint& constraint, Index count)
 {
     if (constraint.termCapacity >= count)
         return;
@@ -18,7 +18,7 @@ void SolverConstraints::makeTermRoom(Constraint& constraint, Index count)
     m_terms.resize(m_terms.size() + count);
 }
 
-void SolverConstraints::compact()
+void StatedConstraints::compact()
 {
     std::vector<Term> kept;
     kept.reserve(m_terms.size() - m_wasted);
@@ -31,10 +31,10 @@ void SolverConstraints::compact()
     m_wasted = 0;
 }
 
-void SolverConstraints::add(
-    Index symbol, std::span<const Term> terms, double constant, double priority, int sign)
+void StatedConstraints::add(
+    Index variable, std::span<const Term> terms, double constant, double priority, int sign)
 {
-    Constraint& constraint = m_constraints[symbol];
+    Constraint& constraint = m_constraints[variable];
     makeTermRoom(constraint, Index(terms.size()));
     constraint.termCount = Index(terms.size());
     constraint.constant = constant;
@@ -46,14 +46,14 @@ void SolverConstraints::add(
 }
 
 // A variable whose coefficients cancel each other is not.
-bool SolverConstraints::isMentioned(Index variable) const
+bool StatedConstraints::isMentioned(Index variable) const
 {
     const auto mentions = [&](const Constraint& constraint) {
         double coefficient = 0;
         for (Index place = 0; place < constraint.termCount; ++place)
-            if (m_terms[constraint.firstTerm + place].symbol == variable)
+            if (m_terms[constraint.firstTerm + place].variable == variable)
                 coefficient += m_terms[constraint.firstTerm + place].coefficient;
-        return std::abs(coefficient) >= SolverTableau::tiny;
+        return std::abs(coefficient) >= Tableau::tiny;
     };
     return std::any_of(m_constraints.begin(), m_constraints.end(), mentions);
 }

@@ -5,7 +5,7 @@
 #include <span>
 #include <vector>
 
-class SolverPriorities {
+class PriorityLevels {
 public:
     using Level = std::uint32_t;
 

@@ -1,13 +1,13 @@
-// A constraint as an equation over the numbers of frames: places are sums of distances up to the holder.
+// A constraint as a linear expression over the numbers of frames: places are sums of distances up to the
+// holder.
 #pragma once
 
-#include "platform/layout/LayoutNode.h"
+#include "platform/layout/LayoutQuantity.h"
+#include "platform/layout/NSLayoutConstraint.h"
 
 #include <vector>
 
-class NSLayoutConstraint;
-
-class LayoutTerms {
+class LayoutExpression {
 public:
     struct Term {
         LayoutItem* item;
@@ -17,7 +17,7 @@ public:
 
     // What is compared with 0: first attribute - multiplier * second attribute - constant. Empty when an item
     // is gone or no longer inside the holder.
-    static LayoutTerms of(const NSLayoutConstraint& constraint);
+    static LayoutExpression of(const NSLayoutConstraint& constraint);
 
     const std::vector<Term>& terms() const { return m_terms; }
     double constant() const { return m_constant; }
@@ -29,7 +29,7 @@ private:
     void addSize(LayoutItem& item, UILayoutConstraintAxis axis, double factor);
     void add(LayoutItem& item, LayoutQuantity quantity, double coefficient);
 
-    const LayoutContainer* m_holder = nullptr;
+    const LayoutItem* m_holder = nullptr;
     std::vector<Term> m_terms;
     double m_constant = 0;
     bool m_valid = true;
