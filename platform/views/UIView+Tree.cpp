@@ -83,7 +83,10 @@ void UIView::insert(const std::shared_ptr<UIView>& added, std::size_t index)
     }
     view->didMoveToSuperview();
     didAddSubview(*view);
-    view->tellTintChangeSince(tintBefore);
+    if (changesWindow) // nobody has seen it in another colour
+        performWithoutAnimation([&] { view->tellTintChangeSince(tintBefore); });
+    else
+        view->tellTintChangeSince(tintBefore);
 }
 
 void UIView::moveSubview(const std::shared_ptr<UIView>& moved, std::size_t index)
@@ -202,7 +205,7 @@ void UIView::tellDidMoveToWindow(UIWindow* window)
     const auto keepAlive = shared_from_this();
     const auto owner = m_owner ? m_owner->shared_from_this() : nullptr;
     if (window)
-        UIAppearance::applyTo(*this);
+        performWithoutAnimation([this] { UIAppearance::applyTo(*this); });
     didMoveToWindow();
     if (m_owner && m_window == window)
         m_owner->viewDidMoveToWindow();

@@ -116,6 +116,14 @@ TEST_F(TintMotionTest, OutsideOfABlockLayersKeepTheirOwnAction)
     EXPECT_FALSE(TintMotion::isUnderWay());
 }
 
+TEST_F(TintMotionTest, WhatIsAddedInsideABlockHasItsColoursAtOnce)
+{
+    const auto added = make<ManyColors>(CGRect(0, 60, 50, 50));
+    UIView::animate(0.4, [&] { window->addSubview(added); });
+    EXPECT_FALSE(added->layer()->hasAnimations());
+    EXPECT_EQ(colorOf(added->layer()->presentationValues().contentsTintColor), QColor(Qt::red));
+}
+
 TEST_F(TintMotionTest, WhereActionsAreSwitchedOffNothingMoves)
 {
     const CATransaction::Guard transaction;
