@@ -129,11 +129,11 @@ void CALayerAnimations::removeEnding()
     timingDidChange();
 }
 
-// Nobody is called from inside the call that removes an animation.
+// No listener is called from inside the call that removes an animation: the scheduler does it right after.
 void CALayerAnimations::discard(Entry& entry)
 {
-    const bool isHeard = entry.completion || entry.animation->hasListener();
-    if (entry.ended || !isHeard || !Scheduler::hasCurrent())
+    const bool hasListener = entry.completion || entry.animation->hasListener();
+    if (entry.ended || !hasListener || !Scheduler::hasCurrent())
         return;
     const bool finished = true;
     Scheduler::current().schedule(0, [entry = std::move(entry)] { tell(entry, !finished); });

@@ -1,4 +1,5 @@
-// Speaks for a layer: lays out its sublayers, fills its contents, chooses its implicit animations.
+// Does for a layer what it does not do itself: lays out its sublayers, fills its contents, chooses its
+// implicit animations.
 //
 // A view is the delegate of its own layer. Every message is optional.
 #pragma once

@@ -43,7 +43,7 @@ CAMediaTiming::Phase CAMediaTiming::phase(const CAMoment& local) const
     }
     if (local.time < 0)
         return Phase::Before;
-    return local.time < active ? Phase::Active : Phase::After; // what is no number is over
+    return local.time < active ? Phase::Active : Phase::After; // a NaN counts as after the end
 }
 
 std::optional<double> CAMediaTiming::progress(const CAMoment& local) const

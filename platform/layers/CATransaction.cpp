@@ -94,7 +94,7 @@ void CATransaction::setCompletionBlock(std::function<void()> block)
     const auto replaced = std::exchange(transaction.ownCompletion,
         block ? std::make_shared<CATransactionCompletion>(std::move(block), transaction.outerCompletion)
               : nullptr);
-    // A block that is replaced still hears of the animations that were added for it.
+    // A block that is replaced is still called when the animations that were added for it have ended.
     if (replaced)
         replaced->transactionCommitted();
 }

@@ -1,4 +1,4 @@
-// The two passes of a layer before a frame: layout, then display.
+// The part of CALayer that prepares a frame: the pass of layout, then the pass of display.
 //
 // A layer that waits marks the layers above it, so a pass goes straight to what waits and costs nothing
 // where nothing does.

@@ -1,4 +1,4 @@
-// The spaces of a layer: its coordinates and its time, each within those of the layers above.
+// The part of CALayer that converts coordinates and times to and from those of the layers above.
 #include "platform/layers/CALayer.h"
 
 // --- Coordinates -----------------------------------------------------------------------------------------
