@@ -122,6 +122,35 @@ public:
     }
 };
 
+// More rows than there are records.
+class ManyRows final : public NSObject, public UITableViewDataSource {
+public:
+    int tableViewNumberOfRowsInSection(UITableView&, int) override { return 100; }
+    std::shared_ptr<UITableViewCell> tableViewCellForRowAtIndexPath(
+        UITableView& table, NSIndexPath path) override
+    {
+        return table.dequeueReusableCell(ORVRecordTableViewCell::identifier, path);
+    }
+};
+
+TEST_F(ORVRecordsListViewControllerTest, HasNoRecordForARowThatIsGone)
+{
+    open();
+    const auto more = make<ManyRows>();
+    controller->tableView()->setDataSource(more);
+    controller->tableView()->reloadData();
+    controller->tableView()->scrollToRow({ 0, 30 }, UITableViewScrollPosition::Middle, Animated::No);
+    runFrames();
+    EXPECT_EQ(controller->recordForCell(*cellAt(29)), controller->fetchedRecords().back());
+    EXPECT_EQ(controller->recordForCell(*cellAt(30)), nullptr);
+    controller->recordTableViewCellRequestsPlayback(*cellAt(30));
+    controller->recordTableViewCellRequestsPauseInterim(*cellAt(30), false);
+    controller->recordTableViewCellRequestsSeekPlaybackToPositionFraction(*cellAt(30), 0.5);
+    EXPECT_EQ(controller->currentPlayer(), nullptr);
+    EXPECT_EQ(controller->tableView()->indexPathForSelectedRow(), std::nullopt);
+    EXPECT_EQ(controller->recordForCell(*make<ORVRecordTableViewCell>()), nullptr) << "of no row";
+}
+
 TEST_F(ORVRecordsListViewControllerTest, ReportsACellThatIsNoRecordCell)
 {
     open();
