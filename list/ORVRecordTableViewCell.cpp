@@ -8,7 +8,8 @@
 
 namespace {
 
-constexpr double portraitSize = 44;
+constexpr double portraitSize = 44; // points; the picture is round
+constexpr double playbackButtonSize = 52; // the ring and the insets around it
 constexpr double nameFontSize = 16;
 constexpr double detailFontSize = 13;
 constexpr double sliderFadeDuration = 0.3;
@@ -97,10 +98,13 @@ void ORVRecordTableViewCell::constrainInfoView()
         { "button", m_playbackButton } };
     activate("H:|-(0)-[info]-(0)-|", views);
     activate("V:|-(0)-[info(height)]", views, { { "height", preferredHeight(false) } });
-    activate("H:|-16-[portrait(44)]-12-[name]-(>=12)-[age]-8-[button(52)]-8-|", views);
+    const NSLayoutConstraint::Metrics metrics { { "portraitSize", portraitSize },
+        { "buttonSize", playbackButtonSize } };
+    activate(
+        "H:|-16-[portrait(portraitSize)]-12-[name]-(>=12)-[age]-8-[button(buttonSize)]-8-|", views, metrics);
     activate("H:[portrait]-12-[place]-(>=12)-[button]", views);
-    activate("V:[portrait(44)]", views);
-    activate("V:[button(52)]", views);
+    activate("V:[portrait(portraitSize)]", views, metrics);
+    activate("V:[button(buttonSize)]", views, metrics);
     NSLayoutConstraint::activateConstraints(
         std::vector { m_portraitView->centerYAnchor().constraintEqualToAnchor(m_infoView->centerYAnchor()),
             m_playbackButton->centerYAnchor().constraintEqualToAnchor(m_infoView->centerYAnchor()),
@@ -128,8 +132,7 @@ void ORVRecordTableViewCell::setPlaybackSliderVisible(bool visible, Animated ani
 {
     if (visible) {
         addPlaybackSliderIfNecessary();
-        layoutIfNeeded(); // it starts at its place
-        m_playbackSlider->renderWafeformIfNecessaryWithCompletion(nullptr);
+        renderWaveformAtItsPlace(*this);
     }
     const auto slider = m_playbackSlider;
     const auto fade = [slider, visible] { slider->setAlpha(visible ? 1 : 0); };
@@ -145,6 +148,29 @@ void ORVRecordTableViewCell::setPlaybackSliderVisible(bool visible, Animated ani
         if (self && finished && !visible)
             self->removePlaybackSliderIfNecessary();
     });
+}
+
+// The picture has the width that the slider had when it was asked for, and each half is aligned to its own
+// end: a wider slider would show a gap between them.
+void ORVRecordTableViewCell::layoutSubviews()
+{
+    UITableViewCell::layoutSubviews();
+    if (m_playbackSlider->superview() && !waveformFits())
+        renderWaveformAtItsPlace(*contentView());
+}
+
+bool ORVRecordTableViewCell::waveformFits() const
+{
+    return m_waveformWidth == bounds().width() && m_waveformScale == MainScreenScale::get();
+}
+
+// Lays out what is around the slider first: it is asked for a picture of the size that it has then.
+void ORVRecordTableViewCell::renderWaveformAtItsPlace(UIView& around)
+{
+    m_waveformWidth = bounds().width(); // which is the slider's
+    m_waveformScale = MainScreenScale::get();
+    around.layoutIfNeeded();
+    m_playbackSlider->renderWafeformIfNecessaryWithCompletion(nullptr);
 }
 
 void ORVRecordTableViewCell::addPlaybackSliderIfNecessary()

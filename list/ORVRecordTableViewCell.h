@@ -37,9 +37,12 @@ public:
     // Outside of the view tree while it is not shown.
     const std::shared_ptr<ORVPlaybackSlider>& playbackSlider() const { return m_playbackSlider; }
 
-    // setPlaybackSliderVisible:animated: — each showing renders the waveform anew. Hiding takes the slider
-    // out when its fade has finished.
+    // setPlaybackSliderVisible:animated: — each showing renders the waveform anew, and so does a change of
+    // the width or of the screen's scale while it shows. Hiding takes the slider out when its fade has
+    // finished.
     void setPlaybackSliderVisible(bool visible, Animated animated);
+
+    void layoutSubviews() override;
 
     void playbackButtonTapped(ORVPlaybackButton& sender);
     void playbackSliderDidBeginDraggingThumb(ORVPlaybackSlider&) override;
@@ -58,6 +61,8 @@ private:
     void addPlaybackSliderIfNecessary();
     void removePlaybackSliderIfNecessary();
     NSLayoutConstraint::List makeSliderConstraints() const;
+    void renderWaveformAtItsPlace(UIView& around);
+    bool waveformFits() const;
 
     std::weak_ptr<ORVRecordTableViewCellDelegate> m_delegate;
     std::shared_ptr<UIView> m_infoView;
@@ -69,5 +74,7 @@ private:
     std::shared_ptr<ORVPlaybackButton> m_playbackButton;
     std::shared_ptr<ORVPlaybackSlider> m_playbackSlider;
     NSLayoutConstraint::List m_sliderConstraints; // active while the slider is in the view tree
+    double m_waveformWidth = 0; // points and scale that the waveform was last asked for with
+    double m_waveformScale = 0;
     bool m_wasPlayingBeforeSeeking = false;
 };

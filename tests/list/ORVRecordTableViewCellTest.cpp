@@ -101,6 +101,14 @@ TEST_F(ORVRecordTableViewCellTest, KeepsNoMarginsOfItsOwnOrItsSuperview)
     EXPECT_EQ(cell->layoutMargins(), UIEdgeInsets());
 }
 
+TEST_F(ORVRecordTableViewCellTest, SetsTheNameSemiboldAndLargerThanAgeAndPlace)
+{
+    EXPECT_TRUE(
+        cell->authorNameLabel()->font()->isEqual(UIFont::systemFontOfSize(16, UIFontWeight::Semibold).get()));
+    for (const auto& label : { cell->timestampLabel(), cell->locationNameLabel() })
+        EXPECT_TRUE(label->font()->isEqual(UIFont::systemFontOfSize(13).get()));
+}
+
 // --- Playback controls -------------------------------------------------------------------------------
 
 struct Look {
@@ -228,6 +236,35 @@ TEST_F(CellSliderTest, IsTiedToTheCellOnlyWhileItIsShown)
         show(false);
         EXPECT_EQ(constraintsOfCell(), without);
     }
+}
+
+TEST_F(CellSliderTest, RendersItsWaveformAnewWhenItsWidthOrItsScaleChanges)
+{
+    record->setSoundFileURL(storage->records().front()->soundFileURL());
+    configurator->configureCell(cell.get(), *record);
+    cell->setPlaybackSliderVisible(true, Animated::No);
+    executor.runAll();
+    const auto expectHalvesThatMeet = [this] {
+        runFrames();
+        executor.runAll();
+        runFrames();
+        const double width = cell->playbackSlider()->bounds().width();
+        EXPECT_EQ(width, cell->bounds().width());
+        for (const auto& half :
+            { cell->playbackSlider()->minimumTrackView(), cell->playbackSlider()->maximumTrackView() }) {
+            EXPECT_EQ(half->waveformImage()->size().width(), width);
+            EXPECT_EQ(half->waveformImage()->scale(), window->screen()->scale());
+        }
+    };
+    for (const double width : { 390.0, 844.0, 333.0, 390.0 }) {
+        cell->setFrame({ 0, 0, width, 108 });
+        expectHalvesThatMeet();
+    }
+    UIScreen::mainScreen()->setGeometry({ { 390, 844 }, 3, {} });
+    expectHalvesThatMeet();
+    cell->setFrame({ 0, 50, 390, 100 }); // as wide as before
+    runFrames();
+    EXPECT_EQ(executor.global().size(), 0u) << "nothing is rendered for a change of place or height";
 }
 
 TEST_F(CellSliderTest, StaysWhenItIsShownAgainBeforeItHasGone)
