@@ -106,5 +106,6 @@ void CGContext::drawImage(const UIImage& image, const CGRect& rect, const UIColo
         m_painter.fillRect(rect, tiles);
         return;
     }
-    m_painter.drawImage(rect, reduced(pixels, m_painter.deviceTransform().mapRect(rect)));
+    const CGRect target = image.rectOfPixels(rect);
+    m_painter.drawImage(target, reduced(pixels, m_painter.deviceTransform().mapRect(target)));
 }

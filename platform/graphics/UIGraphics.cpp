@@ -8,8 +8,9 @@ namespace {
 // The pixels of a bitmap context and what draws into them.
 class Bitmap {
 public:
-    Bitmap(QImage pixels, CGFloat scale)
+    Bitmap(QImage pixels, const CGSize& size, CGFloat scale)
         : m_pixels(std::move(pixels))
+        , m_size(size)
         , m_scale(scale)
         , m_painter(&m_pixels)
         , m_context(m_painter)
@@ -19,10 +20,14 @@ public:
 
     CGContext& context() { return m_context; }
     // A copy of its own: what is drawn later does not show in it.
-    std::shared_ptr<UIImage> image() const { return UIImage::imageWithQImage(m_pixels.copy(), m_scale); }
+    std::shared_ptr<UIImage> image() const
+    {
+        return UIImage::imageWithQImage(m_pixels.copy(), m_scale, m_size);
+    }
 
 private:
     QImage m_pixels;
+    CGSize m_size;
     CGFloat m_scale;
     QPainter m_painter;
     CGContext m_context;
@@ -56,7 +61,7 @@ std::unique_ptr<Bitmap> makeBitmap(const CGSize& size, bool opaque, CGFloat scal
     if (image.isNull())
         return nullptr;
     image.fill(opaque ? Qt::black : Qt::transparent);
-    return std::make_unique<Bitmap>(std::move(image), scale);
+    return std::make_unique<Bitmap>(std::move(image), size, scale);
 }
 
 } // namespace

@@ -9,7 +9,8 @@
 // picture (a side of zero, negative, not finite, beyond UIImage's limits) begins a context that draws
 // nothing and has no image.
 void UIGraphicsBeginImageContextWithOptions(const CGSize& size, bool opaque, CGFloat scale);
-// What has been drawn so far, at the context's scale; null without a usable bitmap context.
+// What has been drawn so far, at the context's scale and of the size that it was begun with; null without a
+// usable bitmap context.
 std::shared_ptr<UIImage> UIGraphicsGetImageFromCurrentImageContext();
 // Ends the innermost bitmap context. Without one nothing happens.
 void UIGraphicsEndImageContext();

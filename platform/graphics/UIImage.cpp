@@ -47,10 +47,11 @@ std::shared_ptr<UIImage> namedImage(const NSString& name, int density)
 
 } // namespace
 
-UIImage::UIImage(
-    QImage pixels, CGFloat scale, UIImageRenderingMode renderingMode, UIImageResizingMode resizingMode)
+UIImage::UIImage(QImage pixels, CGFloat scale, const CGSize& size, UIImageRenderingMode renderingMode,
+    UIImageResizingMode resizingMode)
     : m_pixels(std::move(pixels))
     , m_scale(scale)
+    , m_size(size)
     , m_renderingMode(renderingMode)
     , m_resizingMode(resizingMode)
 {
@@ -76,19 +77,26 @@ std::shared_ptr<UIImage> UIImage::imageWithData(const NSData& data, CGFloat scal
     return isUsableScale(scale) ? imageWithQImage(decodedImage(data), scale) : nullptr;
 }
 
-std::shared_ptr<UIImage> UIImage::imageWithQImage(const QImage& pixels, CGFloat scale)
+std::shared_ptr<UIImage> UIImage::imageWithQImage(
+    const QImage& pixels, CGFloat scale, const std::optional<CGSize>& size)
 {
     if (pixels.isNull() || !isUsableScale(scale))
         return nullptr;
-    return make<UIImage>(
-        inDrawingFormat(pixels), scale, UIImageRenderingMode::Automatic, UIImageResizingMode::Stretch);
+    return make<UIImage>(inDrawingFormat(pixels), scale, size.value_or(CGSize(pixels.size()) / scale),
+        UIImageRenderingMode::Automatic, UIImageResizingMode::Stretch);
 }
 
-CGSize UIImage::size() const { return CGSize(m_pixels.size()) / m_scale; }
+CGRect UIImage::rectOfPixels(const CGRect& rect) const
+{
+    const CGSize all = CGSize(m_pixels.size()) / m_scale;
+    return { rect.topLeft(),
+        CGSize(rect.width() * (all.width() / m_size.width()),
+            rect.height() * (all.height() / m_size.height())) };
+}
 
 std::shared_ptr<UIImage> UIImage::imageWithRenderingMode(UIImageRenderingMode mode) const
 {
-    return make<UIImage>(m_pixels, m_scale, mode, m_resizingMode);
+    return make<UIImage>(m_pixels, m_scale, m_size, mode, m_resizingMode);
 }
 
 std::shared_ptr<UIImage> UIImage::imageWithRenderingMode(
@@ -101,12 +109,12 @@ std::shared_ptr<UIImage> UIImage::resizableImage(
     const UIEdgeInsets& capInsets, UIImageResizingMode mode) const
 {
     NSParameterAssert(capInsets == UIEdgeInsets {}, "UIImage", "capInsets == UIEdgeInsetsZero");
-    return make<UIImage>(m_pixels, m_scale, m_renderingMode, mode);
+    return make<UIImage>(m_pixels, m_scale, m_size, m_renderingMode, mode);
 }
 
 std::shared_ptr<UIImage> UIImage::copy() const
 {
-    return make<UIImage>(m_pixels, m_scale, m_renderingMode, m_resizingMode);
+    return make<UIImage>(m_pixels, m_scale, m_size, m_renderingMode, m_resizingMode);
 }
 
 void UIImage::drawInRect(const CGRect& rect) const

@@ -10,6 +10,8 @@
 
 #include <QImage>
 
+#include <optional>
+
 enum class UIImageRenderingMode { Automatic = 0, AlwaysOriginal = 1, AlwaysTemplate = 2 };
 enum class UIImageResizingMode { Tile = 0, Stretch = 1 };
 
@@ -23,18 +25,22 @@ public:
     // maximumSide or maximumPixels, which its header tells before anything is decoded; and for a scale
     // that is no positive number.
     static std::shared_ptr<UIImage> imageWithData(const NSData& data, CGFloat scale = 1);
-    // Pixels made elsewhere; null for a null picture.
-    static std::shared_ptr<UIImage> imageWithQImage(const QImage& pixels, CGFloat scale);
+    // Pixels made elsewhere; null for a null picture. A size in points says that the last row and column are
+    // only in part the picture's.
+    static std::shared_ptr<UIImage> imageWithQImage(
+        const QImage& pixels, CGFloat scale, const std::optional<CGSize>& size = {});
 
     static constexpr int maximumSide = 8192;
     static constexpr qint64 maximumPixels = 32'000'000;
 
-    CGSize size() const; // points
+    CGSize size() const { return m_size; } // points
     CGFloat scale() const { return m_scale; }
     UIImageRenderingMode renderingMode() const { return m_renderingMode; }
     UIImageResizingMode resizingMode() const { return m_resizingMode; }
     // Device pixels: premultiplied ARGB32, or RGB32 when the picture is opaque. Never null.
     const QImage& qImage() const { return m_pixels; }
+    // Where all the pixels go when the image fills the rectangle: their last row and column may reach beyond.
+    CGRect rectOfPixels(const CGRect& rect) const;
 
     // A new image with the same pixels. The static form takes nil, of which it makes nil.
     std::shared_ptr<UIImage> imageWithRenderingMode(UIImageRenderingMode) const;
@@ -50,11 +56,12 @@ public:
 
     NSString description() const override;
 
-    UIImage(QImage pixels, CGFloat scale, UIImageRenderingMode, UIImageResizingMode);
+    UIImage(QImage pixels, CGFloat scale, const CGSize& size, UIImageRenderingMode, UIImageResizingMode);
 
 private:
     const QImage m_pixels;
     const CGFloat m_scale;
+    const CGSize m_size;
     const UIImageRenderingMode m_renderingMode;
     const UIImageResizingMode m_resizingMode;
 };

@@ -96,6 +96,8 @@ FrameContent CALayerContents::frameContent(const CALayerValues& shown) const
     if (isDrawn) // the bitmap's last row and column may reach beyond the bounds by a part of a pixel
         rect.setSize({ rect.width() * (m_drawn.width() / m_drawnScale / size.width()),
             rect.height() * (m_drawn.height() / m_drawnScale / size.height()) });
+    else
+        rect = m_image->rectOfPixels(rect);
     if (!(rect.width() > 0 && rect.height() > 0))
         return {};
     const QColor tint = shown.contentsTintColor ? shown.contentsTintColor->qColor() : QColor();

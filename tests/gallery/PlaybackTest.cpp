@@ -2,6 +2,8 @@
 #include "playback/ORVPlaybackButton.h"
 #include "playback/ORVPlaybackSlider.h"
 #include "tests/gallery/Gallery.h"
+#include "tests/gallery/RendererWindow.h"
+#include "tests/support/PictureComparison.h"
 #include "theme/UIColor+ORVTheme.h"
 
 namespace {
@@ -135,6 +137,26 @@ TEST_P(PlaybackGallery, Sliders)
     EXPECT_TRUE(pressed->thumbView()->isHighlighted());
     expectPicture("sliders", 456);
     touch.up();
+}
+
+TEST_P(PlaybackGallery, TheHalvesOfAWaveformMakeOneWhateverTheWidth)
+{
+    for (const double each : { 333.34, 200.17, 99.9, 250.5 }) {
+        const auto slider = add(make<ORVPlaybackSlider>(), { 10.2, 20, each, 44 });
+        slider->setMaximumWaveformTintColor(slider->tintColor()); // no difference but a drift can be seen
+        slider->setThumbHidden(true);
+        slider->finishRenderingWaveformWithImage(
+            ORVPlaybackSlider::waveformImageForAsset(nullptr, { each, 44 }, GetParam().scale), nullptr);
+        const auto shownAt = [&](double position) {
+            slider->setCurrentPosition(position);
+            runFrames();
+            return RendererWindow::shared().show(frame);
+        };
+        const QImage whole = shownAt(1);
+        for (const double position : { 0.0, 0.123, 0.5, 0.777 })
+            EXPECT_TRUE(picturesMatch(shownAt(position), whole, { .channel = 0 })) << each << ' ' << position;
+        slider->removeFromSuperview();
+    }
 }
 
 GALLERY_LOOKS(PlaybackGallery);

@@ -47,6 +47,15 @@ TEST(UIGraphicsTest, RoundsPartsOfAPixelUp)
     EXPECT_EQ(imageOf({ 0.1 * 3, 1 }, !opaque, 10)->qImage().size(), QSize(3, 10));
 }
 
+TEST(UIGraphicsTest, AnImageHasTheSizeThatItsContextWasBegunWith)
+{
+    const auto image = imageOf({ 333.34, 10.1 }, !opaque, 3);
+    EXPECT_EQ(image->size(), CGSize(333.34, 10.1));
+    EXPECT_EQ(image->copy()->size(), CGSize(333.34, 10.1));
+    EXPECT_EQ(image->qImage().size(), QSize(1001, 31));
+    EXPECT_EQ(image->rectOfPixels({ CGPoint(5, 5), image->size() }), CGRect(5, 5, 1001 / 3.0, 31 / 3.0));
+}
+
 TEST(UIGraphicsTest, HasNoImageForASizeThatIsNone)
 {
     const double nan = std::numeric_limits<double>::quiet_NaN();
