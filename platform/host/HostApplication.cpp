@@ -94,7 +94,7 @@ bool HostApplication::handleKey(const QKeyEvent& event)
                 : UIUserInterfaceStyle::Dark);
         return true;
     case Qt::Key_S: {
-        const NSString file = Screenshot::fileForDate(m_scheduler.currentDate());
+        const NSString file = Screenshot::newFile(Screenshot::picturesFolder(), m_scheduler.currentDate());
         const NSString problem = Screenshot::save(m_window.grabWindow(), file);
         complain(problem.isNull() ? NSString("saved \"%1\"").arg(file) : problem);
         return true;

@@ -16,8 +16,18 @@ NSString Screenshot::save(const QImage& picture, const NSString& file)
     return NSString("cannot save the picture to \"%1\": %2").arg(file, writer.errorString());
 }
 
-NSString Screenshot::fileForDate(const NSDate& date)
+NSString Screenshot::picturesFolder()
 {
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
-    return folder.filePath(QCoreApplication::applicationName() + date.toString(" yyyy-MM-dd hh-mm-ss.'png'"));
+    return QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+}
+
+NSString Screenshot::newFile(const NSString& folder, const NSDate& date)
+{
+    const QDir pictures(folder);
+    pictures.mkpath("."); // saving says why when that fails
+    const NSString name = QCoreApplication::applicationName() + date.toString(" yyyy-MM-dd hh-mm-ss");
+    NSString file = pictures.filePath(name + ".png");
+    for (int number = 2; QFileInfo::exists(file); ++number)
+        file = pictures.filePath(NSString("%1 %2.png").arg(name).arg(number));
+    return file;
 }

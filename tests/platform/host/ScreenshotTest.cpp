@@ -1,5 +1,6 @@
 #include "platform/host/Screenshot.h"
 
+#include <QDir>
 #include <QImage>
 #include <QImageReader>
 #include <QTemporaryDir>
@@ -14,6 +15,7 @@ protected:
 
     NSString path(const char* name) const { return folder.filePath(name); }
 
+    const NSDate moment { QDate(2024, 5, 17), QTime(9, 8, 7) };
     QTemporaryDir folder;
     QImage picture { 8, 6, QImage::Format_RGB32 };
 };
@@ -40,8 +42,34 @@ TEST_F(ScreenshotTest, SaysWhyAPictureCannotBeSaved)
 
 TEST_F(ScreenshotTest, NamesAFileAfterItsMoment)
 {
-    const NSString file = Screenshot::fileForDate(NSDate(QDate(2024, 5, 17), QTime(9, 8, 7)));
+    const NSString file = Screenshot::newFile(folder.path(), moment);
     EXPECT_TRUE(file.endsWith(" 2024-05-17 09-08-07.png")) << file.toStdString();
+}
+
+TEST_F(ScreenshotTest, MakesTheFolderThatItNeeds)
+{
+    const NSString file = Screenshot::newFile(path("home/Pictures"), moment);
+    EXPECT_TRUE(Screenshot::save(picture, file).isNull());
+    EXPECT_TRUE(QImageReader(file).canRead());
+}
+
+TEST_F(ScreenshotTest, GivesPicturesOfOneSecondNamesOfTheirOwn)
+{
+    QStringList files;
+    for (int count = 0; count < 12; ++count) {
+        files += Screenshot::newFile(folder.path(), moment);
+        EXPECT_TRUE(Screenshot::save(picture, files.last()).isNull());
+    }
+    EXPECT_EQ(files.removeDuplicates(), 0);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 12);
+    EXPECT_TRUE(files[1].endsWith(" 2024-05-17 09-08-07 2.png")) << files[1].toStdString();
+}
+
+TEST_F(ScreenshotTest, SaysWhyTheFolderCannotBeMade)
+{
+    ASSERT_TRUE(Screenshot::save(picture, path("file.png")).isNull());
+    const NSString file = Screenshot::newFile(path("file.png/Pictures"), moment);
+    EXPECT_FALSE(Screenshot::save(picture, file).isNull());
 }
 
 } // namespace
