@@ -7,10 +7,22 @@
 #include <QtEndian>
 
 #include <array>
+#include <cstdio>
 
 namespace {
 
 const NSString systemFamily = QStringLiteral("Inter");
+const NSString emojiFamily = QStringLiteral("Noto Color Emoji");
+
+// What has letters that a face lacks, before the system's own choice, which may take emoji from a font that
+// has them without colours. They are never the first to be asked: their digits are pictures, too.
+const QStringList& fallbackFamilies()
+{
+    static const QStringList families = QFontDatabase::hasFamily(systemFamily)
+        ? QStringList { systemFamily, emojiFamily }
+        : QStringList { systemFamily };
+    return families;
+}
 
 struct NamedFace {
     NSString name;
@@ -47,6 +59,16 @@ std::optional<LineReach> lineReachOf(const QFont& font)
     };
     const LineReach reach { partAt(4), partAt(6), std::max(0.0, partAt(8)) };
     return reach.ascender > 0 ? std::optional(reach) : std::nullopt;
+}
+
+// Without letters nothing that is written can be read, and nothing else tells why.
+void complainOnceWithoutLetters(const QFontMetricsF& metrics)
+{
+    static std::once_flag looked;
+    std::call_once(looked, [&] {
+        if (!metrics.inFont(QLatin1Char('a')))
+            std::fputs("no usable font is installed: texts cannot be read\n", stderr);
+    });
 }
 
 bool isUsableSize(CGFloat size) { return size > 0 && size <= UIFont::largestSize; }
@@ -99,7 +121,7 @@ CGFloat UIFont::qFontScale() const { return m_pointSize / pixelSizeFor(m_pointSi
 QFont UIFont::qFont() const
 {
     QFont font;
-    font.setFamilies({ m_face.family, systemFamily });
+    font.setFamilies(QStringList { m_face.family } + fallbackFamilies());
     font.setWeight(static_cast<QFont::Weight>(m_face.weight));
     font.setPixelSize(pixelSizeFor(m_pointSize));
     font.setHintingPreference(QFont::PreferNoHinting);
@@ -121,6 +143,7 @@ const UIFont::Metrics& UIFont::metrics() const
 {
     std::call_once(m_measured, [this] {
         const QFontMetricsF metrics(qFont());
+        complainOnceWithoutLetters(metrics);
         const CGFloat scale = qFontScale();
         m_metrics = { metrics.ascent() * scale, -metrics.descent() * scale, metrics.capHeight() * scale,
             metrics.xHeight() * scale, std::max(0.0, metrics.leading()) * scale };

@@ -45,6 +45,19 @@ class CommandLineTest(StageTest):
         self.assertEqual(code, 1)
         self.assertIn(f'cannot save the picture to "{file}": ', process.errors)
 
+    def test_without_fonts_it_says_so_once(self):
+        fonts = self.folder / "fonts.conf"
+        fonts.write_text(f"<fontconfig><dir>{self.folder}</dir><cachedir>{self.folder}</cachedir></fontconfig>")
+        self.environment["FONTCONFIG_FILE"] = str(fonts)
+        code, process = self.run_program("--screenshot", self.folder / "screen.png")
+        self.assertEqual(code, 0, process.errors)
+        self.assertEqual(process.errors.count("no usable font is installed"), 1, process.errors)
+
+    def test_with_fonts_it_says_nothing(self):
+        code, process = self.run_program("--screenshot", self.folder / "screen.png")
+        self.assertEqual(code, 0, process.errors)
+        self.assertNotIn("font", process.errors)
+
     def test_paths_may_have_blanks_and_letters_of_any_language(self):
         program, _ = self.copy_program("a folder für 録音")
         self.assertEqual(self.screenshot_of(program), self.screenshot_of(PROGRAM))
