@@ -202,8 +202,6 @@ void ORVPlaybackSlider::beginThumbDraggingWithLocation(const CGPoint& location)
     m_panningOffset = offsetFromThumbCenter(location); // for a drag that ends inside the message
     if (const auto delegate = m_delegate.lock())
         delegate->playbackSliderDidBeginDraggingThumb(*this);
-    if (!m_draggingThumb)
-        return;
     m_panningOffset = offsetFromThumbCenter(location);
     updateThumbDraggingWithLocation(location);
 }

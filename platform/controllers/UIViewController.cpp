@@ -3,6 +3,7 @@
 #include "platform/controllers/UINavigationController.h"
 #include "platform/controls/UINavigationItem.h"
 #include "platform/foundation/NSAssertionHandler.h"
+#include "platform/views/DepartedView.h"
 #include "platform/views/UIWindow.h"
 
 #include <algorithm>
@@ -100,7 +101,10 @@ void UIViewController::removeFromParentViewController()
     didMoveToParentViewController(nullptr);
 }
 
-UIResponder* UIViewController::nextResponder() const { return m_view ? m_view->superview() : nullptr; }
+UIResponder* UIViewController::nextResponder() const
+{
+    return m_view ? DepartedView::superviewOf(*m_view) : nullptr;
+}
 
 // --- Appearance --------------------------------------------------------------------------------------
 

@@ -57,9 +57,11 @@ UIControlState UIControl::state() const
 
 void UIControl::setEnabled(bool enabled)
 {
+    const auto keepAlive = weak_from_this().lock(); // none while it is being made
     m_enabled = enabled;
     if (!enabled)
         letGoOfTouch();
+    touchabilityDidChange();
 }
 
 void UIControl::setHighlighted(bool highlighted) { m_highlighted = highlighted; }

@@ -46,7 +46,7 @@ public:
     // All states that hold now.
     virtual UIControlState state() const;
     bool isEnabled() const { return m_enabled; }
-    // A control that is disabled lets go of the finger and takes no other.
+    // A control that is disabled lets go of the finger and takes no other; gestures on it are cancelled.
     virtual void setEnabled(bool enabled);
     bool isHighlighted() const { return m_highlighted; }
     // Called for a finger too; tracking is on by then.
@@ -68,6 +68,9 @@ public:
     void touchesMoved(const UITouches&, UIEvent&) override;
     void touchesEnded(const UITouches&, UIEvent&) override;
     void touchesCancelled(const UITouches&, UIEvent&) override;
+
+protected:
+    bool letsItselfBeTouched() const override { return m_enabled && UIView::letsItselfBeTouched(); }
 
 private:
     struct Registration {

@@ -267,7 +267,7 @@ void UIScrollView::endDragging(const CGPoint& velocity)
             [horizontal, vertical](
                 double time) { return CGPoint(horizontal.offsetAt(time), vertical.offsetAt(time)); } });
     if (const auto delegate = m_delegate.lock())
-        delegate->scrollViewDidEndDragging(*this, duration > 0);
+        delegate->scrollViewDidEndDragging(*this, isDecelerating());
 }
 
 bool UIScrollView::catchContent()
@@ -282,6 +282,10 @@ bool UIScrollView::catchContent()
 
 void UIScrollView::startMotion(Motion motion)
 {
+    if (!window()) { // no frame comes by: a drag has ended because the view has left
+        applyOffset(motion.offsetAt(motion.duration));
+        return;
+    }
     m_motion = std::move(motion);
     setNeedsFrameUpdate();
 }

@@ -287,7 +287,7 @@ void UITableView::discardCells()
 void UITableView::letGoOfTouches(UITableViewCell& cell)
 {
     if (window())
-        window()->touches().viewWillLeaveWindow(cell);
+        window()->touches().cancelTouchesIn(cell);
 }
 
 std::vector<std::shared_ptr<UITableViewCell>> UITableView::visibleCells() const

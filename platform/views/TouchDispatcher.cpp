@@ -74,7 +74,7 @@ void TouchDispatcher::touchMoved(TouchID id, const CGPoint& location)
         return;
     tracked->touch->change({}, UITouchPhase::Moved, location, Scheduler::current().now());
     tellRecognizers(tracked);
-    withholdIfHidden(*tracked);
+    withholdIfUntouchable(*tracked);
     if (isTracked(tracked) && tracked->delivery == Delivery::Delivered)
         tellView(*tracked, UITouchPhase::Moved);
 }
@@ -127,7 +127,7 @@ void TouchDispatcher::finish(const TrackedPointer& tracked, UITouchPhase phase, 
 {
     tracked->touch->change({}, phase, location, Scheduler::current().now());
     tellRecognizers(tracked);
-    withholdIfHidden(*tracked);
+    withholdIfUntouchable(*tracked);
     if (phase == UITouchPhase::Ended && tracked->delivery == Delivery::Held) {
         m_late.push_back(tracked); // so short that its view has not heard of it yet
         deliverLate();
@@ -290,17 +290,11 @@ void TouchDispatcher::deliverLate()
     }
 }
 
-bool TouchDispatcher::isHidden(const UIView* view)
-{
-    while (view && !view->isHidden())
-        view = view->superview();
-    return view != nullptr;
-}
-
-void TouchDispatcher::withholdIfHidden(Tracked& tracked)
+// Setters that make a view untouchable have done this already; a layer may be hidden without them.
+void TouchDispatcher::withholdIfUntouchable(Tracked& tracked)
 {
     const auto view = tracked.touch->view();
-    if (isHidden(view.get()))
+    if (view && !view->isTouchable())
         withhold(tracked);
 }
 
@@ -310,27 +304,47 @@ void TouchDispatcher::withhold(Tracked& tracked)
         tellView(tracked, UITouchPhase::Cancelled);
 }
 
-void TouchDispatcher::viewWillLeaveWindow(UIView& root)
+void TouchDispatcher::cancelTouchesIn(UIView& root)
 {
+    if (!isFollowingTouches())
+        return;
     const auto keepAlive = m_window.weak_from_this().lock(); // none while the window itself goes
-    const auto all = m_tracked;
-    for (const auto& tracked : all) {
-        const auto view = tracked->touch->view();
-        if (view && root.containsView(*view))
-            withhold(*tracked);
+    const auto rootAlive = root.weak_from_this().lock();
+    UIView::performWithoutAnimation([&] { cancelTouchesOf(root); });
+}
+
+void TouchDispatcher::cancelTouchesOf(const UIView& root)
+{
+    const auto isInside = [&](const UIView* view) { return view && root.containsView(*view); };
+    // Who is concerned is settled before anybody is told: then the tree may be another one.
+    std::vector<TrackedPointer> touches;
+    UIGestureRecognizers recognizers;
+    const auto collect = [&](const std::shared_ptr<UIGestureRecognizer>& recognizer) {
+        const bool isKnown
+            = std::find(recognizers.begin(), recognizers.end(), recognizer) != recognizers.end();
+        if (!isKnown && isInside(recognizer->view()))
+            recognizers.push_back(recognizer);
+    };
+    for (const auto& tracked : m_tracked) {
+        if (isInside(tracked->touch->view().get()))
+            touches.push_back(tracked);
         for (const auto& recognizer : tracked->touch->gestureRecognizers())
-            if (recognizer->view() && root.containsView(*recognizer->view()))
-                recognizer->abandon({});
+            collect(recognizer);
     }
-    std::erase_if(m_late, [&](const TrackedPointer& tracked) {
-        const auto view = tracked->touch->view();
-        return view && root.containsView(*view);
-    });
-    const auto undecided = m_undecided;
-    for (const auto& held : undecided)
+    for (const auto& held : m_undecided)
         if (const auto recognizer = held.lock())
-            if (recognizer->view() && root.containsView(*recognizer->view()))
-                recognizer->abandon({});
+            collect(recognizer);
+    std::erase_if(
+        m_late, [&](const TrackedPointer& tracked) { return isInside(tracked->touch->view().get()); });
+
+    for (const auto& tracked : touches)
+        withhold(*tracked);
+    for (const auto& recognizer : recognizers)
+        recognizer->abandon({});
+    deliverLate(); // what has waited for the failure of one of them
+    const auto all = m_tracked;
+    for (const auto& tracked : all)
+        deliverWhenFree(*tracked);
 }
 
 // --- Between recognisers -----------------------------------------------------------------------------

@@ -2,8 +2,8 @@
 //
 // Positions are in the window. A touch belongs to the view it hits. The recognisers of that view and its
 // superviews see every change first, the deepest view's first of all; then the view, unless a
-// recogniser has taken the touch or something makes it wait. A touch whose view leaves the window is
-// cancelled there, one whose view is hidden with the finger's next move. Calls that make no sense (an unknown
+// recogniser has taken the touch or something makes it wait. A touch whose view leaves the window or stops
+// being touchable is cancelled for that view in that moment. Calls that make no sense (an unknown
 // finger moves, a place is not finite) change nothing, but a finger that leaves always ends its touch.
 // Everything is delivered inside the call, at the scheduler's time; views and window may go away in it.
 #pragma once
@@ -34,9 +34,13 @@ public:
     bool scroll(UIScrollEvent event);
 
     bool hasTouches() const { return !m_tracked.empty(); }
+    // Whether anybody follows a touch, or waits for what comes of one that has ended.
+    bool isFollowingTouches() const { return !m_tracked.empty() || !m_late.empty() || !m_undecided.empty(); }
 
-    // From the view tree, before a subtree leaves the window: cancels touches and gestures in it.
-    void viewWillLeaveWindow(UIView& root);
+    // For a subtree that has left the window, cannot be touched any more, or becomes another one's: its views
+    // lose their touches, and its gestures are cancelled. Whatever those who are told do, all who were
+    // followed at the call hear of it. No animation is in force meanwhile.
+    void cancelTouchesIn(UIView& root);
 
     // From recognisers: whether no other gesture on the same touches stands against it …
     bool mayRecognize(UIGestureRecognizer&) const;
@@ -44,9 +48,6 @@ public:
     void didRecognize(UIGestureRecognizer&);
     // A view that waits for the gesture to fail may get its touch now.
     void didFail(UIGestureRecognizer&);
-
-    // Whether the view or one around it is hidden.
-    static bool isHidden(const UIView* view);
 
 private:
     // How far the view knows of a touch.
@@ -65,7 +66,8 @@ private:
     void holdOrDeliver(const TrackedPointer&);
     void deliverWhenFree(Tracked&);
     void withhold(Tracked&);
-    void withholdIfHidden(Tracked&);
+    void withholdIfUntouchable(Tracked&);
+    void cancelTouchesOf(const UIView& root);
     static bool isHeldBack(const Tracked&);
     void deliverLate();
     bool isTakenByAnotherTouch(const Tracked&) const;

@@ -1,5 +1,6 @@
 #include "platform/views/UIGestureRecognizer.h"
 
+#include "platform/views/DepartedView.h"
 #include "platform/views/TouchDispatcher.h"
 #include "platform/views/UIWindow.h"
 
@@ -28,7 +29,7 @@ void UIGestureRecognizer::setView(Key, UIView* view) { m_view = view; }
 
 CGPoint UIGestureRecognizer::locationInView(const UIView* view) const
 {
-    return view ? view->convertPointFromView(m_lastCentroid, nullptr) : m_lastCentroid;
+    return DepartedView::pointFromWindow(m_lastCentroid, view);
 }
 
 CGPoint UIGestureRecognizer::centroid() const
@@ -83,7 +84,7 @@ void UIGestureRecognizer::deliver(Key, const std::shared_ptr<UITouch>& touch, UI
     m_lastCentroid = centroid();
     if (isOver())
         return;
-    if (TouchDispatcher::isHidden(m_view))
+    if (!m_view || !m_view->isTouchable())
         return setState(UIGestureRecognizerState::Cancelled);
     switch (touch->phase()) {
     case UITouchPhase::Began:
@@ -128,7 +129,7 @@ void UIGestureRecognizer::touchesCancelled(const UITouches&, UIEvent&)
 void UIGestureRecognizer::abandon(Key)
 {
     const auto keepAlive = shared_from_this();
-    setState(UIGestureRecognizerState::Cancelled);
+    UIView::performWithoutAnimation([this] { setState(UIGestureRecognizerState::Cancelled); });
     m_touches.clear();
     m_goneTouches.clear();
     becomePossibleWhenFree();
@@ -214,7 +215,7 @@ void UIGestureRecognizer::enter(UIGestureRecognizerState state)
 
 bool UIGestureRecognizer::mayBegin()
 {
-    if (!m_enabled || !m_view || TouchDispatcher::isHidden(m_view))
+    if (!m_enabled || !m_view || !m_view->isTouchable())
         return false;
     const auto required = requirements();
     if (std::any_of(

@@ -4,10 +4,11 @@
 // recognises its gesture makes the others fail, unless a delegate lets both go on. It goes
 // possible → ended for a gesture that happens at once, possible → began → changed … → ended or
 // cancelled for one that lasts, or possible → failed; when all its touches are gone it is possible
-// again. Targets are told of every state but possible and failed. On a hidden view nothing is recognised,
-// and what goes on there is cancelled with the next move. A gesture that has to wait for another one's
-// failure stays possible until then. A recogniser may be removed, disabled or dropped from inside its
-// own action.
+// again. Targets are told of every state but possible and failed. On a view that cannot be touched
+// (UIView::isTouchable()) nothing is recognised, and what goes on there is cancelled in the moment it stops
+// being touchable or leaves its window; the cancelled action runs after that change and outside of any
+// animation. A gesture that has to wait for another one's failure stays possible until then. A recogniser may
+// be removed, disabled or dropped from inside its own action.
 #pragma once
 
 #include "platform/foundation/Action.h"

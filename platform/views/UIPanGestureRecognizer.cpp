@@ -2,6 +2,7 @@
 
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/layers/FiniteNumbers.h"
+#include "platform/views/DepartedView.h"
 #include "platform/views/UIView.h"
 
 namespace {
@@ -11,16 +12,12 @@ double lengthOf(const CGPoint& vector) { return std::hypot(vector.x(), vector.y(
 // Differences are not moved by where a view lies, only turned and scaled by how it does.
 CGPoint vectorIntoView(const CGPoint& vector, const UIView* view)
 {
-    if (!view)
-        return vector;
-    return view->convertPointFromView(vector, nullptr) - view->convertPointFromView({}, nullptr);
+    return DepartedView::pointFromWindow(vector, view) - DepartedView::pointFromWindow({}, view);
 }
 
 CGPoint vectorOutOfView(const CGPoint& vector, const UIView* view)
 {
-    if (!view)
-        return vector;
-    return view->convertPointToView(vector, nullptr) - view->convertPointToView({}, nullptr);
+    return DepartedView::pointToWindow(vector, view) - DepartedView::pointToWindow({}, view);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "platform/views/UITapGestureRecognizer.h"
 
 #include "platform/foundation/NSAssertionHandler.h"
+#include "platform/views/DepartedView.h"
 #include "platform/views/InteractionConstants.h"
 #include "platform/views/UIView.h"
 
@@ -30,7 +31,7 @@ CGPoint UITapGestureRecognizer::locationInView(const UIView* view) const
     for (const Finger& finger : m_lastFingers)
         sum += finger.start;
     const CGPoint middle = sum / static_cast<double>(m_lastFingers.size());
-    return view ? view->convertPointFromView(middle, nullptr) : middle;
+    return DepartedView::pointFromWindow(middle, view);
 }
 
 void UITapGestureRecognizer::touchesBegan(const UITouches& began, UIEvent&)

@@ -1,5 +1,6 @@
 #include "platform/views/UITouch.h"
 
+#include "platform/views/DepartedView.h"
 #include "platform/views/UIGestureRecognizer.h"
 #include "platform/views/UIView.h"
 
@@ -13,12 +14,12 @@ UITouch::UITouch(Key, const std::shared_ptr<UIView>& view, const CGPoint& locati
 
 CGPoint UITouch::locationInView(const UIView* view) const
 {
-    return view ? view->convertPointFromView(m_location, nullptr) : m_location;
+    return DepartedView::pointFromWindow(m_location, view);
 }
 
 CGPoint UITouch::previousLocationInView(const UIView* view) const
 {
-    return view ? view->convertPointFromView(m_previousLocation, nullptr) : m_previousLocation;
+    return DepartedView::pointFromWindow(m_previousLocation, view);
 }
 
 UIGestureRecognizers UITouch::gestureRecognizers() const

@@ -1,18 +1,47 @@
 // The part of UIView that touches and editing meet: hit testing, recognisers, the responder chain.
 
+#include "platform/views/DepartedView.h"
 #include "platform/views/UIGestureRecognizer.h"
 #include "platform/views/UIView.h"
 #include "platform/views/UIViewOwner.h"
 #include "platform/views/UIWindow.h"
 
-bool UIView::takesTouches() const
+namespace {
+
+// What is fainter than this is not seen, and so not touched.
+constexpr double faintestTouchableAlpha = 0.01;
+
+} // namespace
+
+void UIView::setUserInteractionEnabled(bool enabled)
 {
-    return m_userInteractionEnabled && m_interactionBlocks == 0 && !isHidden() && alpha() >= 0.01;
+    m_userInteractionEnabled = enabled;
+    touchabilityDidChange();
+}
+
+bool UIView::letsItselfBeTouched() const
+{
+    return m_userInteractionEnabled && !isHidden() && alpha() >= faintestTouchableAlpha;
+}
+
+bool UIView::isTouchable() const
+{
+    const UIView* view = this;
+    while (view && view->letsItselfBeTouched())
+        view = view->m_superview;
+    return !view;
+}
+
+void UIView::touchabilityDidChange()
+{
+    if (m_window && m_window->touches().isFollowingTouches() && !isTouchable())
+        m_window->touches().cancelTouchesIn(*this);
 }
 
 UIView* UIView::hitTest(const CGPoint& point)
 {
-    if (!takesTouches() || !pointInside(point))
+    // A disabled control is hit: it takes nothing, and nothing goes through it either.
+    if (!UIView::letsItselfBeTouched() || m_interactionBlocks > 0 || !pointInside(point))
         return nullptr;
     for (auto view = m_subviews.rbegin(); view != m_subviews.rend(); ++view)
         if (UIView* const hit = (*view)->hitTest((*view)->convertPointFromView(point, this)))
@@ -55,7 +84,7 @@ UIResponder* UIView::nextResponder() const
 {
     if (m_owner)
         return m_owner;
-    return m_superview;
+    return DepartedView::superviewOf(*this);
 }
 
 bool UIView::endEditing(bool force)

@@ -1,6 +1,7 @@
 // The part of UIView that keeps the tree: adding, moving and removing subviews, and entering windows.
 
 #include "platform/foundation/NSAssertionHandler.h"
+#include "platform/views/DepartedView.h"
 #include "platform/views/UIAppearance.h"
 #include "platform/views/UIView.h"
 #include "platform/views/UIViewOwner.h"
@@ -57,17 +58,14 @@ void UIView::insert(const std::shared_ptr<UIView>& added, std::size_t index)
 
     const auto keepAlive = shared_from_this();
     const InheritedTint tintBefore = view->inheritedTint();
-    const bool changesWindow = view->m_window != m_window;
-    if (changesWindow)
-        view->tellWillMoveToWindow(m_window);
-    view->willMoveToSuperview(this);
-    if (changesWindow)
-        view->leaveWindow();
-    if (view->m_superview)
-        view->m_superview->takeOut(*view);
+    if (!view->tellWillMove(this, m_window) || view->containsView(*this))
+        return; // one of those who were told has put it elsewhere
+    UIWindow* const windowBefore = view->m_window;
+    const bool changesWindow = windowBefore != m_window;
+    const auto departed = view->departingTo(m_window);
+    view->leaveSuperview();
     if (changesWindow)
         view->m_layer->removeEndingAnimationsOfSubtree();
-
     index = std::min(index, m_subviews.size());
     const std::size_t sublayerIndex = layerIndex(*view, index);
     m_subviews.insert(m_subviews.begin() + static_cast<std::ptrdiff_t>(index), view);
@@ -77,16 +75,7 @@ void UIView::insert(const std::shared_ptr<UIView>& added, std::size_t index)
     if (view->hasPendingConstraintUpdate())
         view->superviewsNeedUpdateConstraints();
     setNeedsLayout();
-    if (changesWindow) {
-        view->setWindow(m_window);
-        view->tellDidMoveToWindow(m_window);
-    }
-    view->didMoveToSuperview();
-    didAddSubview(*view);
-    if (changesWindow) // nobody has seen it in another colour
-        performWithoutAnimation([&] { view->tellTintChangeSince(tintBefore); });
-    else
-        view->tellTintChangeSince(tintBefore);
+    view->tellDidMove(windowBefore, tintBefore);
 }
 
 void UIView::moveSubview(const std::shared_ptr<UIView>& moved, std::size_t index)
@@ -128,34 +117,81 @@ void UIView::removeFromSuperview()
         return;
     const auto keepAlive = strongSelf(this);
     const InheritedTint tintBefore = inheritedTint();
+    if (!tellWillMove(nullptr, nullptr))
+        return; // one of those who were told has done it, or put it elsewhere
     UIWindow* const windowBefore = m_window;
+    const auto departed = departingTo(nullptr);
+    leaveSuperview();
     if (windowBefore)
-        tellWillMoveToWindow(nullptr);
-    willMoveToSuperview(nullptr);
-    leaveWindow();
-    if (!m_superview)
-        return; // one of those who were told has done it
-
-    m_superview->takeOut(*this);
-    if (windowBefore) {
         m_layer->removeEndingAnimationsOfSubtree();
-        setWindow(nullptr);
-        tellDidMoveToWindow(nullptr);
-    }
-    didMoveToSuperview();
-    tellTintChangeSince(tintBefore);
+    tellDidMove(windowBefore, tintBefore);
 }
 
-void UIView::takeOut(UIView& view)
+// Where the view stands now, where somebody will be told of a finger on it after it has gone.
+std::unique_ptr<DepartedView> UIView::departingTo(const UIWindow* window)
 {
-    const auto keepAlive = weak_from_this().lock();
-    willRemoveSubview(view);
-    view.dropOutsideConstraints();
-    std::erase_if(m_subviews, [&](const auto& subview) { return subview.get() == &view; });
-    view.m_superview = nullptr;
-    view.layoutRoleDidChange();
-    view.m_layer->removeFromSuperlayer();
-    setNeedsLayout();
+    const bool followsTouches = m_window && m_window != window && m_window->touches().isFollowingTouches();
+    return followsTouches ? std::make_unique<DepartedView>(*this) : nullptr;
+}
+
+// Out of the tree without a word.
+void UIView::leaveSuperview()
+{
+    ++m_moves;
+    if (!m_superview)
+        return;
+    dropOutsideConstraints(); // while the views around it are still there
+    UIView* const superview = std::exchange(m_superview, nullptr);
+    std::erase_if(superview->m_subviews, [this](const auto& subview) { return subview.get() == this; });
+    layoutRoleDidChange();
+    m_layer->removeFromSuperlayer();
+    superview->setNeedsLayout();
+}
+
+// Tells of a move before it. Answers whether the view is still where it was.
+bool UIView::tellWillMove(UIView* superview, UIWindow* window)
+{
+    const unsigned moves = m_moves;
+    if (m_windowTold != m_window)
+        tellDidMoveToWindow(); // of the move before, whose messages have not come to this view yet
+    if (window != m_window)
+        tellWillMoveToWindow(window);
+    willMoveToSuperview(superview);
+    if (window != m_window && m_window)
+        endEditing(true);
+    if (m_superview && m_moves == moves) {
+        const auto superviewAlive = m_superview->weak_from_this().lock(); // none while the superview goes
+        m_superview->willRemoveSubview(*this);
+    }
+    return m_moves == moves;
+}
+
+// Tells of a move when all of it has been done, so that those who are told find a tree that is whole and may
+// change it. A message that a further move has overtaken is not sent: of the further move all have been told.
+void UIView::tellDidMove(UIWindow* windowBefore, const InheritedTint& tintBefore)
+{
+    const unsigned moves = ++m_moves;
+    const auto windowKept
+        = windowBefore ? std::static_pointer_cast<UIWindow>(windowBefore->weak_from_this().lock()) : nullptr;
+    const auto superview = m_superview ? m_superview->shared_from_this() : nullptr;
+    UIWindow* const window = m_superview ? m_superview->m_window : nullptr;
+    if (window != windowBefore) {
+        setWindow(window);
+        if (windowBefore)
+            windowBefore->touches().cancelTouchesIn(*this);
+        if (m_moves == moves && m_window == window)
+            tellDidMoveToWindow();
+    } else {
+        touchabilityDidChange(); // it may have come into a view that is hidden
+    }
+    if (m_moves == moves)
+        didMoveToSuperview();
+    if (m_moves == moves && m_superview)
+        m_superview->didAddSubview(*this);
+    if (m_superview && window != windowBefore) // nobody has seen it in another colour
+        performWithoutAnimation([&] { tellTintChangeSince(tintBefore); });
+    else
+        tellTintChangeSince(tintBefore);
 }
 
 bool UIView::containsView(const UIView& view) const
@@ -200,10 +236,12 @@ void UIView::tellWillMoveToWindow(UIWindow* window)
             view->tellWillMoveToWindow(window);
 }
 
-void UIView::tellDidMoveToWindow(UIWindow* window)
+void UIView::tellDidMoveToWindow()
 {
     const auto keepAlive = shared_from_this();
     const auto owner = m_owner ? m_owner->shared_from_this() : nullptr;
+    UIWindow* const window = m_window;
+    m_windowTold = window;
     if (window)
         performWithoutAnimation([this] { UIAppearance::applyTo(*this); });
     didMoveToWindow();
@@ -214,17 +252,8 @@ void UIView::tellDidMoveToWindow(UIWindow* window)
         if (m_window != window)
             return; // moved on meanwhile, and the subtree has been told of that
         if (view->m_superview == this)
-            view->tellDidMoveToWindow(window);
+            view->tellDidMoveToWindow();
     }
-}
-
-void UIView::leaveWindow()
-{
-    if (!m_window)
-        return;
-    endEditing(true);
-    if (m_window)
-        m_window->touches().viewWillLeaveWindow(*this);
 }
 
 void UIView::tellSubtree(void (UIView::*message)())

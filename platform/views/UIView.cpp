@@ -186,13 +186,19 @@ double UIView::alpha() const { return m_layer->opacity(); }
 void UIView::setAlpha(double alpha)
 {
     NSParameterAssert(isFinite(alpha), "UIView", "isfinite(alpha)");
-    if (isFinite(alpha))
-        m_layer->setOpacity(alpha);
+    if (!isFinite(alpha))
+        return;
+    m_layer->setOpacity(alpha);
+    touchabilityDidChange();
 }
 
 bool UIView::isHidden() const { return m_layer->isHidden(); }
 
-void UIView::setHidden(bool hidden) { m_layer->setHidden(hidden); }
+void UIView::setHidden(bool hidden)
+{
+    m_layer->setHidden(hidden);
+    touchabilityDidChange();
+}
 
 bool UIView::isOpaque() const { return m_opaque; }
 

@@ -20,6 +20,7 @@
 #include <functional>
 
 class CGContext;
+class DepartedView;
 class UIColor;
 class UIGestureRecognizer;
 class UIViewOwner;
@@ -180,10 +181,15 @@ public:
     // --- Touches -------------------------------------------------------------------------------------
 
     bool isUserInteractionEnabled() const { return m_userInteractionEnabled; }
-    void setUserInteractionEnabled(bool enabled) { m_userInteractionEnabled = enabled; }
+    void setUserInteractionEnabled(bool enabled);
     // Off by default: the view hears of one finger at a time.
     bool isMultipleTouchEnabled() const { return m_multipleTouchEnabled; }
     void setMultipleTouchEnabled(bool enabled) { m_multipleTouchEnabled = enabled; }
+    // Whether neither the view nor one around it is hidden, nearly transparent (alpha below 0.01) or
+    // disabled. Fingers on a view that stops being touchable are taken from it in that moment, and gestures
+    // of it and of views inside it are cancelled: inside the setter, after the change, and outside of any
+    // animation. Animations that keep new touches out do not count here.
+    bool isTouchable() const;
     // The deepest view at the point, in this view's coordinates, the topmost first. Hidden views, views with
     // an alpha below 0.01 and views without interaction are not hit.
     virtual UIView* hitTest(const CGPoint& point);
@@ -258,6 +264,10 @@ protected:
     void setWindow(UIWindow* window);
     // Sends the message to the whole subtree, superviews first.
     void tellSubtree(void (UIView::*message)());
+    // Whether the view itself lets itself and those inside be touched; controls have a word in it.
+    virtual bool letsItselfBeTouched() const;
+    // To be called after a change that may have ended that.
+    void touchabilityDidChange();
 
 private:
     // What a view inherits in tint, to find out whether it is another one after a change.
@@ -273,12 +283,14 @@ private:
 
     void insert(const std::shared_ptr<UIView>& view, std::size_t index);
     void moveSubview(const std::shared_ptr<UIView>& view, std::size_t index);
-    void takeOut(UIView& view);
+    void leaveSuperview();
+    std::unique_ptr<DepartedView> departingTo(const UIWindow* window);
+    bool tellWillMove(UIView* superview, UIWindow* window);
+    void tellDidMove(UIWindow* windowBefore, const InheritedTint& tintBefore);
     std::size_t indexOfSubview(const UIView& view) const; // beyond the last for another view
     std::size_t layerIndex(const UIView& view, std::size_t index) const;
     void tellWillMoveToWindow(UIWindow* window);
-    void tellDidMoveToWindow(UIWindow* window);
-    void leaveWindow();
+    void tellDidMoveToWindow();
     void resizeWithSuperview(const CGSize& oldSize, const CGSize& newSize);
     const UIView& rootView() const;
     InheritedTint inheritedTint() const;
@@ -287,7 +299,6 @@ private:
     void tellInheritedTintChange(TintChange inherited);
     void tellTintChange(TintChange own);
     void tellOwnTintChange();
-    bool takesTouches() const;
     bool hasPendingConstraintUpdate() const
     {
         return m_needsUpdateConstraints || m_subviewsNeedUpdateConstraints;
@@ -303,6 +314,7 @@ private:
     std::shared_ptr<CALayer> m_layer;
     UIView* m_superview = nullptr;
     UIWindow* m_window = nullptr;
+    UIWindow* m_windowTold = nullptr; // the one that didMoveToWindow() was last sent for
     UIViewOwner* m_owner = nullptr;
     std::vector<std::shared_ptr<UIView>> m_subviews;
     std::vector<std::shared_ptr<UIGestureRecognizer>> m_recognizers;
@@ -322,4 +334,5 @@ private:
     bool m_needsUpdateConstraints = false;
     bool m_subviewsNeedUpdateConstraints = false;
     int m_interactionBlocks = 0; // animations under way that keep touches out
+    unsigned m_moves = 0; // counts the places in the tree that the view has come to
 };

@@ -371,7 +371,8 @@ TEST_F(ORVPlaybackSliderTouchTest, ADragThatEndsInItsFirstMessageLeavesTheThumbW
     setPosition(0.5);
     interfere("begin", [this] { removeSlider(); });
     beginDragging();
-    EXPECT_THAT(log->lines, ElementsAre("begin", "drag 0.5", "end 0.5"));
+    // The end comes from inside the first message; the beginning makes its update step all the same.
+    EXPECT_THAT(log->lines, ElementsAre("begin", "drag 0.5", "end 0.5", "drag 0.5"));
     EXPECT_EQ(slider->currentPosition(), 0.5);
 }
 

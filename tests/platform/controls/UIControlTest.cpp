@@ -1,7 +1,9 @@
 #include "platform/controls/UIControl.h"
 
+#include "platform/views/UIPanGestureRecognizer.h"
 #include "platform/views/UITouch.h"
 #include "tests/platform/controls/ControlLog.h"
+#include "tests/platform/views/ViewLog.h"
 #include "tests/support/SceneFixture.h"
 
 namespace {
@@ -370,6 +372,21 @@ TEST_F(UIControlTest, TargetsThatAreGoneAreNotTold)
     target = nullptr;
     touch.tap({ 150, 120 });
     EXPECT_FALSE(control->isTracking());
+}
+
+TEST_F(UIControlTest, DisablingItCancelsTheGesturesOnIt)
+{
+    const auto gestures = make<GestureTarget>();
+    const auto pan = make<UIPanGestureRecognizer>(gestures->action());
+    control->addGestureRecognizer(pan);
+    touch.down({ 110, 110 });
+    touch.moveTo({ 140, 110 });
+    UIView::animate(1, [&] { control->setEnabled(false); });
+    EXPECT_EQ(gestures->states, (std::vector<int> { 1, 4 }));
+    touch.up();
+    touch.drag({ 110, 110 }, { 190, 110 }, 0.1);
+    EXPECT_EQ(gestures->states.size(), 2u) << "on a disabled control none begins";
+    EXPECT_EQ(window->hitTest({ 110, 110 }), control.get()) << "yet nothing goes through it";
 }
 
 TEST_F(UIControlTest, TheControlMayBeDroppedFromInsideItsAction)

@@ -41,6 +41,19 @@ protected:
     std::shared_ptr<ScrollLog> log = make<ScrollLog>();
 };
 
+TEST_F(UIScrollViewTest, OneThatLeavesDuringADragComesToRestAtOnce)
+{
+    touch.down({ 100, 100 });
+    touch.moveTo({ 100, 120 });
+    touch.moveTo({ 100, 250 });
+    ASSERT_LT(offset(), 0) << "pulled beyond the top";
+    view->removeFromSuperview();
+    EXPECT_EQ(log->lines, (Lines { "begin", "end" }));
+    EXPECT_FALSE(view->isDragging());
+    EXPECT_FALSE(view->isDecelerating());
+    EXPECT_EQ(offset(), 0);
+}
+
 TEST_F(UIScrollViewTest, FollowsTheFingerExactlyOnceItDrags)
 {
     touch.down({ 100, 400 });

@@ -211,12 +211,12 @@ TEST_F(TouchDispatcherTest, ATouchGoesOnWhenItsViewMovesWithinTheWindow)
     EXPECT_EQ(view->lines, (Lines { "began 50 50", "ended 50 50" }));
 }
 
-TEST_F(TouchDispatcherTest, ATouchOfAViewThatIsHiddenIsCancelledWithTheNextMove)
+TEST_F(TouchDispatcherTest, ATouchOfAViewThatIsHiddenIsCancelledInThatMoment)
 {
     touch.down({ 150, 150 });
     view->setHidden(true);
+    EXPECT_EQ(view->lines, (Lines { "began 50 50", "cancelled 50 50" }));
     touch.moveTo({ 160, 150 });
-    EXPECT_EQ(view->lines, (Lines { "began 50 50", "cancelled 60 50" }));
     view->setHidden(false);
     touch.moveTo({ 170, 150 });
     touch.up();
