@@ -140,13 +140,13 @@ void ORVRecordTableViewCell::setPlaybackSliderVisible(bool visible, Animated ani
         m_playbackSlider->layer()->removeAnimationForKey(QStringLiteral("opacity")); // of a fade under way
         fade();
         if (!visible)
-            removePlaybackSliderIfNecessary();
+            removeFadedPlaybackSlider();
         return;
     }
     animate(sliderFadeDuration, fade, [weak = weakSelf(this), visible](bool finished) {
         const auto self = weak.lock();
         if (self && finished && !visible)
-            self->removePlaybackSliderIfNecessary();
+            self->removeFadedPlaybackSlider();
     });
 }
 
@@ -201,6 +201,13 @@ NSLayoutConstraint::List ORVRecordTableViewCell::makeSliderConstraints() const
                               QString::fromLatin1(format), NSLayoutFormatOptions::None, {}, views),
             std::back_inserter(constraints));
     return constraints;
+}
+
+// Hiding the slider takes the finger off its thumb, and the end of that drag may show the slider again.
+void ORVRecordTableViewCell::removeFadedPlaybackSlider()
+{
+    if (m_playbackSlider->alpha() == 0)
+        removePlaybackSliderIfNecessary();
 }
 
 // --- Requests ----------------------------------------------------------------------------------------

@@ -60,6 +60,7 @@ private:
     void constrainSeparator();
     void addPlaybackSliderIfNecessary();
     void removePlaybackSliderIfNecessary();
+    void removeFadedPlaybackSlider();
     NSLayoutConstraint::List makeSliderConstraints() const;
     void renderWaveformAtItsPlace(UIView& around);
     bool waveformFits() const;

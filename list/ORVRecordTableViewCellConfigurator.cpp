@@ -83,5 +83,8 @@ void ORVRecordTableViewCellConfigurator::configurePlaybackControlsInCell(
     button->progressView()->setProgress(positionFraction, animated);
     button->progressView()->setIndeterminate(state == Preparing);
     cell->playbackSlider()->setThumbHidden(state == None || state == Preparing);
+    // Hiding the thumb ends a drag of it, and the end of a drag leaves the finger's position in the ring.
+    if (button->progressView()->progress() != positionFraction)
+        button->progressView()->setProgress(positionFraction, animated);
     cell->playbackSlider()->setCurrentPosition(positionFraction, animated);
 }

@@ -274,12 +274,15 @@ void ORVRecordsListViewController::playRecord(const std::shared_ptr<ORVRecord>& 
 
 void ORVRecordsListViewController::stopCurrentRecordPlayer()
 {
-    if (!m_currentPlayer)
+    const auto player = m_currentPlayer;
+    if (!player)
         return;
+    // A finger on the thumb lets go of it here, and the end of its drag asks the player to go on.
     m_cellConfigurator->configurePlaybackControlsInCell(
-        cellForRecord(*m_currentPlayer->record()).get(), nullptr, Animated::Yes);
-    m_currentPlayer->setPaused(true);
-    m_currentPlayer.reset();
+        cellForRecord(*player->record()).get(), nullptr, Animated::Yes);
+    player->setPaused(true);
+    if (m_currentPlayer == player)
+        m_currentPlayer.reset();
 }
 
 void ORVRecordsListViewController::configureCellOfPlayer(const ORVRecordPlayer& player)

@@ -210,6 +210,100 @@ TEST_F(ScrubbingTest, ATurnOfTheWheelDuringADragEndsItForItsOwnRecord)
     EXPECT_FALSE(player->isPaused());
 }
 
+TEST_F(ScrubbingTest, ClosingTheRowWithASecondFingerEndsTheDragWhichOpensItAgain)
+{
+    openPlaying(1);
+    const auto player = controller->currentPlayer();
+    const CGPoint start = thumb();
+    touch.down(start);
+    touch.moveTo({ start.x() + 20, start.y() });
+    touch.moveTo({ start.x() + 100, start.y() });
+    const double position = slider().currentPosition();
+    touch.down(centerOf(*cellAt(0)->infoView()), 1);
+    touch.wait(0.05);
+    touch.up(1);
+    EXPECT_FALSE(slider().isDraggingThumb()) << "stopped as soon as the bar began to fade";
+    touch.moveTo({ start.x() + 200, start.y() }); // is heard by nobody
+    scheduler.advance(2);
+    touch.up();
+    scheduler.advance(1);
+    EXPECT_EQ(controller->tableView()->indexPathForSelectedRow(), (NSIndexPath { 0, 0 }));
+    EXPECT_EQ(cellAt(0)->frame().height(), 108);
+    EXPECT_TRUE(showsSlider(0));
+    EXPECT_EQ(slider().alpha(), 1);
+    EXPECT_EQ(slider().layer()->presentationValues().opacity, 1);
+    EXPECT_EQ(slider().frame(), CGRect(0, 64, 390, 44));
+    EXPECT_EQ(controller->currentPlayer(), player);
+    EXPECT_FALSE(player->isPaused());
+    EXPECT_GT(player->timePosition(), position * player->recordDuration());
+}
+
+TEST_F(ScrubbingTest, HidingTheBarAtOnceEndsTheDragWhichShowsItAgain)
+{
+    openPlaying(1);
+    const CGPoint start = thumb();
+    touch.down(start);
+    touch.moveTo({ start.x() + 20, start.y() });
+    controller->tableView()->deselectRow({ 0, 0 }, Animated::No);
+    cellAt(0)->setPlaybackSliderVisible(false, Animated::No);
+    runFrames();
+    EXPECT_FALSE(slider().isDraggingThumb());
+    EXPECT_EQ(controller->tableView()->indexPathForSelectedRow(), (NSIndexPath { 0, 0 }));
+    EXPECT_TRUE(showsSlider(0));
+    EXPECT_EQ(slider().alpha(), 1);
+}
+
+TEST_F(ScrubbingTest, ABarThatIsTakenOutDuringADragIsPutBackByTheEndOfTheDrag)
+{
+    openPlaying(1);
+    const auto player = controller->currentPlayer();
+    const CGPoint start = thumb();
+    touch.down(start);
+    touch.moveTo({ start.x() + 20, start.y() });
+    touch.moveTo({ start.x() + 100, start.y() });
+    const double position = slider().currentPosition();
+    controller->tableView()->deselectRow({ 0, 0 }, Animated::No);
+    slider().removeFromSuperview();
+    EXPECT_TRUE(showsSlider(0)) << "the row is open again";
+    EXPECT_EQ(slider().window(), window.get());
+    executor.runAll();
+    scheduler.advance(1);
+    EXPECT_EQ(slider().frame(), CGRect(0, 64, 390, 44));
+    EXPECT_EQ(slider().layer()->presentationValues().opacity, 1);
+    EXPECT_NEAR(player->timePosition(), position * player->recordDuration() + 1, 0.15)
+        << "the last place of the finger was read where the bar had been";
+}
+
+TEST_F(ScrubbingTest, PlayingAnotherRowEndsTheDragInsideThatCall)
+{
+    openPlaying(1);
+    const auto first = controller->currentPlayer();
+    const CGPoint start = thumb();
+    touch.down(start);
+    touch.moveTo({ start.x() + 20, start.y() });
+    touch.moveTo({ start.x() + 100, start.y() });
+    ORVPlaybackSlider& dragged = slider();
+    controller->recordTableViewCellRequestsPlayback(*cellAt(1));
+    EXPECT_FALSE(dragged.isDraggingThumb());
+    EXPECT_TRUE(first->isPaused());
+    touch.moveTo({ start.x() + 200, start.y() });
+    touch.up();
+    executor.runAll();
+    scheduler.advance(1);
+    ASSERT_TRUE(controller->currentPlayer());
+    EXPECT_EQ(controller->currentPlayer()->record(), controller->fetchedRecords()[1]);
+    EXPECT_FALSE(controller->currentPlayer()->isPaused());
+    EXPECT_TRUE(first->isPaused());
+    EXPECT_TRUE(showsPause(1));
+    EXPECT_FALSE(showsPause(0));
+    // The end of the drag asked for the first row, after the second had been opened.
+    EXPECT_EQ(controller->tableView()->indexPathForSelectedRow(), (NSIndexPath { 0, 0 }));
+    EXPECT_EQ(cellAt(0)->frame().height(), 108);
+    EXPECT_EQ(cellAt(1)->frame().height(), 64);
+    EXPECT_EQ(positionAt(0), 0) << "the ring of the first row is at its start, as its bar is";
+    EXPECT_EQ(slider().currentPosition(), 0);
+}
+
 TEST_F(ScrubbingTest, ADragWhoseRowIsScrolledAwayEndsForItsOwnRecord)
 {
     openPlaying(1);
