@@ -47,20 +47,6 @@ void ORVRecordsListViewController::viewDidAppear(Animated animated)
     updateRecordsIfNecessary();
 }
 
-void ORVRecordsListViewController::viewDidLayoutSubviews()
-{
-    UIViewController::viewDidLayoutSubviews();
-    // The last row can be scrolled clear of what covers the bottom of the screen.
-    UIEdgeInsets inset = m_tableView->contentInset();
-    inset.bottom = view()->safeAreaInsets().bottom;
-    if (inset == m_tableView->contentInset())
-        return;
-    m_tableView->setContentInset(inset);
-    UIEdgeInsets indicatorInsets = m_tableView->scrollIndicatorInsets();
-    indicatorInsets.bottom = inset.bottom;
-    m_tableView->setScrollIndicatorInsets(indicatorInsets);
-}
-
 // --- Fetching ----------------------------------------------------------------------------------------
 
 void ORVRecordsListViewController::setUserLocation(std::shared_ptr<CLLocation> location)

@@ -52,7 +52,6 @@ public:
     void loadView() override;
     void viewDidLoad() override;
     void viewDidAppear(Animated animated) override;
-    void viewDidLayoutSubviews() override;
 
     int tableViewNumberOfRowsInSection(UITableView&, int section) override;
     std::shared_ptr<UITableViewCell> tableViewCellForRowAtIndexPath(UITableView&, NSIndexPath) override;

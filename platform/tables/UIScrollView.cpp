@@ -23,6 +23,12 @@ bool areFinite(const UIEdgeInsets& insets)
     return isFinite(insets.top) && isFinite(insets.left) && isFinite(insets.bottom) && isFinite(insets.right);
 }
 
+UIEdgeInsets sum(const UIEdgeInsets& first, const UIEdgeInsets& second)
+{
+    return { first.top + second.top, first.left + second.left, first.bottom + second.bottom,
+        first.right + second.right };
+}
+
 } // namespace
 
 // A pan that begins at once when the finger catches a moving content: the touch stops it and is no tap.
@@ -58,6 +64,7 @@ void UIScrollView::init()
         make<ScrollIndicator>(ScrollIndicator::Axis::Vertical) };
     for (const auto& indicator : m_indicators)
         addSubview(indicator);
+    followSafeArea();
 }
 
 void UIScrollView::setContentSize(const CGSize& size)
@@ -67,6 +74,7 @@ void UIScrollView::setContentSize(const CGSize& size)
         return;
     const auto keepAlive = shared_from_this(); // the delegate may drop the view, here and below
     m_contentSize = size;
+    countSafeArea();
     keepOffsetInRange();
     placeIndicators();
 }
@@ -76,12 +84,44 @@ void UIScrollView::setContentInset(const UIEdgeInsets& inset)
     NSParameterAssert(areFinite(inset), "UIScrollView", "isfinite(contentInset)");
     if (!areFinite(inset))
         return;
+    changeInset(m_contentInset, inset);
+}
+
+UIEdgeInsets UIScrollView::adjustedContentInset() const { return sum(m_contentInset, m_safeArea); }
+
+UIEdgeInsets UIScrollView::adjustedScrollIndicatorInsets() const
+{
+    return sum(m_scrollIndicatorInsets, m_safeArea);
+}
+
+void UIScrollView::safeAreaInsetsDidChange()
+{
+    UIView::safeAreaInsetsDidChange();
+    countSafeArea();
+}
+
+// Outside of a window what was counted last goes on counting, so that the content is found where it was.
+void UIScrollView::countSafeArea()
+{
+    if (!window())
+        return;
+    UIEdgeInsets counted = safeAreaInsets();
+    if (m_contentSize.width() <= bounds().width())
+        counted.left = counted.right = 0;
+    if (counted != m_safeArea)
+        changeInset(m_safeArea, counted);
+}
+
+// Content that rests at its beginning goes on resting there.
+void UIScrollView::changeInset(UIEdgeInsets& inset, const UIEdgeInsets& value)
+{
     const auto keepAlive = shared_from_this();
-    // Content that rests at its top goes on resting there.
+    const bool wasAtLeft = contentOffset().x() <= horizontalRange().minimum;
     const bool wasAtTop = contentOffset().y() <= verticalRange().minimum;
-    m_contentInset = inset;
-    if (wasAtTop && !isDragging() && !m_motion)
-        applyOffset({ contentOffset().x(), verticalRange().minimum });
+    inset = value;
+    if (!isDragging() && !m_motion)
+        applyOffset({ wasAtLeft ? horizontalRange().minimum : contentOffset().x(),
+            wasAtTop ? verticalRange().minimum : contentOffset().y() });
     keepOffsetInRange();
     placeIndicators();
 }
@@ -147,6 +187,7 @@ void UIScrollView::setBounds(const CGRect& bounds)
 void UIScrollView::layoutSubviews()
 {
     UIView::layoutSubviews();
+    countSafeArea();
     keepOffsetInRange();
     placeIndicators();
 }
@@ -199,7 +240,7 @@ bool UIScrollView::scrollWheel(const UIScrollEvent& event)
     return true;
 }
 
-CGRect UIScrollView::uncoveredRect() const { return UIEdgeInsetsInsetRect(bounds(), m_contentInset); }
+CGRect UIScrollView::uncoveredRect() const { return UIEdgeInsetsInsetRect(bounds(), adjustedContentInset()); }
 
 // --- Dragging ----------------------------------------------------------------------------------------
 
@@ -316,15 +357,17 @@ CGPoint UIScrollView::clampedOffset(const CGPoint& offset) const
 
 ScrollPhysics::Range UIScrollView::horizontalRange() const
 {
-    const double minimum = -m_contentInset.left;
-    const double maximum = m_contentSize.width() + m_contentInset.right - bounds().width();
+    const UIEdgeInsets inset = adjustedContentInset();
+    const double minimum = -inset.left;
+    const double maximum = m_contentSize.width() + inset.right - bounds().width();
     return { minimum, std::max(minimum, maximum) };
 }
 
 ScrollPhysics::Range UIScrollView::verticalRange() const
 {
-    const double minimum = -m_contentInset.top;
-    const double maximum = m_contentSize.height() + m_contentInset.bottom - bounds().height();
+    const UIEdgeInsets inset = adjustedContentInset();
+    const double minimum = -inset.top;
+    const double maximum = m_contentSize.height() + inset.bottom - bounds().height();
     return { minimum, std::max(minimum, maximum) };
 }
 
@@ -340,6 +383,7 @@ bool UIScrollView::scrollsVertically() const
 
 void UIScrollView::placeIndicators()
 {
-    m_indicators[0]->place(bounds(), m_scrollIndicatorInsets, m_contentSize.width(), horizontalRange());
-    m_indicators[1]->place(bounds(), m_scrollIndicatorInsets, m_contentSize.height(), verticalRange());
+    const UIEdgeInsets insets = adjustedScrollIndicatorInsets();
+    m_indicators[0]->place(bounds(), insets, m_contentSize.width(), horizontalRange());
+    m_indicators[1]->place(bounds(), insets, m_contentSize.height(), verticalRange());
 }

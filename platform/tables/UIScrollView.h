@@ -27,9 +27,12 @@ public:
     // Sizes and insets that are not finite are programming errors and change nothing.
     CGSize contentSize() const { return m_contentSize; }
     void setContentSize(const CGSize& size);
-    // Free space around the content that can be scrolled to.
+    // Free space around the content that can be scrolled to, on top of the safe area.
     UIEdgeInsets contentInset() const { return m_contentInset; }
     void setContentInset(const UIEdgeInsets& inset);
+    // The content inset and the safe area, which counts by itself: at the top and bottom always, on the left
+    // and right where the content is wider than the view. One as wide as the view would scroll sideways else.
+    UIEdgeInsets adjustedContentInset() const;
     CGPoint contentOffset() const { return bounds().topLeft(); }
     void setContentOffset(const CGPoint& offset); // stops what is under way
     void setContentOffset(const CGPoint& offset, Animated animated);
@@ -38,8 +41,10 @@ public:
 
     // Whether the content gives way at its top and bottom even where it fits the view.
     void setAlwaysBounceVertical(bool always) { m_alwaysBounceVertical = always; }
+    // On top of the safe area, too.
     UIEdgeInsets scrollIndicatorInsets() const { return m_scrollIndicatorInsets; }
     void setScrollIndicatorInsets(const UIEdgeInsets& insets);
+    UIEdgeInsets adjustedScrollIndicatorInsets() const;
 
     bool isDragging() const { return m_dragOrigin.has_value(); }
     bool isDecelerating() const { return m_motion && m_motion->kind == Motion::Kind::Deceleration; }
@@ -47,6 +52,7 @@ public:
 
     void setBounds(const CGRect& bounds) override;
     void layoutSubviews() override;
+    void safeAreaInsetsDidChange() override;
     void updateForFrame(double now) override;
     double delayForContentTouches() const override;
     bool scrollWheel(const UIScrollEvent&) override;
@@ -79,6 +85,8 @@ private:
     void stopMotion();
     void applyOffset(const CGPoint& offset);
     void keepOffsetInRange();
+    void countSafeArea();
+    void changeInset(UIEdgeInsets& inset, const UIEdgeInsets& value);
     ScrollPhysics::Range horizontalRange() const;
     ScrollPhysics::Range verticalRange() const;
     bool scrollsHorizontally() const;
@@ -90,6 +98,7 @@ private:
     CGSize m_contentSize;
     UIEdgeInsets m_contentInset;
     UIEdgeInsets m_scrollIndicatorInsets;
+    UIEdgeInsets m_safeArea; // what of it counts
     std::shared_ptr<UIPanGestureRecognizer> m_pan;
     std::array<std::shared_ptr<ScrollIndicator>, 2> m_indicators; // horizontal, vertical
     std::optional<CGPoint> m_dragOrigin; // the offset the finger pulls from; set while it drags

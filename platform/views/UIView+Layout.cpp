@@ -6,24 +6,12 @@
 #include "platform/views/UIView.h"
 #include "platform/views/UIViewOwner.h"
 #include "platform/views/UIWindow.h"
+#include "platform/views/ViewInsets.h"
 
 namespace {
 
 // Updates that have not come to rest after so many rounds never will.
 constexpr int maximumUpdateRounds = 100;
-
-UIEdgeInsets widestOf(const UIEdgeInsets& first, const UIEdgeInsets& second)
-{
-    return { std::max(first.top, second.top), std::max(first.left, second.left),
-        std::max(first.bottom, second.bottom), std::max(first.right, second.right) };
-}
-
-// Views with guides for their insets, which change wherever one of their superviews goes.
-std::vector<std::weak_ptr<UIView>>& viewsWithInsetGuides()
-{
-    static std::vector<std::weak_ptr<UIView>> views;
-    return views;
-}
 
 } // namespace
 
@@ -86,10 +74,7 @@ void UIView::layoutIfNeeded()
 void UIView::layerWillLayoutTree(CALayer&)
 {
     updateConstraintsIfNeeded();
-    const auto watched = viewsWithInsetGuides();
-    for (const auto& view : watched)
-        if (const auto living = view.lock())
-            living->refreshInsetGuides();
+    ViewInsets::refreshAll(); // a layer may have been moved without its view
     LayoutIsland::solvePending();
 }
 
@@ -100,7 +85,7 @@ void UIView::layoutSublayersOfLayer(CALayer&)
     if (m_owner)
         m_owner->viewWillLayoutSubviews();
     updateConstraintsIfNeeded();
-    refreshInsetGuides();
+    refreshInsets();
     placeSubviews();
     layoutSubviews();
     if (m_owner)
@@ -144,33 +129,9 @@ LayoutItem& UIView::layoutMarginsItem() { return layoutMarginsGuide(); }
 
 // --- Insets ------------------------------------------------------------------------------------------
 
-// How far the superview's insets reach into this view; negative where they end before it.
-UIEdgeInsets UIView::insetsFromSuperview(const UIEdgeInsets& outer) const
-{
-    const CGRect around = m_superview->bounds();
-    const CGRect own = frame();
-    return { outer.top - (own.top() - around.top()), outer.left - (own.left() - around.left()),
-        outer.bottom - (around.bottom() - own.bottom()), outer.right - (around.right() - own.right()) };
-}
+UIEdgeInsets UIView::safeAreaInsets() const { return ViewInsets::safeAreaOf(*this); }
 
-UIEdgeInsets UIView::safeAreaInsets() const
-{
-    if (!m_window)
-        return {};
-    if (m_window == this)
-        return UIScreen::mainScreen()->safeAreaInsets();
-    return widestOf(insetsFromSuperview(m_superview->safeAreaInsets()), {});
-}
-
-UIEdgeInsets UIView::layoutMargins() const
-{
-    UIEdgeInsets margins = m_layoutMargins;
-    if (m_preservesSuperviewLayoutMargins && m_superview)
-        margins = widestOf(margins, insetsFromSuperview(m_superview->layoutMargins()));
-    const UIEdgeInsets safe = safeAreaInsets();
-    return { margins.top + safe.top, margins.left + safe.left, margins.bottom + safe.bottom,
-        margins.right + safe.right };
-}
+UIEdgeInsets UIView::layoutMargins() const { return ViewInsets::marginsOf(*this, m_layoutMargins); }
 
 void UIView::setLayoutMargins(const UIEdgeInsets& margins)
 {
@@ -180,49 +141,29 @@ void UIView::setLayoutMargins(const UIEdgeInsets& margins)
     if (!finite || m_layoutMargins == margins)
         return;
     m_layoutMargins = margins;
-    refreshInsetGuides();
+    refreshInsets();
     layoutMarginsDidChange();
 }
 
 void UIView::setPreservesSuperviewLayoutMargins(bool preserves)
 {
     m_preservesSuperviewLayoutMargins = preserves;
-    refreshInsetGuides();
+    refreshInsets();
 }
 
-UILayoutGuide& UIView::safeAreaLayoutGuide()
+UILayoutGuide& UIView::safeAreaLayoutGuide() { return insets().safeAreaGuide(); }
+
+UILayoutGuide& UIView::layoutMarginsGuide() { return insets().marginsGuide(); }
+
+ViewInsets& UIView::insets()
 {
-    if (!m_safeAreaGuide) {
-        m_safeAreaGuide = make<UILayoutGuide>(safeAreaInsets());
-        m_safeAreaGuide->setIdentifier(QStringLiteral("safeAreaLayoutGuide"));
-        addLayoutGuide(m_safeAreaGuide);
-        watchInsets();
-    }
-    return *m_safeAreaGuide;
+    if (!m_insets)
+        m_insets = std::make_unique<ViewInsets>(*this);
+    return *m_insets;
 }
 
-UILayoutGuide& UIView::layoutMarginsGuide()
+void UIView::refreshInsets()
 {
-    if (!m_layoutMarginsGuide) {
-        m_layoutMarginsGuide = make<UILayoutGuide>(layoutMargins());
-        m_layoutMarginsGuide->setIdentifier(QStringLiteral("layoutMarginsGuide"));
-        addLayoutGuide(m_layoutMarginsGuide);
-        watchInsets();
-    }
-    return *m_layoutMarginsGuide;
-}
-
-void UIView::watchInsets()
-{
-    auto& views = viewsWithInsetGuides();
-    std::erase_if(views, [this](const auto& view) { return view.expired() || view.lock().get() == this; });
-    views.push_back(weakSelf(this));
-}
-
-void UIView::refreshInsetGuides()
-{
-    if (m_safeAreaGuide)
-        m_safeAreaGuide->setInsets(safeAreaInsets());
-    if (m_layoutMarginsGuide)
-        m_layoutMarginsGuide->setInsets(layoutMargins());
+    if (m_insets)
+        m_insets->refresh();
 }

@@ -6,6 +6,7 @@
 #include "platform/views/UIView.h"
 #include "platform/views/UIViewOwner.h"
 #include "platform/views/UIWindow.h"
+#include "platform/views/ViewInsets.h"
 
 void UIView::addSubview(const std::shared_ptr<UIView>& view) { insert(view, m_subviews.size()); }
 
@@ -192,6 +193,8 @@ void UIView::tellDidMove(UIWindow* windowBefore, const InheritedTint& tintBefore
         performWithoutAnimation([&] { tellTintChangeSince(tintBefore); });
     else
         tellTintChangeSince(tintBefore);
+    if (m_moves == moves)
+        ViewInsets::refreshInside(*this);
 }
 
 bool UIView::containsView(const UIView& view) const

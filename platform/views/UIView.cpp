@@ -10,6 +10,7 @@
 #include "platform/views/UIViewAnimationBlock.h"
 #include "platform/views/UIViewOwner.h"
 #include "platform/views/UIWindow.h"
+#include "platform/views/ViewInsets.h"
 
 namespace {
 
@@ -45,6 +46,8 @@ CAContentsGravity gravityOf(UIViewContentMode mode)
 }
 
 } // namespace
+
+UIView::UIView() = default;
 
 UIView::UIView(const CGRect& frame)
     : m_initialFrame(frame)
@@ -100,16 +103,21 @@ void UIView::setBounds(const CGRect& bounds)
     NSParameterAssert(isFinite(bounds), "UIView", "isfinite(bounds)");
     if (!isFinite(bounds))
         return;
-    const CGSize oldSize = m_layer->bounds().size();
+    const CGRect oldBounds = m_layer->bounds();
+    const CGSize oldSize = oldBounds.size();
     m_layer->setBounds(bounds);
-    if (bounds.size() == oldSize)
+    if (bounds.size() == oldSize) {
+        if (bounds != oldBounds)
+            ViewInsets::refreshInside(*this);
         return;
+    }
     const auto subviews = m_subviews;
     for (const auto& view : subviews)
         if (view->m_superview == this)
             view->resizeWithSuperview(oldSize, bounds.size());
     layoutFrameDidChange();
     setNeedsLayout();
+    ViewInsets::refreshInside(*this);
 }
 
 CGPoint UIView::center() const { return m_layer->position(); }
@@ -119,8 +127,11 @@ void UIView::setCenter(const CGPoint& center)
     NSParameterAssert(isFinite(center), "UIView", "isfinite(center)");
     if (!isFinite(center))
         return;
+    const bool moves = center != m_layer->position();
     m_layer->setPosition(center);
     layoutFrameDidChange();
+    if (moves)
+        ViewInsets::refreshInside(*this);
 }
 
 CGAffineTransform UIView::transform() const { return m_layer->transform(); }
@@ -128,8 +139,10 @@ CGAffineTransform UIView::transform() const { return m_layer->transform(); }
 void UIView::setTransform(const CGAffineTransform& transform)
 {
     NSParameterAssert(isFinite(transform), "UIView", "isfinite(transform)");
-    if (isFinite(transform))
-        m_layer->setTransform(transform);
+    if (!isFinite(transform))
+        return;
+    m_layer->setTransform(transform);
+    ViewInsets::refreshInside(*this);
 }
 
 void UIView::resizeWithSuperview(const CGSize& oldSize, const CGSize& newSize)

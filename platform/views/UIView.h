@@ -24,10 +24,11 @@ class DepartedView;
 class UIColor;
 class UIGestureRecognizer;
 class UIViewOwner;
+class ViewInsets;
 
 class UIView : public UIResponder, public CALayerDelegate, public LayoutContainer, public UIAccessibility {
 public:
-    UIView() = default;
+    UIView();
     // initWithFrame:
     explicit UIView(const CGRect& frame);
     ~UIView() override;
@@ -150,13 +151,16 @@ public:
     // for.
     virtual bool requiresConstraintBasedLayout() const { return false; }
 
-    // How far bars, notches and home indicators reach into the bounds.
+    // How far notches and home indicators reach into the bounds; never below 0, never more than there is. A
+    // view beyond an edge of the screen has none on that side.
     UIEdgeInsets safeAreaInsets() const;
-    // Sent when the screen's own insets change.
+    // Sent to all when the screen's own insets change; to a view that follows its safe area, or has a guide,
+    // whenever its own do, also because it or a view around it was moved.
     virtual void safeAreaInsetsDidChange() { }
     // The part of the bounds that nothing of that covers. Made with the first call.
     UILayoutGuide& safeAreaLayoutGuide();
     // The distance that content keeps from the edges, on top of the safe area: 8 points unless set.
+    // Safe area and superview's margins included.
     UIEdgeInsets layoutMargins() const;
     void setLayoutMargins(const UIEdgeInsets& margins);
     // Whether the margins are at least as wide as the superview's, measured from its edges; off by default.
@@ -268,6 +272,8 @@ protected:
     virtual bool letsItselfBeTouched() const;
     // To be called after a change that may have ended that.
     void touchabilityDidChange();
+    // Asks for safeAreaInsetsDidChange() whenever the view's own insets change.
+    void followSafeArea() { insets(); }
 
 private:
     // What a view inherits in tint, to find out whether it is another one after a change.
@@ -306,9 +312,9 @@ private:
     void superviewsNeedUpdateConstraints();
     void updateConstraintsOnce();
     void placeSubviews();
-    UIEdgeInsets insetsFromSuperview(const UIEdgeInsets& outer) const;
-    void refreshInsetGuides();
-    void watchInsets();
+    ViewInsets& insets();
+    friend class ViewInsets;
+    void refreshInsets();
 
     CGRect m_initialFrame;
     std::shared_ptr<CALayer> m_layer;
@@ -318,8 +324,7 @@ private:
     UIViewOwner* m_owner = nullptr;
     std::vector<std::shared_ptr<UIView>> m_subviews;
     std::vector<std::shared_ptr<UIGestureRecognizer>> m_recognizers;
-    std::shared_ptr<UILayoutGuide> m_safeAreaGuide; // null until asked for
-    std::shared_ptr<UILayoutGuide> m_layoutMarginsGuide; // null until asked for
+    std::unique_ptr<ViewInsets> m_insets; // null until somebody follows them
     UIEdgeInsets m_layoutMargins { 8, 8, 8, 8 };
     UIAppearanceNotes m_appearanceNotes;
     std::shared_ptr<UIColor> m_tintColor; // null inherits

@@ -2,6 +2,7 @@
 
 #include "platform/layers/CATransaction.h"
 #include "platform/views/UIViewOwner.h"
+#include "platform/views/ViewInsets.h"
 
 namespace {
 
@@ -103,6 +104,7 @@ void UIWindow::screenDidChange()
 {
     setFrame(screen()->bounds());
     setWindow(this); // hands the scale down
+    ViewInsets::refreshInside(*this);
     tellSubtree(&UIView::safeAreaInsetsDidChange);
     tellSubtree(&UIView::setNeedsLayout);
     m_tree->setNeedsFrame();

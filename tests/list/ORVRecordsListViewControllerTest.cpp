@@ -171,7 +171,9 @@ TEST_F(ORVRecordsListViewControllerTest, ScrollsItsLastRowClearOfTheHomeIndicato
 {
     open();
     const auto& table = controller->tableView();
-    EXPECT_EQ(table->contentInset().bottom, screenGeometry.safeAreaInsets.bottom);
+    EXPECT_EQ(table->contentInset(), UIEdgeInsets()) << "the table counts the safe area by itself";
+    EXPECT_EQ(table->adjustedContentInset().bottom, screenGeometry.safeAreaInsets.bottom);
+    EXPECT_EQ(table->adjustedScrollIndicatorInsets().bottom, screenGeometry.safeAreaInsets.bottom);
     table->scrollToRow({ 0, 29 }, UITableViewScrollPosition::None, Animated::No);
     runFrames();
     EXPECT_EQ(cellAt(29)->convertRectToView(cellAt(29)->bounds(), nullptr).bottom(), 844 - 34);

@@ -26,6 +26,7 @@ protected:
     // Moves the slider into a list that is twice as high as the screen.
     std::shared_ptr<UIScrollView> putIntoList()
     {
+        UIScreen::mainScreen()->setGeometry({ screenGeometry.size, screenGeometry.scale, {} });
         auto list = addView<UIScrollView>({ 0, 0, 390, 844 });
         list->setContentSize({ 390, 1688 });
         list->addSubview(slider);

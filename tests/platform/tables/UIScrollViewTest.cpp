@@ -28,6 +28,7 @@ class UIScrollViewTest : public SceneFixture {
 protected:
     UIScrollViewTest()
     {
+        UIScreen::mainScreen()->setGeometry({ screenGeometry.size, screenGeometry.scale, {} });
         view->setContentSize({ 320, 2000 });
         view->setDelegate(log);
         window->addSubview(view);
@@ -222,6 +223,62 @@ TEST_F(UIScrollViewTest, SizesAndInsetsThatAreNotFiniteAreProgrammingErrorsAndCh
     EXPECT_EQ(view->contentSize(), CGSize(320, 2000));
     EXPECT_EQ(view->contentInset(), (UIEdgeInsets { 1, 0, 2, 0 }));
     EXPECT_EQ(view->scrollIndicatorInsets(), (UIEdgeInsets { 3, 0, 4, 0 }));
+}
+
+TEST_F(UIScrollViewTest, CountsTheSafeAreaByItself)
+{
+    view->setContentInset({ 1, 2, 3, 4 });
+    view->setScrollIndicatorInsets({ 5, 6, 7, 8 });
+    view->setFrame(window->bounds());
+    UIScreen::mainScreen()->setGeometry(screenGeometry);
+    runFrames();
+    EXPECT_EQ(view->contentInset(), (UIEdgeInsets { 1, 2, 3, 4 })) << "reads as it was set";
+    EXPECT_EQ(view->scrollIndicatorInsets(), (UIEdgeInsets { 5, 6, 7, 8 }));
+    EXPECT_EQ(view->adjustedContentInset(), (UIEdgeInsets { 48, 2, 37, 4 }));
+    EXPECT_EQ(view->adjustedScrollIndicatorInsets(), (UIEdgeInsets { 52, 6, 41, 8 }));
+    EXPECT_EQ(offset(), -48) << "content that rests at its top goes on resting there";
+    touch.drag({ 100, 700 }, { 100, 100 }, 0.05);
+    touch.drag({ 100, 700 }, { 100, 100 }, 0.05);
+    scheduler.advance(10);
+    EXPECT_EQ(offset(), 2000 + 37 - 844) << "the end of the content comes clear of the home indicator";
+    view->scrollRectToVisible({ 0, 0, 10, 10 }, Animated::No);
+    EXPECT_EQ(offset(), -48);
+    const auto& indicator = view->subviews().back();
+    EXPECT_EQ(indicator->frame().top(), -48 + 52 + 3) << "and the indicator stays clear of both, too";
+}
+
+TEST_F(UIScrollViewTest, CountsTheSafeAreaOfTheSidesOnlyForContentThatIsWider)
+{
+    UIScreen::mainScreen()->setGeometry({ { 844, 390 }, 2, { 0, 47, 21, 47 } });
+    view->setFrame(window->bounds());
+    view->setContentSize({ 844, 2000 });
+    EXPECT_EQ(view->adjustedContentInset(), (UIEdgeInsets { 0, 0, 21, 0 }));
+    touch.drag({ 400, 200 }, { 300, 200 }, 0.1);
+    scheduler.advance(2);
+    EXPECT_EQ(view->contentOffset().x(), 0) << "does not scroll sideways";
+    view->setContentSize({ 1000, 2000 });
+    EXPECT_EQ(view->adjustedContentInset(), (UIEdgeInsets { 0, 47, 21, 47 }));
+    EXPECT_EQ(view->contentOffset().x(), -47);
+}
+
+TEST_F(UIScrollViewTest, FollowsTheSafeAreaWhereverItIsMoved)
+{
+    UIScreen::mainScreen()->setGeometry(screenGeometry);
+    EXPECT_EQ(view->adjustedContentInset(), (UIEdgeInsets { 47, 0, 0, 0 }));
+    const auto outer = addView({ 0, 20, 390, 800 });
+    outer->addSubview(view);
+    EXPECT_EQ(view->adjustedContentInset(), (UIEdgeInsets { 27, 0, 0, 0 }));
+    outer->setCenter({ 195, 844 });
+    EXPECT_EQ(view->adjustedContentInset(), (UIEdgeInsets { 0, 0, 114, 0 }));
+    EXPECT_EQ(offset(), 0);
+    view->setContentOffset({ 0, 2000 });
+    runFrames();
+    EXPECT_EQ(offset(), 2000 + 114 - 480);
+    outer->removeFromSuperview();
+    EXPECT_EQ(offset(), 2000 + 114 - 480) << "is found where it was when it comes back";
+    window->addSubview(outer);
+    runFrames();
+    EXPECT_EQ(offset(), 2000 + 114 - 480);
 }
 
 TEST_F(UIScrollViewTest, HugeSizesAndInsetsHarmNothing)

@@ -81,6 +81,7 @@ class UITableViewTest : public SceneFixture {
 protected:
     UITableViewTest()
     {
+        UIScreen::mainScreen()->setGeometry({ screenGeometry.size, screenGeometry.scale, {} });
         table->registerCell(rowCell, [this] {
             ++cellsMade;
             return make<NumberedCell>();
