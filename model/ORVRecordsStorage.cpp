@@ -16,9 +16,12 @@ namespace {
 constexpr double randomHalfWidth = 0.02; // degrees
 constexpr double randomOldestAge = 72 * 3600; // seconds
 
+// Where the list is or should be, so that a missing one is told of by name.
 NSString pathOfList(const NSString& name)
 {
-    return NSBundle::mainBundle()->pathForResource(name, QStringLiteral("plist"));
+    const auto bundle = NSBundle::mainBundle();
+    const NSString path = bundle->pathForResource(name, QStringLiteral("plist"));
+    return path.isNull() ? bundle->resourcePath() + u'/' + name + QStringLiteral(".plist") : path;
 }
 
 CLLocationCoordinate2D coordinateOf(const NSPropertyList& entry)

@@ -1,5 +1,6 @@
 #include "platform/foundation/NSBundle.h"
 
+#include "platform/foundation/FileProblem.h"
 #include "platform/foundation/NSData.h"
 #include "platform/foundation/StringsTable.h"
 
@@ -7,7 +8,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <cstdio>
 
 namespace {
 
@@ -131,10 +131,10 @@ NSBundle::Table NSBundle::loadTable(const NSString& name) const
         return merged;
     for (auto language = m_languages.rbegin(); language != m_languages.rend(); ++language) {
         const NSString path = QStringLiteral("%1/%2.lproj/%3.strings").arg(m_folder, *language, name);
-        const StringsTable table = StringsTable::parse(dataWithContentsOfURL(NSURL::fromLocalFile(path)));
+        const StringsTable table = StringsTable::parse(
+            dataWithContentsOfURL(NSURL::fromLocalFile(path), StringsTable::largestFile));
         if (table.error)
-            std::fprintf(
-                stderr, "%s:%d: %s\n", qPrintable(path), table.error->line, qPrintable(table.error->message));
+            FileProblem::tell(path, table.error->line, table.error->message);
         merged.insert(table.entries);
     }
     return merged;

@@ -1,15 +1,46 @@
 #include "platform/foundation/NSData.h"
 
+#include "platform/foundation/FileProblem.h"
+
 #include <QFile>
 #include <QFileInfo>
 
-NSData dataWithContentsOfURL(const NSURL& url)
+#include <algorithm>
+
+namespace {
+
+FileContents tooLarge(qint64 bytes, qint64 mostBytes)
 {
-    const NSString path = url.toLocalFile();
+    return { {}, QStringLiteral("%1 bytes are more than the %2 that are read").arg(bytes).arg(mostBytes),
+        true };
+}
+
+} // namespace
+
+FileContents FileContents::read(const NSString& path, qint64 mostBytes)
+{
     QFile file(path);
     // Only plain files: to open a pipe would wait for its other end.
-    if (path.isEmpty() || !QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+    if (path.isEmpty() || !QFileInfo(path).isFile())
+        return { {}, QStringLiteral("there is no such file"), false };
+    if (!file.open(QIODevice::ReadOnly))
+        return { {}, file.errorString(), false };
+    if (file.size() > mostBytes)
+        return tooLarge(file.size(), mostBytes);
+    // One byte more shows a file that has grown meanwhile.
+    NSData data = file.read(std::min(file.size(), mostBytes) + 1);
+    if (data.size() > mostBytes)
+        return tooLarge(data.size(), mostBytes);
+    return { data.isNull() ? NSData("") : std::move(data), {}, false };
+}
+
+NSData dataWithContentsOfURL(const NSURL& url, qint64 mostBytes)
+{
+    const NSString path = url.toLocalFile();
+    if (path.isEmpty())
         return {};
-    const NSData data = file.readAll();
-    return data.isNull() ? NSData("") : data;
+    const FileContents contents = FileContents::read(path, mostBytes);
+    if (contents.isTooLarge)
+        FileProblem::tell(path, FileProblem::noLine, contents.problem);
+    return contents.data;
 }

@@ -3,5 +3,19 @@
 
 #include "platform/foundation/FoundationTypes.h"
 
-// dataWithContentsOfURL: — nil when the address names no readable file; an empty file gives empty data.
-NSData dataWithContentsOfURL(const NSURL&);
+// A file's bytes, or why there are none.
+struct FileContents {
+    NSData data; // nil where the file cannot be read, else at least empty
+    NSString problem;
+    bool isTooLarge = false;
+
+    // Nothing that an application brings with it is larger; a file beyond this is damaged or no such thing.
+    static constexpr qint64 largestSize = 64 * 1024 * 1024;
+
+    // A file that is larger than that is not read at all.
+    static FileContents read(const NSString& path, qint64 mostBytes = largestSize);
+};
+
+// dataWithContentsOfURL: — nil when the address names no readable file; an empty file gives empty data. One
+// that is too large is told of on standard error.
+NSData dataWithContentsOfURL(const NSURL&, qint64 mostBytes = FileContents::largestSize);

@@ -1,8 +1,7 @@
 #include "platform/foundation/NSDate.h"
 
+#include "platform/foundation/NumberRange.h"
 #include "platform/foundation/Scheduler.h"
-
-#include <cmath>
 
 NSDate dateWithTimeIntervalSinceNow(NSTimeInterval seconds)
 {
@@ -12,8 +11,8 @@ NSDate dateWithTimeIntervalSinceNow(NSTimeInterval seconds)
 NSDate dateByAddingTimeInterval(const NSDate& date, NSTimeInterval seconds)
 {
     const double milliseconds = seconds * 1000;
-    constexpr double farthest = 0x1p62; // the rounding below takes less than 2^63
-    if (!date.isValid() || !(std::abs(milliseconds) < farthest))
+    // Twice as much: the date adds its own distance from 1970.
+    if (!date.isValid() || !isInRange<qint64>(2 * milliseconds))
         return {};
     const NSDate result = date.addMSecs(qRound64(milliseconds));
     return result.isValid() ? result : NSDate();

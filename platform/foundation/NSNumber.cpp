@@ -1,22 +1,10 @@
 #include "platform/foundation/NSNumber.h"
 
-#include <cmath>
-#include <limits>
+#include "platform/foundation/NumberRange.h"
 
 namespace {
 
-// The nearest value of the type; the comparison with powers of two is exact where a cast is not.
-template <typename Integer> Integer nearest(double value)
-{
-    using Limits = std::numeric_limits<Integer>;
-    if (std::isnan(value))
-        return 0;
-    if (value <= static_cast<double>(Limits::min()))
-        return Limits::min();
-    if (value >= std::ldexp(1.0, Limits::digits))
-        return Limits::max();
-    return static_cast<Integer>(value);
-}
+template <typename Integer> Integer nearest(double value) { return nearestInteger<Integer>(value); }
 
 template <typename Integer> Integer nearest(std::int64_t value)
 {
@@ -45,6 +33,16 @@ template <typename Integer> Integer nearest(const NSDecimalNumber& value)
 }
 
 } // namespace
+
+NSNumber NSNumber::withDecimalDigits(const QByteArray& digits)
+{
+    bool fits = false;
+    if (const qlonglong value = digits.toLongLong(&fits); fits)
+        return value;
+    if (const qulonglong value = digits.toULongLong(&fits); fits)
+        return value;
+    return NSString::fromLatin1(digits).toDouble(); // a byte array gives 0 for what is too large
+}
 
 bool NSNumber::boolValue() const
 {

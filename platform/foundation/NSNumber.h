@@ -28,6 +28,10 @@ public:
     {
     }
 
+    // The integer that is written there, with or without a sign; the nearest double where 64 bits are too
+    // few.
+    static NSNumber withDecimalDigits(const QByteArray& digits);
+
     bool boolValue() const; // anything but zero
     std::int64_t integerValue() const;
     std::uint64_t unsignedIntegerValue() const; // a negative number gives 0

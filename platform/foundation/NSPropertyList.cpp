@@ -1,11 +1,8 @@
 #include "platform/foundation/NSPropertyList.h"
 
+#include "platform/foundation/FileProblem.h"
+#include "platform/foundation/NSData.h"
 #include "platform/foundation/PropertyListReader.h"
-
-#include <QFile>
-#include <QFileInfo>
-
-#include <algorithm>
 
 NSPropertyList::NSPropertyList(const NSString& string)
 {
@@ -36,29 +33,39 @@ NSPropertyList::NSPropertyList(Dictionary dictionary)
 
 NSPropertyList NSPropertyList::propertyListWithData(const NSData& data)
 {
-    return PropertyListReader::read(data);
+    return PropertyListReader::read(data).list;
 }
 
-NSPropertyList NSPropertyList::withContentsOfFile(const NSString& path)
+NSPropertyList NSPropertyList::withContentsOfFile(const NSString& path, Kind kind)
 {
-    QFile file(path);
-    // Only plain files: to open a pipe would wait for its other end.
-    if (path.isEmpty() || !QFileInfo(path).isFile() || !file.open(QIODevice::ReadOnly))
+    if (path.isEmpty())
         return {};
-    // One byte more shows that it is too large; to ask for the most would set aside as much memory.
-    return propertyListWithData(file.read(std::min(file.size(), maximumFileSize) + 1));
+    const FileContents contents = FileContents::read(path, maximumFileSize);
+    if (contents.data.isNull()) {
+        FileProblem::tell(path, FileProblem::noLine, contents.problem);
+        return {};
+    }
+    PropertyListReader reader = PropertyListReader::read(contents.data);
+    if (reader.list.isNil()) {
+        FileProblem::tell(path, reader.problemLine, reader.problem);
+        return {};
+    }
+    if (kind == Kind::Array ? reader.list.isArray() : reader.list.isDictionary())
+        return std::move(reader.list);
+    FileProblem::tell(path, FileProblem::noLine,
+        kind == Kind::Array ? QStringLiteral("the property list is no array")
+                            : QStringLiteral("the property list is no dictionary"));
+    return {};
 }
 
 NSPropertyList NSPropertyList::dictionaryWithContentsOfFile(const NSString& path)
 {
-    NSPropertyList list = withContentsOfFile(path);
-    return list.isDictionary() ? list : NSPropertyList();
+    return withContentsOfFile(path, Kind::Dictionary);
 }
 
 NSPropertyList NSPropertyList::arrayWithContentsOfFile(const NSString& path)
 {
-    NSPropertyList list = withContentsOfFile(path);
-    return list.isArray() ? list : NSPropertyList();
+    return withContentsOfFile(path, Kind::Array);
 }
 
 const NSPropertyList& NSPropertyList::operator[](const NSString& key) const
@@ -148,12 +155,5 @@ NSNumber NSPropertyList::numberValue() const
             end = mantissaEnd;
     }
     const QByteArray number = text.first(end);
-    bool fits = false;
-    if (isWhole) {
-        if (const qlonglong value = number.toLongLong(&fits); fits)
-            return value;
-        if (const qulonglong value = number.toULongLong(&fits); fits)
-            return value;
-    }
-    return NSString::fromLatin1(number).toDouble();
+    return isWhole ? NSNumber::withDecimalDigits(number) : NSNumber(NSString::fromLatin1(number).toDouble());
 }

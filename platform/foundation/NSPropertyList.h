@@ -34,7 +34,8 @@ public:
 
     // nil when the data is no property list.
     static NSPropertyList propertyListWithData(const NSData&);
-    // dictionaryWithContentsOfFile: — nil when the file is missing or holds another kind.
+    // dictionaryWithContentsOfFile: — nil when the file is missing or holds another kind. Why a file cannot
+    // be read is told on standard error, with its line; about a nil path there is nothing to tell.
     static NSPropertyList dictionaryWithContentsOfFile(const NSString& path);
     // arrayWithContentsOfFile: — likewise.
     static NSPropertyList arrayWithContentsOfFile(const NSString& path);
@@ -65,7 +66,9 @@ private:
     using SharedArray = std::shared_ptr<const Array>;
     using SharedDictionary = std::shared_ptr<const Dictionary>;
 
-    static NSPropertyList withContentsOfFile(const NSString& path);
+    enum class Kind : std::uint8_t { Array, Dictionary };
+
+    static NSPropertyList withContentsOfFile(const NSString& path, Kind);
     NSNumber numberValue() const;
 
     std::variant<std::monostate, NSNumber, NSString, NSDate, NSData, SharedArray, SharedDictionary> m_value;

@@ -1,10 +1,12 @@
-// Makes a property list's tree from its bytes.
+// Makes a property list's tree from its bytes, XML or binary.
 #pragma once
 
 #include "platform/foundation/NSPropertyList.h"
 
-class PropertyListReader {
-public:
-    // nil for what is no property list, too large, or nested too deep.
-    static NSPropertyList read(const NSData&);
+struct PropertyListReader {
+    NSPropertyList list; // nil where there is a problem
+    int problemLine = 0; // 0 where the data has no lines
+    NSString problem;
+
+    static PropertyListReader read(const NSData&);
 };

@@ -16,6 +16,9 @@ struct StringsTable {
         NSString message;
     };
 
+    // A hundred times what a large application needs; no larger file is read.
+    static constexpr qint64 largestFile = 4 * 1024 * 1024;
+
     QHash<NSString, NSString> entries; // of equal keys the last one counts
     std::optional<Error> error;
 

@@ -204,6 +204,19 @@ TEST_F(NSBundleTest, ABrokenTableIsReportedOnceAndItsFirstEntriesCount)
         report, folder.path().toStdString() + "/en.lproj/Localizable.strings:2: expected a text in quotes\n");
 }
 
+TEST_F(NSBundleTest, ATableBeyondTheCapIsToldOfAndNotRead)
+{
+    writeTable("en", "Localizable", "\"a\" = \"A\";");
+    const NSString path = folder.pathOf(QStringLiteral("en.lproj/Localizable.strings"));
+    ASSERT_TRUE(QFile::resize(path, qint64 { 3 } << 30)); // sparse: it takes no room
+    const auto resources = bundle();
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(resources->localizedStringForKey(QStringLiteral("a"), QStringLiteral("b"), NSString()),
+        QStringLiteral("b"));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        path.toStdString() + ": 3221225472 bytes are more than the 4194304 that are read\n");
+}
+
 TEST_F(NSBundleTest, AnswersSeveralThreadsAtOnce)
 {
     const NSString path = folder.write(QStringLiteral("a.txt"));

@@ -34,3 +34,27 @@ TEST(NSDataTest, WhatIsNoReadableFileIsNil)
     EXPECT_TRUE(dataWithContentsOfURL(NSURL(QStringLiteral("https://example.org/a"))).isNull());
     EXPECT_TRUE(contentsOf(QStringLiteral("/dev/zero")).isNull());
 }
+
+TEST(NSDataTest, AFileBeyondTheCapIsToldOfAndNotRead)
+{
+    const TemporaryFolder folder;
+    const NSString path = folder.write(QStringLiteral("sparse"));
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.resize(qint64 { 3 } << 30));
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(contentsOf(path).isNull());
+    EXPECT_TRUE(contentsOf(path).isNull());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        path.toStdString() + ": 3221225472 bytes are more than the 67108864 that are read\n");
+}
+
+TEST(NSDataTest, TheCapIsWhatTheCallerSays)
+{
+    const TemporaryFolder folder;
+    const NSURL url = NSURL::fromLocalFile(folder.write(QStringLiteral("five"), "12345"));
+    EXPECT_EQ(dataWithContentsOfURL(url, 5), "12345");
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(dataWithContentsOfURL(url, 4).isNull());
+    EXPECT_FALSE(testing::internal::GetCapturedStderr().empty());
+}

@@ -15,8 +15,6 @@ constexpr auto largestUnsigned = std::numeric_limits<std::uint64_t>::max();
 NSData xml(const NSData& content)
 {
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<!DOCTYPE plist PUBLIC \"-//Example//DTD PLIST 1.0//EN\" "
-           "\"http://www.example.org/PropertyList-1.0.dtd\">\n"
            "<plist version=\"1.0\">"
         + content + "</plist>\n";
 }
@@ -115,6 +113,41 @@ TEST(NSPropertyListTest, IntegersKeepTheirSignAndAllTheirBits)
     EXPECT_EQ(parsed("<integer>0x10</integer>").integerValue(), 16);
 }
 
+TEST(NSPropertyListTest, IntegersBeyond64BitsAreTheNearestNumber)
+{
+    EXPECT_EQ(parsed("<integer>99999999999999999999</integer>").doubleValue(), 1e20);
+    EXPECT_EQ(parsed("<integer>99999999999999999999</integer>").unsignedIntegerValue(), largestUnsigned);
+    EXPECT_EQ(parsed("<integer>-99999999999999999999</integer>").doubleValue(), -1e20);
+    EXPECT_EQ(parsed("<integer>-99999999999999999999</integer>").integerValue(),
+        std::numeric_limits<std::int64_t>::min());
+    EXPECT_EQ(parsed("<integer>-99999999999999999999</integer>").unsignedIntegerValue(), 0u);
+    EXPECT_EQ(
+        parsed("<integer>9223372036854775808</integer>").unsignedIntegerValue(), std::uint64_t { 1 } << 63);
+    EXPECT_EQ(parsed("<integer>-0x10</integer>").integerValue(), -16);
+    EXPECT_EQ(parsed("<integer> +5\n</integer>").integerValue(), 5);
+    EXPECT_EQ(parsed("<real>1e999</real>").doubleValue(), HUGE_VAL);
+    EXPECT_EQ(parsed("<real>-Infinity</real>").doubleValue(), -HUGE_VAL);
+    EXPECT_EQ(parsed("<real> 2.5 </real>").doubleValue(), 2.5);
+}
+
+TEST(NSPropertyListTest, AValueThatIsNotWhatItsElementSaysIsRefused)
+{
+    for (const char* value :
+        { "<integer>abc</integer>", "<integer/>", "<integer>1.5</integer>", "<integer>5x</integer>",
+            "<integer>--5</integer>", "<integer>- 5</integer>", "<integer>0x</integer>",
+            "<integer>0x10000000000000000</integer>", "<real>1,5</real>", "<real>abc</real>", "<real/>",
+            "<real>0x10</real>", "<date>2024</date>", "<date>2024-13-01T00:00:00Z</date>", "<data>!!</data>",
+            "<true>x</true>", "<foo/>", "<array>text<true/></array>", "<dict><key>a</key></dict>",
+            "<dict><string>a</string></dict>", "<dict><key>a</key><key>b</key><true/></dict>",
+            "<array><key>a</key></array>", "<true/><true/>", "" })
+        EXPECT_TRUE(parsed(value).isNil()) << value;
+    for (const char* value : { "<string> <![CDATA[a<b]]>&#65;&amp; </string>", "<array> \n <true/> </array>",
+             "<data>\n\tAA EC\n</data>", "<!-- a comment --><true/>", "<date>2024-05-17T12:00:00.5Z</date>" })
+        EXPECT_FALSE(parsed(value).isNil()) << value;
+    EXPECT_EQ(
+        parsed("<string> <![CDATA[a<b]]>&#65;&amp; </string>").stringValue(), QStringLiteral(" a<bA& "));
+}
+
 TEST(NSPropertyListTest, NumbersThatNoUnsignedIntegerHoldsBecomeItsNearest)
 {
     EXPECT_EQ(parsed("<integer>-1</integer>").unsignedIntegerValue(), 0u);
@@ -172,6 +205,36 @@ TEST(NSPropertyListTest, WhatIsNoReadableListIsNil)
         EXPECT_TRUE(NSPropertyList::propertyListWithData(text).isNil()) << text;
 }
 
+TEST(NSPropertyListTest, WhyAFileCannotBeReadIsToldOnceWithItsLine)
+{
+    const TemporaryFolder folder;
+    const auto report = [&](const char* name, const NSData& content) {
+        const NSString path = folder.write(QLatin1String(name), content);
+        testing::internal::CaptureStderr();
+        EXPECT_TRUE(NSPropertyList::arrayWithContentsOfFile(path).isNil());
+        EXPECT_TRUE(NSPropertyList::arrayWithContentsOfFile(path).isNil());
+        return testing::internal::GetCapturedStderr();
+    };
+    const auto told = [&](const char* name, const char* problem) {
+        return folder.pathOf(QLatin1String(name)).toStdString() + problem + "\n";
+    };
+    EXPECT_EQ(report("a", "<plist>\n<array>\n<integer>one</integer>\n</array></plist>"),
+        told("a", ":3: \"one\" is no integer"));
+    EXPECT_EQ(report("b", "<plist>\n<array>\n\n<foo/></array></plist>"),
+        told("b", ":4: <foo> is no kind of value"));
+    EXPECT_EQ(report("c", "<plist>\n<array>"), told("c", ":2: Premature end of document."));
+    EXPECT_EQ(report("d", "bplist00"), told("d", ": the binary property list is damaged"));
+    EXPECT_EQ(report("e", "<plist><dict/></plist>"), told("e", ": the property list is no array"));
+    EXPECT_EQ(report("f", "<?xml version=\"1.0\" encoding=\"EBCDIC-XY\"?>\n<plist><array/></plist>"),
+        told("f", ":1: the encoding \"EBCDIC-XY\" is not known"));
+    EXPECT_EQ(report("g", "<plist>\n\n<string>\xFF</string></plist>"),
+        told("g", ":3: the text is not in its encoding, \"UTF-8\""));
+    testing::internal::CaptureStderr();
+    NSPropertyList::arrayWithContentsOfFile(folder.pathOf(QStringLiteral("missing")));
+    NSPropertyList::arrayWithContentsOfFile(NSString());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), told("missing", ": there is no such file"));
+}
+
 TEST(NSPropertyListTest, AFileBeyondTheCapIsNotRead)
 {
     const TemporaryFolder folder;
@@ -226,6 +289,21 @@ TEST(NSPropertyListTest, NestingHiddenFromTheReaderIsRefused)
              "<?xml version=\"1.0\" encoding=\"UTF-16\"?><plist>" + deep + "</plist>",
              "<plist><string a=\">" + deep + "\"/></plist>" })
         EXPECT_TRUE(NSPropertyList::propertyListWithData(text).isNil());
+}
+
+TEST(NSPropertyListTest, ADocumentTypeLineIsNotNeededAndNotInTheWay)
+{
+    EXPECT_TRUE(NSPropertyList::propertyListWithData("<plist version=\"1.0\"><true/></plist>").isNumber());
+    EXPECT_TRUE(
+        NSPropertyList::propertyListWithData("<!DOCTYPE plist PUBLIC \"-//Example//DTD PLIST 1.0//EN\" "
+                                             "\"http://www.example.org/PropertyList-1.0.dtd\">\n"
+                                             "<plist version=\"1.0\"><true/></plist>")
+            .isNumber());
+    for (const char* name : { "FakePeople", "FakeRecords", "FakeUserLocation" }) {
+        QFile file(sourcePath("resources/") + QLatin1String(name) + QStringLiteral(".plist"));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_FALSE(file.readAll().contains("DOCTYPE")) << name;
+    }
 }
 
 TEST(NSPropertyListTest, TheProductsOwnListsAreRead)
