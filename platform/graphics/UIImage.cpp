@@ -2,11 +2,10 @@
 
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/foundation/NSBundle.h"
+#include "platform/foundation/NSData.h"
 #include "platform/graphics/ImageDecoding.h"
 #include "platform/graphics/MainScreenScale.h"
 #include "platform/graphics/UIGraphics.h"
-
-#include <QFile>
 
 #include <mutex>
 #include <unordered_map>
@@ -24,9 +23,7 @@ public:
         std::weak_ptr<UIImage>& held = m_images[path];
         auto image = held.lock();
         if (!image) {
-            QFile file(path);
-            image
-                = file.open(QIODevice::ReadOnly) ? UIImage::imageWithData(file.readAll(), density) : nullptr;
+            image = UIImage::imageWithData(dataWithContentsOfURL(NSURL::fromLocalFile(path)), density);
             held = image;
         }
         return image;

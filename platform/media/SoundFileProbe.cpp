@@ -1,5 +1,7 @@
 #include "platform/media/SoundFileProbe.h"
 
+#include "platform/foundation/FileProblem.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QtEndian>
@@ -106,6 +108,11 @@ const char* SoundFileProbe::libavFormat(const NSURL& url)
     QFile file(url.toLocalFile());
     if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         return nullptr;
+    if (file.size() > largestFile) {
+        FileProblem::tell(file.fileName(), FileProblem::noLine,
+            QStringLiteral("%1 bytes are more than the %2 of a sound").arg(file.size()).arg(largestFile));
+        return nullptr;
+    }
     const QByteArray head = file.read(12);
     if (head.mid(4, 4) == "ftyp")
         return hasSoundTrack(file) ? "mov" : nullptr;

@@ -8,6 +8,9 @@
 
 class SoundFileProbe {
 public:
+    // Hours of sound, however it is encoded. What is larger is told of on standard error and not looked into.
+    static constexpr qint64 largestFile = qint64 { 1 } << 30;
+
     // How the decoder library calls the kind: one name, or allLibavFormats where only a whole look at the
     // stream tells. Null for what is no sound of these kinds.
     static const char* libavFormat(const NSURL&);

@@ -226,6 +226,18 @@ TEST_F(NamedImageTest, PassesOverAFileThatIsNoPicture)
     EXPECT_EQ(named("icon", 2)->scale(), 1);
 }
 
+TEST_F(NamedImageTest, PassesOverAFileBeyondTheCapAndTellsOfItOnce)
+{
+    add("large.png", 10);
+    const QString path = folder.filePath(QStringLiteral("large.png"));
+    ASSERT_TRUE(QFile::resize(path, qint64 { 3 } << 30)); // sparse: it takes no room
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(named("large", 1), nullptr);
+    EXPECT_EQ(named("large", 1), nullptr);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        path.toStdString() + ": 3221225472 bytes are more than the 67108864 that are read\n");
+}
+
 TEST_F(NamedImageTest, IsNilForAMissingName)
 {
     EXPECT_EQ(named("missing", 2), nullptr);
