@@ -7,6 +7,7 @@ script, so running it twice changes nothing.
 
 import math
 import plistlib
+import re
 from pathlib import Path
 
 from sample_authors import AUTHORS
@@ -83,7 +84,9 @@ def check(authors, records):
 def write(name, contents):
     """Writes one XML property list, keys in the order given."""
     path = RESOURCES / (name + ".plist")
-    path.write_bytes(plistlib.dumps(contents, fmt=plistlib.FMT_XML, sort_keys=False))
+    text = plistlib.dumps(contents, fmt=plistlib.FMT_XML, sort_keys=False).decode()
+    # The library writes a document type line with a foreign address; the list is as good without it.
+    path.write_text(re.sub(r"<!DOCTYPE[^>]*>\n", "", text), encoding="utf-8")
 
 
 def main():
