@@ -1,5 +1,7 @@
 #include "platform/media/CMTime.h"
 
+#include "platform/foundation/NumberRange.h"
+
 #include <cmath>
 #include <limits>
 #include <numeric>
@@ -90,11 +92,10 @@ CMTime CMTimeMakeWithSeconds(double seconds, std::int32_t preferredTimescale)
 {
     if (std::isnan(seconds))
         return kCMTimeInvalid;
-    const double limit = 9223372036854775808.0; // 2^63
     std::int32_t timescale = preferredTimescale > 0 ? preferredTimescale : finestTimescale;
-    while (timescale > 1 && std::abs(seconds) * timescale >= limit)
+    while (timescale > 1 && !isInRange<std::int64_t>(seconds * timescale))
         timescale /= 2;
-    if (std::abs(seconds) * timescale >= limit)
+    if (!isInRange<std::int64_t>(seconds * timescale))
         return infinity(seconds < 0);
     return { static_cast<std::int64_t>(std::round(seconds * timescale)), timescale, CMTimeKind::Number };
 }

@@ -1,6 +1,7 @@
 #include "platform/media/LibavDecoder.h"
 
 #include "platform/media/SoundLoader.h"
+#include "tests/platform/media/RemuxedClip.h"
 #include "tests/support/SourcePath.h"
 #include "tests/support/ToneFile.h"
 
@@ -85,6 +86,32 @@ TEST(LibavDecoderTest, EntersACompressedFileWhereItsWholeDecodingIs)
         while (samples.size() < 30'000 && decoder->decodeNext(samples)) { }
         // The codec draws other noise after a jump, so the samples are alike, not equal. They are alike where
         // they should be, and less so one sample to either side.
+        const double error = difference(samples, whole, frame);
+        EXPECT_LT(error, 0.02) << "from frame " << frame;
+        EXPECT_LT(3 * error, difference(samples, whole, frame + 1)) << "from frame " << frame;
+        EXPECT_LT(3 * error, difference(samples, whole, frame - 1)) << "from frame " << frame;
+    }
+}
+
+TEST(LibavDecoderTest, ABareStreamIsAsLongAsItsPackets)
+{
+    const RemuxedClip bare(clip("hall_organ.m4a").toLocalFile(), RemuxedClip::Form::BareStream);
+    const auto decoder = SoundDecoder::open(bare.url());
+    ASSERT_NE(decoder, nullptr);
+    EXPECT_EQ(decoder->frameCount(), 1024 * bare.packets());
+    EXPECT_EQ(static_cast<std::int64_t>(decodeAll(*decoder).size()), decoder->frameCount());
+}
+
+TEST(LibavDecoderTest, ASoundThatBeginsLateInItsFileIsEnteredWhereItsWholeDecodingIs)
+{
+    const RemuxedClip late(clip("hall_organ.m4a").toLocalFile(), RemuxedClip::Form::LateStart);
+    const auto decoder = SoundDecoder::open(late.url());
+    ASSERT_NE(decoder, nullptr);
+    const auto whole = decodeAll(*decoder);
+    for (const std::int64_t frame : { 100'000, 30'000, 200'000 }) {
+        ASSERT_TRUE(decoder->seekToFrame(frame));
+        std::vector<Sample> samples;
+        while (samples.size() < 30'000 && decoder->decodeNext(samples)) { }
         const double error = difference(samples, whole, frame);
         EXPECT_LT(error, 0.02) << "from frame " << frame;
         EXPECT_LT(3 * error, difference(samples, whole, frame + 1)) << "from frame " << frame;

@@ -73,6 +73,20 @@ TEST_F(SlidingSoundTest, WhatWasHeardAMomentAgoIsStillThere)
     EXPECT_TRUE(log->seeks.empty());
 }
 
+TEST_F(SlidingSoundTest, TenSecondsAheadAndFiveBehindAreHeldAndNoMore)
+{
+    for (std::int64_t frame = 0; frame <= 60 * rate; frame += rate) {
+        read(*sound, frame, 10);
+        executor.runAll();
+    }
+    // Decoding is not run again: what is read now is what is held now. The pieces are seconds.
+    EXPECT_EQ(sound->heldSamples(), static_cast<std::size_t>(15 * rate));
+    EXPECT_EQ(read(*sound, 70 * rate - 10, 10), expected(70 * rate - 10, 10));
+    EXPECT_EQ(read(*sound, 55 * rate, 10), expected(55 * rate, 10));
+    EXPECT_THAT(read(*sound, 70 * rate, 10), testing::Each(Sample { 0 }));
+    EXPECT_THAT(read(*sound, 55 * rate - 10, 10), testing::Each(Sample { 0 }));
+}
+
 TEST_F(SlidingSoundTest, APreparedFrameIsReadExactly)
 {
     const std::int64_t target = 123 * rate + 4567;
@@ -136,7 +150,7 @@ TEST_F(SlidingSoundTest, ALengthOutOfAllReasonIsBorne)
 
 TEST_F(SlidingSoundTest, TheLoaderHoldsShortSoundsWholeAndSlidesAlongLongOnes)
 {
-    std::int64_t frames = SoundLoader::longestHeldSeconds * rate;
+    std::int64_t frames = 60 * rate; // a minute
     const SoundDecoder::Replacement decoder(
         [&](const NSURL&) { return std::make_unique<CountingDecoder>(frames, frames, log); });
     const std::atomic<bool> cancelled = false;
