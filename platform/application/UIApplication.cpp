@@ -61,20 +61,20 @@ void UIApplication::enterBackground()
 {
     if (std::exchange(m_state, UIApplicationState::Background) == UIApplicationState::Background)
         return;
-    const auto keepAlive = strongSelf(this);
+    const auto self = strongSelf(this); // whoever is told may drop it
     if (const auto window = keyWindow())
         window->touches().cancelAllTouches();
-    if (const auto told = m_delegate)
-        told->applicationDidEnterBackground(*this);
-    NSNotificationCenter::defaultCenter().post(UIApplicationDidEnterBackgroundNotification, keepAlive);
+    if (const auto delegate = m_delegate)
+        delegate->applicationDidEnterBackground(*this);
+    NSNotificationCenter::defaultCenter().post(UIApplicationDidEnterBackgroundNotification, self);
 }
 
 void UIApplication::enterForeground()
 {
     if (std::exchange(m_state, UIApplicationState::Active) != UIApplicationState::Background)
         return;
-    const auto keepAlive = strongSelf(this);
-    if (const auto told = m_delegate)
-        told->applicationWillEnterForeground(*this);
-    NSNotificationCenter::defaultCenter().post(UIApplicationWillEnterForegroundNotification, keepAlive);
+    const auto self = strongSelf(this); // whoever is told may drop it
+    if (const auto delegate = m_delegate)
+        delegate->applicationWillEnterForeground(*this);
+    NSNotificationCenter::defaultCenter().post(UIApplicationWillEnterForegroundNotification, self);
 }

@@ -2,6 +2,7 @@
 
 #include "platform/foundation/KeyValueObservers.h"
 #include "platform/foundation/LiveObjects.h"
+#include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
 
 #include <cxxabi.h>
@@ -58,7 +59,7 @@ void NSObject::didChangeValueForKey(const NSString& key)
 {
     if (!m_observers)
         return;
-    const auto keepAlive = weak_from_this().lock();
+    const KeepAlive keepAlive(*this);
     m_observers->notify(*this, key);
 }
 

@@ -1,6 +1,7 @@
 #include "platform/media/AVPlayerItem.h"
 
 #include "platform/foundation/Executor.h"
+#include "platform/foundation/Messages.h"
 #include "platform/media/AVAsset.h"
 #include "platform/media/AudioSink.h"
 #include "platform/media/SoundLoader.h"
@@ -50,7 +51,7 @@ void AVPlayerItem::load()
 
 void AVPlayerItem::finishLoading(std::shared_ptr<Sound> sound)
 {
-    const auto self = shared_from_this(); // an observer may drop the item
+    const KeepAlive keepAlive(*this); // an observer may drop the item
     m_sound = std::move(sound);
     m_status = m_sound ? AVPlayerItemStatusReadyToPlay : AVPlayerItemStatusFailed;
     {

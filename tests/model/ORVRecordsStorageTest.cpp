@@ -100,10 +100,25 @@ TEST_F(ORVRecordsStorageTest, NoPeopleListFailsAnAssertion)
 {
     TemporaryBundle empty;
     empty.makeMain();
+    testing::internal::CaptureStderr();
     EXPECT_TRUE(storage->authors().empty());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        empty.urlOf(key("FakePeople.plist")).toLocalFile().toStdString() + ": there is no such file\n");
     expectFailures({ key("At least one author is required.") });
     EXPECT_TRUE(storage->authors().empty());
     EXPECT_EQ(assertions.failures().size(), 1U) << "read once, complained about once";
+}
+
+TEST_F(ORVRecordsStorageTest, WhyThePeopleListCannotBeReadIsToldBeforeTheAssertion)
+{
+    bundle.writeFile(key("FakePeople.plist"), "<plist>\n<array>\n<dict><key>id</key></dict></array></plist>");
+    testing::internal::CaptureStderr();
+    const NSAssertionHandler::Replacement handler(
+        [](const NSAssertionFailure& failure) { std::fprintf(stderr, "%s\n", qPrintable(failure.message)); });
+    store().authors();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        bundle.urlOf(key("FakePeople.plist")).toLocalFile().toStdString()
+            + ":3: the key \"id\" has no value\nAt least one author is required.\n");
 }
 
 TEST_F(ORVRecordsStorageTest, AnEmptyPeopleListAndOneOfAnotherKindFailTheSameAssertion)
