@@ -34,7 +34,7 @@ public:
     const NSString& bio() const { return m_bio; }
     void setBio(NSString bio) { m_bio = std::move(bio); }
 
-    // Plain numbers: nobody counts the records that the store holds.
+    // As the list states them; they are not counted from the records in the store.
     std::uint64_t recordsCount() const { return m_recordsCount; }
     void setRecordsCount(std::uint64_t count) { m_recordsCount = count; }
     std::uint64_t placesCount() const { return m_placesCount; }

@@ -73,7 +73,8 @@ std::shared_ptr<AVAsset> ORVResourceCache::soundAssetFromURL(const NSURL& url)
     const auto asset = AVAsset::assetWithURL(url);
     if (!asset || !asset->isPlayable())
         return nullptr;
-    // Kept under the address, which is never equal to its string: nobody gets the same asset twice.
+    // Stored under the address but looked up under its string, which is never equal to it: every request
+    // makes a new asset.
     m_cache->setObject(asset, url);
     return asset;
 }

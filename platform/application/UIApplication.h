@@ -1,6 +1,6 @@
 // The running application, and what the host drives it by.
 //
-// The host starts it by class names and then only hands in frames, fingers, and what happens to the
+// The host starts it by class names and then only asks for frames and hands in touches and changes of the
 // device. Main thread only.
 #pragma once
 
@@ -37,8 +37,8 @@ public:
 
     // What is to be seen now; an empty screen while there is no window.
     FrameList performFrame();
-    // The way in for fingers and wheels; null while there is no window or the application is in the
-    // background.
+    // Where the host delivers touches and wheel turns; null while there is no window or the application is in
+    // the background.
     TouchDispatcher* touches() const;
     // Light or dark; everything that depends on it is drawn again.
     void setUserInterfaceStyle(UIUserInterfaceStyle style);

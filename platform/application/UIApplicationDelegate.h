@@ -1,6 +1,6 @@
-// The application's own beginning.
+// What an application does when it starts and when it leaves or enters the foreground.
 //
-// Made by the loop, by its class name, and kept for the length of the run.
+// Made by UIApplicationMain(), by its class name, and kept for the length of the run.
 #pragma once
 
 #include "platform/foundation/NSObject.h"

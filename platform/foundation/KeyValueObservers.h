@@ -1,7 +1,7 @@
 // The observers of one object, by key.
 //
 // Observers may be added, removed or destroyed while a change is being told: one that is removed
-// hears nothing more, one that is added hears of the next change.
+// is not called again, one that is added is called from the next change on.
 #pragma once
 
 #include "platform/foundation/NSObject.h"

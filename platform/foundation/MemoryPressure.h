@@ -1,6 +1,6 @@
 // Tells whoever keeps memory that it could give back when the system runs short of it.
 //
-// The host hears from the system and sends; caches listen. Safe from any thread.
+// The host is warned by the system and passes it on; caches are the listeners. Safe from any thread.
 #pragma once
 
 #include <memory>

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int maximumDepth = 64; // of objects in objects; more is a circle, or an attack
+constexpr int maximumDepth = 64; // of objects in objects; deeper data refers to itself or is hostile
 
 // Strings and integers stand for themselves. Everything else is an array that begins with its kind.
 const QLatin1String urlKind("url");

@@ -1,7 +1,7 @@
 // Broadcasts by name.
 //
 // Observers are held weakly and may come and go while a notification is being posted: one that is
-// removed hears nothing more, one that is added hears the next one. Main thread only.
+// removed is not called again, one that is added is called from the next notification on. Main thread only.
 #pragma once
 
 #include "platform/foundation/Action.h"

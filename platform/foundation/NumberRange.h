@@ -1,4 +1,4 @@
-// What becomes of a floating-point number where an integer is wanted: the one home of that rule.
+// How a floating-point number is converted where an integer is needed; every conversion uses this rule.
 //
 // The largest value of a 64-bit integer is no double, so a comparison with it is off by one; the power of two
 // after it is exact. A cast of what lies outside is undefined.

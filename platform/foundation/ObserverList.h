@@ -1,6 +1,7 @@
 // Weakly held listeners that may be added, removed or destroyed while they are being told.
 //
-// A listener added during a round hears the next round; one removed during it hears nothing more.
+// A listener that is added during a notification is called from the next one on; one that is removed
+// during it is not called again.
 #pragma once
 
 #include <algorithm>

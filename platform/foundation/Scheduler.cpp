@@ -56,7 +56,7 @@ double Scheduler::now() const { return m_turnDepth > 0 ? m_turnTime : clockNow()
 
 Scheduler::TimerID Scheduler::schedule(double delay, std::function<void()> work)
 {
-    return add(now() + (delay > 0 ? delay : 0), 0, std::move(work)); // no number counts as 0 too
+    return add(now() + (delay > 0 ? delay : 0), 0, std::move(work)); // not-a-number counts as 0 too
 }
 
 Scheduler::TimerID Scheduler::scheduleRepeating(double interval, std::function<void()> work)
@@ -151,9 +151,10 @@ void Scheduler::fire(TimerID timer)
     Timer& entry = node.mapped();
     const auto work = entry.work;
     if (entry.interval > 0) {
-        // Missed beats are dropped, not made up for: the next one lies on the grid, after now.
-        const double beats = std::floor((now() - entry.dueTime) / entry.interval) + 1;
-        entry.dueTime += beats * entry.interval;
+        // Missed intervals are left out: the next firing is a whole number of intervals after the first, and
+        // later than now.
+        const double intervals = std::floor((now() - entry.dueTime) / entry.interval) + 1;
+        entry.dueTime += intervals * entry.interval;
         m_dueTimes[timer] = entry.dueTime;
         node.key() = Key { entry.dueTime, timer };
         m_timers.insert(std::move(node));

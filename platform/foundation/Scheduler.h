@@ -43,7 +43,7 @@ public:
 
     // performSelector:withObject:afterDelay: — also while the user scrolls.
     void performAfterDelay(const Action&, double delay);
-    // Takes back every delayed perform of an equal action.
+    // Cancels every delayed perform of an equal action.
     void cancelPreviousPerforms(const Action&);
     // Timers and performs that wait, a repeating one counted once.
     std::size_t pendingTimerCount() const { return m_timers.size(); }
@@ -57,7 +57,7 @@ public:
 protected:
     // The clock, in seconds, as it runs.
     virtual double clockNow() const = 0;
-    // Asks to be woken at a media time, or earlier than before; infinity takes the wish back.
+    // Asks to be woken at a media time, or earlier than before; infinity cancels the request.
     virtual void wakeAt(double time) = 0;
     // Asks to be woken for a frame.
     virtual void wakeForFrame() = 0;

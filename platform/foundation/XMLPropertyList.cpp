@@ -84,7 +84,7 @@ bool XMLPropertyList::readToken()
     case QXmlStreamReader::Characters:
         return m_reader.isWhitespace() || fail(QStringLiteral("text outside of a value"));
     case QXmlStreamReader::DTD:
-        // No list declares anything of its own; what looks like tags in there is an attack.
+        // A list has nothing to declare, and elements inside a declaration would escape the limit of depth.
         if (m_reader.text().contains(u'[') || m_reader.text().count(u'<') > 1)
             return fail(QStringLiteral("a property list declares nothing of its own"));
         return true;

@@ -20,7 +20,7 @@ public:
     const NSDate& timestamp() const { return m_timestamp; }
 
     // Metres along the earth's surface; altitudes do not count. 0 for the same point, NaN when one of the
-    // two is nowhere (see geodesicDistance()).
+    // two is no valid place (see geodesicDistance()).
     double distanceFromLocation(const CLLocation& other) const;
 
 private:

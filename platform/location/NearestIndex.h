@@ -20,7 +20,7 @@ public:
     std::size_t size() const { return m_places.size(); }
 
     // The positions, in the set, of the nearest min(size, limit) places, nearest first; equally distant ones
-    // in no particular order. A place that is no number of metres away comes after all others.
+    // in no particular order. Places whose distance is NaN come after all others.
     std::vector<std::size_t> nearest(const CLLocationCoordinate2D& centre, std::size_t limit) const;
 
 private:

@@ -79,7 +79,8 @@ void AVPlayer::pause()
     stopOutput();
 }
 
-// Plays if everything that playing needs is there; called whenever one of those things has come.
+// Starts the sound if the rate is 1, the item is ready and no seek is under way; called when any of the three
+// changes.
 void AVPlayer::startOutput()
 {
     if (m_rate == 0 || !isReady() || m_isSeeking || m_output->isRunning())
@@ -170,7 +171,7 @@ void AVPlayer::finishSeek(std::uint64_t serial)
     m_isSeeking = false;
     const SeekCompletion completion = std::exchange(m_seekCompletion, nullptr);
     startOutput();
-    // Told before the observers are: whoever ignores ticks during a seek must hear this one.
+    // Told before the observers are: whoever ignores ticks during a seek must be told this one.
     if (completion)
         completion(true);
     tellObservers();

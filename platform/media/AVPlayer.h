@@ -41,14 +41,14 @@ public:
     AVPlayerActionAtItemEnd actionAtItemEnd() const { return m_actionAtItemEnd; }
     void setActionAtItemEnd(AVPlayerActionAtItemEnd action) { m_actionAtItemEnd = action; }
 
-    // Before the item is ready the wish is remembered.
+    // Before the item is ready only the rate is set; the sound begins when the item becomes ready.
     void play();
     void pause();
 
     using SeekCompletion = std::function<void(bool finished)>;
     // Moves to the sample nearest to the time, clamped to the sound; currentTime() is there at once. The
     // completion is called once, later, on the main thread: NO when another seek or the player's end came
-    // first, or when the item is not ready. A time that is no moment moves nothing and finishes.
+    // first, or when the item is not ready. An indefinite or invalid time moves nothing and finishes.
     void seekToTime(CMTime time) { seekToTime(time, nullptr); }
     // seekToTime:completionHandler:
     void seekToTime(CMTime, SeekCompletion);

@@ -2,8 +2,8 @@
 //
 // Where there is no device, where it goes away, or where it takes samples but lets no time pass, silence
 // takes over from the frame that was heard last, and time goes on. Meanwhile a device is looked for four
-// times a second; once one is there the sound is heard again, from the frame where the time is then. A
-// device is believed when a sample has been heard on it, so that one that is always about to sound cannot
+// times a second; once one is there the sound is heard again, from the frame where the time is then. Silence
+// keeps the time until a sample has been heard on the device, so that a device that never sounds cannot
 // stop the time. Main thread only.
 #pragma once
 

@@ -1,4 +1,4 @@
-// One run of sound on its way to the ears: it begins when the sink is made and ends when it is destroyed.
+// A stream of samples to the sound device: it begins when the sink is made and ends when it is destroyed.
 //
 // A sink asks its source for samples from a thread of its own and knows how many of them have been heard.
 // Once its destructor has returned the source is not asked again. Main thread only, the source aside.

@@ -13,7 +13,7 @@ __extension__ using Int128 = __int128;
 
 constexpr std::int32_t finestTimescale = 1'000'000'000; // nanoseconds, finer than any sample
 
-// A number that cannot be divided is no time; 0 of anything is 0 of one unit.
+// Without a timescale a value is invalid, except 0, which is 0 in every timescale.
 CMTime withDivisor(CMTime time)
 {
     if (!time.isNumeric() || time.timescale > 0)

@@ -2,7 +2,7 @@
 //
 // Beside the numbers there are the two infinities, "indefinite" (not known yet) and "invalid" (no time
 // at all). They are ordered: −∞ < every number < +∞ < indefinite < invalid. The zero structure CMTime {}
-// is a number, 0 seconds with timescale 0, which is what asking nobody for a time gives.
+// is a number, 0 seconds with timescale 0, which is the time of a player that is nil.
 #pragma once
 
 #include <cstdint>

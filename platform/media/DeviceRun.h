@@ -1,4 +1,4 @@
-// One attempt to let a sound be heard on the system's sound device, from the asking to the loss or the end.
+// One attempt to play a sound on the system's sound device, from the request to the loss or the end.
 //
 // Main thread only. Its messages come later than what causes them, and never after its destructor.
 #pragma once
@@ -24,12 +24,12 @@ public:
 
     // Lets the sound be heard from a frame inside it, as soon as the device is ready. Called once.
     void playFrom(std::int64_t frame);
-    // Whether the device has proved that it lets time pass.
+    // Whether anything has been heard yet, which proves that the device lets time pass.
     bool hasBeenHeard() const { return m_sink->framesHeard() > 0; }
     // The frame being heard, once there is one to play from.
     std::int64_t position() const { return m_startFrame + m_sink->framesHeard(); }
 
-    // Whether nothing has been heard for too long since playFrom(), as far as the calls of this can tell.
+    // Whether nothing more has been heard for longestStandstill, as seen from one call of this to the next.
     bool standsStill();
 
 private:

@@ -61,7 +61,7 @@ bool LibavDecoder::openContainer(const NSURL& url)
     m_libav.av_dict_set(&options, "protocol_whitelist", "file", 0);
     m_libav.av_dict_set(&options, "format_whitelist", format, 0);
     const QByteArray path = "file:" + url.toLocalFile().toUtf8();
-    // Without a format named, libav asks each that it knows, which brings megabytes of them into memory.
+    // Without a name libav tries every format that it knows, which loads megabytes of code.
     const AVInputFormat* const container = m_libav.av_find_input_format(format);
     const int opened = m_libav.avformat_open_input(&m_container, path.constData(), container, &options);
     m_libav.av_dict_free(&options);
@@ -180,7 +180,7 @@ bool LibavDecoder::convertFrame(std::vector<Sample>& samples)
     return true;
 }
 
-// Made for the first frame, and again should the sound change its form on the way.
+// Made for the first frame, and again where the sound changes its rate, sample format or channels.
 bool LibavDecoder::prepareConversion()
 {
     const bool isCurrent = m_conversion && m_frame->sample_rate == m_sourceRate
@@ -206,7 +206,7 @@ bool LibavDecoder::prepareConversion()
     return false;
 }
 
-// After a seek the codec begins before the target; what comes out too late is led in by silence.
+// After a seek the codec begins before the target; where it begins after it, silence fills the gap.
 void LibavDecoder::dropUntilTarget(std::vector<Sample>& samples, std::size_t firstNew)
 {
     const auto channels = static_cast<std::int64_t>(m_format.channels);

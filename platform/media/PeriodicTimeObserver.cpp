@@ -4,7 +4,7 @@
 
 namespace {
 
-// Nobody sees a position change faster than this, and a tiny interval must not keep the main thread busy.
+// A display shows no more positions in a second, and a tiny interval must not keep the main thread busy.
 constexpr double shortestInterval = 0.01;
 
 double secondsOf(CMTime interval)

@@ -58,7 +58,7 @@ void PulseConnection::connect()
     m_library.pa_context_set_state_callback(
         m_context, [](pa_context*, void* self) { static_cast<PulseConnection*>(self)->stateDidChange(); },
         this);
-    // A server is found or it is not; starting one is the system's business. Failure shows in the state.
+    // Without a server this fails, which shows in the state: starting one is left to the system.
     m_library.pa_context_connect(m_context, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr);
     m_library.pa_threaded_mainloop_start(m_loop);
 }

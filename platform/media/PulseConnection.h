@@ -1,7 +1,7 @@
 // The process's connection to the sound server, with the thread that serves it.
 //
-// Made with the first sound and kept: a run on a standing connection gets its first samples asked for in
-// half a millisecond. A connection that broke is replaced the next time one is wanted. Making one and
+// Made with the first sound and kept: on a connection that is ready the server asks for the first samples
+// within half a millisecond. A connection that broke is replaced the next time one is wanted. Making one and
 // asking for it is safe from any thread.
 #pragma once
 
@@ -12,7 +12,7 @@
 
 class PulseConnection {
 public:
-    // Hears, on the connection's thread and with its lock held, that the connection stands or has broken.
+    // Told that the connection is ready or has broken, on its thread and with its lock held.
     class Listener {
     public:
         virtual void connectionIsReady() = 0;

@@ -27,7 +27,7 @@ private:
     void connectionIsLost() override { lose(); }
     bool isStreamReady() const;
     void streamStateDidChange();
-    void write(std::size_t bytes); // nothing before there is a source: the server's wish stands until then
+    void write(std::size_t bytes); // nothing before play(); the server's request stays open until then
     void drain();
     void lose();
     std::int64_t measureHeard() const;

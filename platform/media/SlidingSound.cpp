@@ -80,7 +80,7 @@ void SlidingSound::decodeMissing()
     while (true) {
         std::vector<Waiter> served;
         for (std::size_t i = 0; i < m_waiters.size();) {
-            // One who waits for what is no longer wanted is overtaken by another: nothing keeps it waiting.
+            // A preparation that was followed by another is called back at once.
             const bool isOvertaken = m_waiters[i].piece != m_wantedPiece;
             if (!isOvertaken && !m_pieces.contains(m_waiters[i].piece)) {
                 ++i;

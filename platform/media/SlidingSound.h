@@ -44,7 +44,7 @@ private:
     std::int64_t m_wantedPiece = 0;
     bool m_isDecoding = false; // a job is submitted or running
 
-    const std::unique_ptr<SoundDecoder> m_decoder; // from here on: the running job's alone
+    const std::unique_ptr<SoundDecoder> m_decoder; // this and what follows: used by the running job alone
     Piece m_rest; // decoded past the end of the last piece
     std::int64_t m_restFrame = 0; // where m_rest begins
 };

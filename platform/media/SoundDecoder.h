@@ -1,6 +1,6 @@
 // Turns one sound file into samples, from wherever it is told to.
 //
-// The one way to decoders: a system with decoders of its own puts its opener in force. A decoder is used
+// Every decoder is opened here; a system with decoders of its own puts its opener in force. A decoder is used
 // by one thread at a time, off the main thread.
 #pragma once
 

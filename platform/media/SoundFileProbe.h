@@ -1,4 +1,4 @@
-// Looks at the first bytes of a file, without any decoder: is this a sound of a kind that can be played?
+// Tells by the first bytes of a file, without a decoder, whether it is a sound of a kind that can be played.
 //
 // Asked on the main thread for every row of a list, so it reads a few bytes and loads no library. It says
 // yes to a sound whose samples are damaged; that shows when they are decoded.

@@ -1,4 +1,4 @@
-// Fingers for tests: they go the same road as those of the host, and time passes as they move.
+// Fingers for tests: they are delivered as those of the host are, and time passes as they move.
 #pragma once
 
 #include "platform/views/UIWindow.h"

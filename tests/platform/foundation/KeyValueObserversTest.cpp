@@ -97,7 +97,7 @@ TEST_F(KeyValueObservingTest, ASetterThatAnnouncesByHandTooTellsTwice)
     EXPECT_THAT(log, ElementsAre("playing", "playing"));
 }
 
-TEST_F(KeyValueObservingTest, ARemovedObserverHearsNothing)
+TEST_F(KeyValueObservingTest, ARemovedObserverIsNotCalled)
 {
     subject->addObserver(*observer, playing, &contextOfTest);
     subject->removeObserver(*observer, playing, &contextOfTest);
@@ -137,7 +137,7 @@ TEST_F(KeyValueObservingTest, RemovingWhatWasNeverAddedIsAProgrammingError)
     EXPECT_THAT(recorder.messages(), ElementsAre(message, message));
 }
 
-TEST_F(KeyValueObservingTest, AContextThatNobodyKnowsIsAProgrammingError)
+TEST_F(KeyValueObservingTest, AnUnknownContextIsAProgrammingError)
 {
     AssertionRecorder recorder;
     subject->addObserver(*observer, playing, &otherContext);
@@ -164,7 +164,7 @@ TEST_F(KeyValueObservingTest, AnObserverThatIsGoneIsNotTold)
     EXPECT_TRUE(log.empty());
 }
 
-TEST_F(KeyValueObservingTest, AnObserverRemovedWhileAChangeIsToldHearsNothingMore)
+TEST_F(KeyValueObservingTest, AnObserverRemovedWhileAChangeIsToldIsNotCalledAgain)
 {
     const auto remover
         = make<Observer>(log, [&] { subject->removeObserver(*observer, playing, &contextOfTest); });
@@ -174,7 +174,7 @@ TEST_F(KeyValueObservingTest, AnObserverRemovedWhileAChangeIsToldHearsNothingMor
     EXPECT_THAT(log, ElementsAre("playing"));
 }
 
-TEST_F(KeyValueObservingTest, AnObserverAddedWhileAChangeIsToldHearsTheNextOne)
+TEST_F(KeyValueObservingTest, AnObserverAddedWhileAChangeIsToldIsCalledFromTheNextOneOn)
 {
     bool isAdded = false;
     const auto adder = make<Observer>(log, [&] {

@@ -79,7 +79,7 @@ TEST_F(NSNotificationCenterTest, RemovesEveryRegistrationOfAnObject)
     EXPECT_EQ(listener->heard + listener->heardElsewhere, 0);
 }
 
-TEST_F(NSNotificationCenterTest, AnObserverThatIsGoneKeepsNobodyFromHearing)
+TEST_F(NSNotificationCenterTest, AnObserverThatIsGoneDoesNotStopTheOthers)
 {
     center.addObserver(hearing(listener), background);
     center.addObserver(hearing(other), background);
@@ -99,7 +99,7 @@ TEST_F(NSNotificationCenterTest, AnObserverMayBeDroppedInsideItsNotification)
     EXPECT_TRUE(weak.expired());
 }
 
-TEST_F(NSNotificationCenterTest, WhoIsRemovedWhileOneIsPostedHearsNothingMore)
+TEST_F(NSNotificationCenterTest, WhoIsRemovedWhileOneIsPostedIsNotCalledAgain)
 {
     listener->reaction = [&] { center.removeObserver(*other); };
     center.addObserver(hearing(listener), background);
@@ -108,7 +108,7 @@ TEST_F(NSNotificationCenterTest, WhoIsRemovedWhileOneIsPostedHearsNothingMore)
     EXPECT_EQ(other->heard, 0);
 }
 
-TEST_F(NSNotificationCenterTest, WhoIsAddedWhileOneIsPostedHearsTheNextOne)
+TEST_F(NSNotificationCenterTest, WhoIsAddedWhileOneIsPostedIsCalledFromTheNextOneOn)
 {
     listener->reaction = [&] {
         listener->reaction = nullptr;

@@ -54,7 +54,7 @@ TEST_F(ObserverListTest, ForgetsListenersThatAreGone)
     EXPECT_TRUE(log.empty());
 }
 
-TEST_F(ObserverListTest, AListenerRemovedDuringARoundHearsNothingMore)
+TEST_F(ObserverListTest, AListenerRemovedDuringARoundIsNotCalledAgain)
 {
     std::shared_ptr<Listener> b;
     const auto a = listen("a", [&] { list.remove(*b); });
@@ -64,7 +64,7 @@ TEST_F(ObserverListTest, AListenerRemovedDuringARoundHearsNothingMore)
     EXPECT_THAT(log, ElementsAre("a", "a"));
 }
 
-TEST_F(ObserverListTest, AListenerDestroyedDuringARoundHearsNothingMore)
+TEST_F(ObserverListTest, AListenerDestroyedDuringARoundIsNotCalledAgain)
 {
     std::shared_ptr<Listener> b;
     const auto a = listen("a", [&] { b.reset(); });
@@ -81,7 +81,7 @@ TEST_F(ObserverListTest, AListenerMayDropItself)
     EXPECT_TRUE(list.isEmpty());
 }
 
-TEST_F(ObserverListTest, AListenerAddedDuringARoundHearsTheNextOne)
+TEST_F(ObserverListTest, AListenerAddedDuringARoundIsCalledFromTheNextOneOn)
 {
     std::shared_ptr<Listener> b;
     const auto a = listen("a", [&] {

@@ -17,7 +17,7 @@ TEST_F(AVPlayerTest, PlaysWhenToldTo)
     EXPECT_EQ(device.lastRun().samples().at(100), tone.sampleAt(100));
 }
 
-TEST_F(AVPlayerTest, RemembersTheWishToPlayUntilTheItemIsReady)
+TEST_F(AVPlayerTest, PlaysOnceTheItemIsReadyWhatWasPlayedBefore)
 {
     player->play();
     EXPECT_TRUE(device.runs().empty());
@@ -25,7 +25,7 @@ TEST_F(AVPlayerTest, RemembersTheWishToPlayUntilTheItemIsReady)
     EXPECT_EQ(device.runs().size(), 1u);
 }
 
-TEST_F(AVPlayerTest, AWishTakenBackBeforeReadinessPlaysNothing)
+TEST_F(AVPlayerTest, PlayAndPauseBeforeReadinessPlayNothing)
 {
     player->play();
     player->pause();
