@@ -18,18 +18,24 @@ class SoundServer:
         self._folder = folder
         self._recorder = None
         self._socket = folder / "native"
+        self._server_environment = environment
         self._environment = {**environment, "PULSE_SERVER": self.address}
+        self.start()
+
+    def start(self):
+        """At the same address as before, where it was stopped; what was heard before is forgotten."""
+        self._socket.unlink(missing_ok=True)  # a server that was killed leaves it
         self._server = ChildProcess(
             ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1",
-             "-L", f"module-native-protocol-unix auth-anonymous=1 socket={self._socket}",
-             "-L", f"module-null-sink sink_name=t norewinds=1 rate={RATE} channels=1"],
-            environment, folder)
+             "-L", f"module-null-sink sink_name=t norewinds=1 rate={RATE} channels=1",
+             "-L", f"module-native-protocol-unix auth-anonymous=1 socket={self._socket}"],
+            self._server_environment, self._folder)
         try:
             wait_until(self._is_listening, "the sound server listens")
             self._recorder = ChildProcess(
                 ["parec", "-d", "t.monitor", "--raw", "--format=s16le", f"--rate={RATE}", "--channels=1",
                  "--latency-msec=20"],
-                self._environment, folder)
+                self._environment, self._folder)
             wait_until(self.count, "samples flow")
         except BaseException:
             self.stop()

@@ -111,6 +111,23 @@ class PlayingTest(StageTest):
 
         self.expect_real_time_to_the_end(screen, during=die)
 
+    def test_after_the_sound_server_was_restarted_the_record_is_heard_again_in_real_time(self):
+        screen = self.start()
+        sound = clip(2)
+        self.play(screen, 2, seconds=1)
+        self.server.stop()
+        time.sleep(1.5)
+        self.server.start()
+        self.server.wait_until_audible(0)
+        self.assertEqual(screen.icon(2), "pause")
+        self.server.wait_for(1.5)
+        heard = self.server.heard()
+        position = screen.progress(2) * len(sound)
+        offset, likeness = find(self.folder, heard[len(heard) - RATE:], sound)
+        self.assertGreaterEqual(likeness, 0.9)
+        self.assertAlmostEqual((offset + RATE) / RATE, position / RATE, delta=0.5)
+        self.close(self.display, self.program)
+
     def expect_real_time_to_the_end(self, screen, during):
         """Plays a whole row; during() is called in the third second."""
         row = 1
