@@ -1,8 +1,11 @@
 #include "platform/views/UIGestureRecognizer.h"
 
+#include "platform/foundation/Messages.h"
+#include "platform/foundation/NSAssertionHandler.h"
 #include "platform/views/DepartedView.h"
-#include "platform/views/TouchDispatcher.h"
-#include "platform/views/UIWindow.h"
+#include "platform/views/UIView.h"
+
+#include <algorithm>
 
 UIGestureRecognizer::~UIGestureRecognizer() = default;
 
@@ -22,7 +25,27 @@ void UIGestureRecognizer::removeTarget(const Action& action)
 void UIGestureRecognizer::setEnabled(bool enabled)
 {
     if (std::exchange(m_enabled, enabled) && !enabled)
-        abandon({});
+        withdraw();
+}
+
+void UIGestureRecognizer::requireGestureRecognizerToFail(const std::shared_ptr<UIGestureRecognizer>& other)
+{
+    const bool isAnother = other && other.get() != this;
+    NSParameterAssert(isAnother, "UIGestureRecognizer", "other is another recogniser");
+    if (!isAnother)
+        return;
+    const auto known = requirements();
+    if (std::ranges::find(known, other) == known.end())
+        m_requirements.push_back(other);
+}
+
+UIGestureRecognizers UIGestureRecognizer::requirements() const
+{
+    UIGestureRecognizers alive;
+    for (const auto& held : m_requirements)
+        if (auto other = held.lock())
+            alive.push_back(std::move(other));
+    return alive;
 }
 
 void UIGestureRecognizer::setView(Key, UIView* view) { m_view = view; }
@@ -59,32 +82,32 @@ bool UIGestureRecognizer::shouldReceive(Key, UITouch& touch)
 {
     if (!m_enabled)
         return false;
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto asked = delegate();
     return !asked || asked->gestureRecognizerShouldReceiveTouch(*this, touch);
 }
 
 bool UIGestureRecognizer::watches(const UITouch& touch) const
 {
-    return std::any_of(
-        m_touches.begin(), m_touches.end(), [&](const auto& watched) { return watched.get() == &touch; });
+    return std::ranges::any_of(m_touches, [&](const auto& watched) { return watched.get() == &touch; });
 }
 
-void UIGestureRecognizer::deliver(Key, const std::shared_ptr<UITouch>& touch, UIEvent& event)
+void UIGestureRecognizer::watch(
+    Key, const std::shared_ptr<UITouch>& touch, const std::weak_ptr<GestureReferee>& referee)
 {
-    const auto keepAlive = shared_from_this();
-    const bool begins = touch->phase() == UITouchPhase::Began;
-    if (begins) {
-        if (!m_view || !m_enabled || isOver() || isWaiting())
-            return;
-        m_touches.push_back(touch);
-    }
+    m_touches.push_back(touch);
+    m_referee = referee;
+}
+
+void UIGestureRecognizer::receive(Key, const std::shared_ptr<UITouch>& touch, UIEvent& event)
+{
     if (!watches(*touch))
         return;
+    const KeepAlive keepAlive(*this);
     m_lastCentroid = centroid();
     if (isOver())
         return;
-    if (!m_view || !m_view->isTouchable())
+    if (!m_view || !m_view->isTouchable()) // a layer may be hidden without its view
         return setState(UIGestureRecognizerState::Cancelled);
     switch (touch->phase()) {
     case UITouchPhase::Began:
@@ -99,22 +122,6 @@ void UIGestureRecognizer::deliver(Key, const std::shared_ptr<UITouch>& touch, UI
     }
 }
 
-void UIGestureRecognizer::forgetTouch(Key, const UITouch& touch)
-{
-    if (!watches(touch))
-        return;
-    if (isWaiting()) {
-        m_goneTouches.push_back(&touch);
-        return;
-    }
-    const auto keepAlive = shared_from_this();
-    ignoreTouch(touch);
-    const bool foundNothing = m_touches.empty() && m_state == UIGestureRecognizerState::Possible;
-    if (foundNothing && !waitsForMoreTouches())
-        setState(UIGestureRecognizerState::Failed);
-    becomePossibleWhenFree();
-}
-
 void UIGestureRecognizer::ignoreTouch(const UITouch& touch)
 {
     std::erase_if(m_touches, [&](const auto& watched) { return watched.get() == &touch; });
@@ -126,13 +133,11 @@ void UIGestureRecognizer::touchesCancelled(const UITouches&, UIEvent&)
     setState(UIGestureRecognizerState::Cancelled);
 }
 
-void UIGestureRecognizer::abandon(Key)
+void UIGestureRecognizer::withdraw()
 {
-    const auto keepAlive = shared_from_this();
-    UIView::performWithoutAnimation([this] { setState(UIGestureRecognizerState::Cancelled); });
-    m_touches.clear();
-    m_goneTouches.clear();
-    becomePossibleWhenFree();
+    const KeepAlive keepAlive(*this);
+    if (const auto referee = m_referee.lock())
+        referee->gestureWithdraws(*this);
 }
 
 // --- States ------------------------------------------------------------------------------------------
@@ -149,85 +154,31 @@ bool UIGestureRecognizer::isRecognized() const
     return m_state == Began || m_state == Changed || m_state == Ended;
 }
 
-bool UIGestureRecognizer::isUndecided() const
-{
-    return m_state == UIGestureRecognizerState::Possible && (!m_touches.empty() || waitsForMoreTouches());
-}
-
 void UIGestureRecognizer::setState(UIGestureRecognizerState state)
 {
     using enum UIGestureRecognizerState;
-    if (isOver() || state == Possible)
+    const auto referee = m_referee.lock();
+    if (!referee || isOver() || state == Possible)
         return;
-    const auto keepAlive = shared_from_this();
-    if (m_state != Possible) {
-        if (state == Failed)
-            state = Cancelled;
-        enter(state == Began ? Changed : state);
-    } else if (state == Failed || state == Cancelled) {
-        enter(Failed);
-    } else {
-        begin(state == Changed ? Began : state);
-    }
+    const KeepAlive keepAlive(*this);
+    const bool isUndecided = m_state == Possible;
+    if (isUndecided && state == Cancelled)
+        state = Failed;
+    else if (isUndecided && state == Changed)
+        state = Began;
+    else if (!isUndecided && state == Failed)
+        state = Cancelled;
+    else if (!isUndecided && state == Began)
+        state = Changed;
+    referee->gestureReports(*this, state);
 }
 
-void UIGestureRecognizer::begin(UIGestureRecognizerState state)
-{
-    const bool waitsAlready = isWaiting();
-    m_wish = state;
-    if (waitsAlready)
-        return;
-    waitForRequirements();
-    if (isWaiting()) // those who were asked may have stopped it
-        beginWhenFree();
-}
-
-void UIGestureRecognizer::beginWhenFree()
-{
-    if (!m_waitsFor.empty())
-        return;
-    const UIGestureRecognizerState state = m_wish;
-    const bool allowed = mayBegin();
-    if (isWaiting())
-        enter(allowed ? state : UIGestureRecognizerState::Failed);
-}
-
-void UIGestureRecognizer::enter(UIGestureRecognizerState state)
-{
-    using enum UIGestureRecognizerState;
-    const bool begins = m_state == Possible && state != Failed;
-    m_state = state;
-    m_wish = Possible;
-    m_waitsFor.clear();
-    TouchDispatcher* const road = dispatcher();
-    if (road && state == Failed)
-        road->didFail(*this);
-    if (road && begins)
-        road->didRecognize(*this);
-    if (begins || state == Failed)
-        tellDependents();
-    if (state != Failed && m_state == state)
-        sendActions();
-    for (const UITouch* gone : std::exchange(m_goneTouches, {}))
-        ignoreTouch(*gone);
-    becomePossibleWhenFree();
-}
-
-bool UIGestureRecognizer::mayBegin()
+bool UIGestureRecognizer::mayBegin(Key)
 {
     if (!m_enabled || !m_view || !m_view->isTouchable())
         return false;
-    const auto required = requirements();
-    if (std::any_of(
-            required.begin(), required.end(), [](const auto& other) { return other->isRecognized(); }))
-        return false;
     const auto asked = delegate();
-    if (asked && !asked->gestureRecognizerShouldBegin(*this))
-        return false;
-    if (!viewsLetBegin())
-        return false;
-    const TouchDispatcher* const road = dispatcher();
-    return road && road->mayRecognize(*this);
+    return (!asked || asked->gestureRecognizerShouldBegin(*this)) && viewsLetBegin();
 }
 
 bool UIGestureRecognizer::viewsLetBegin()
@@ -245,28 +196,29 @@ bool UIGestureRecognizer::viewsLetBegin()
     return true;
 }
 
-TouchDispatcher* UIGestureRecognizer::dispatcher() const
+std::uint64_t UIGestureRecognizer::enter(Key, UIGestureRecognizerState state)
 {
-    UIWindow* const window = m_view ? m_view->window() : nullptr;
-    return window ? &window->touches() : nullptr;
+    m_state = state;
+    return ++m_changes;
 }
 
-void UIGestureRecognizer::sendActions()
+void UIGestureRecognizer::sendActions(Key, std::uint64_t change)
 {
-    const UIGestureRecognizerState sent = m_state;
+    const KeepAlive keepAlive(*this);
     const auto told = m_targets;
     for (const Target& target : told) {
-        const bool isStillOne = std::any_of(m_targets.begin(), m_targets.end(),
-            [&](const Target& current) { return current.serial == target.serial; });
-        if (isStillOne && m_state == sent)
+        const bool isStillOne = std::ranges::any_of(
+            m_targets, [&](const Target& current) { return current.serial == target.serial; });
+        if (isStillOne && m_changes == change)
             target.action.perform(this);
     }
 }
 
-void UIGestureRecognizer::becomePossibleWhenFree()
+void UIGestureRecognizer::becomePossible(Key)
 {
-    if (!isOver() || !m_touches.empty())
-        return;
+    const KeepAlive keepAlive(*this);
     m_state = UIGestureRecognizerState::Possible;
+    ++m_changes;
+    m_referee.reset();
     reset();
 }

@@ -1,18 +1,19 @@
 // Watches the touches on a view and its subviews for one gesture, and tells its targets.
 //
-// A recogniser sees touches before the views do. While several watch the same touch, the first one that
-// recognises its gesture makes the others fail, unless a delegate lets both go on. It goes
-// possible → ended for a gesture that happens at once, possible → began → changed … → ended or
-// cancelled for one that lasts, or possible → failed; when all its touches are gone it is possible
-// again. Targets are told of every state but possible and failed. On a view that cannot be touched
-// (UIView::isTouchable()) nothing is recognised, and what goes on there is cancelled in the moment it stops
-// being touchable or leaves its window; the cancelled action runs after that change and outside of any
-// animation. A gesture that has to wait for another one's failure stays possible until then. A recogniser may
-// be removed, disabled or dropped from inside its own action.
+// A recogniser sees touches before the views do. It goes possible → ended for a gesture that happens at once,
+// possible → began → changed … → ended or cancelled for one that lasts, or possible → failed; when all its
+// touches are gone it is possible again. Targets are told of every state but possible and failed. While
+// several watch the same touch, the first one that recognises its gesture makes the others fail, unless a
+// delegate lets both go on; one that has to wait for another one's failure stays possible until then
+// (GestureArena). On a view that cannot be touched (UIView::isTouchable()) nothing is recognised, and what
+// goes on there is cancelled in the moment in which it stops being touchable or leaves its window; the
+// cancelled action runs after that change and outside of any animation. A recogniser may be removed, disabled
+// or dropped from inside its own action.
 #pragma once
 
 #include "platform/foundation/Action.h"
 #include "platform/graphics/Geometry.h"
+#include "platform/views/GestureReferee.h"
 #include "platform/views/UIGestureRecognizerDelegate.h"
 #include "platform/views/UIResponder.h"
 #include "platform/views/UITouch.h"
@@ -28,7 +29,6 @@ enum class UIGestureRecognizerState {
     Failed = 5
 };
 
-class TouchDispatcher;
 class UIView;
 
 class UIGestureRecognizer : public NSObject {
@@ -66,31 +66,41 @@ public:
     // be recognised, and fails if it is. Who watches no touch keeps nobody waiting; of two that wait for
     // each other, the second one does not. The other one is held weakly.
     void requireGestureRecognizerToFail(const std::shared_ptr<UIGestureRecognizer>& other);
+    UIGestureRecognizers requirements() const; // those that are still there
 
     int numberOfTouches() const { return static_cast<int>(m_touches.size()); }
     // The middle of its touches, or where they last were. Nil stands for the window.
     virtual CGPoint locationInView(const UIView* view) const;
 
-    // What only the touches' road and the view may do.
+    const UITouches& touches() const { return m_touches; }
+    bool watches(const UITouch&) const;
+    // Whether its gesture has been found: began, changed or ended.
+    bool isRecognized() const;
+
+    // What only the arena and the view may do.
     class Key {
-        friend class TouchDispatcher;
+        friend class GestureArena;
         friend class UIView;
-        friend class UIGestureRecognizer;
         Key() = default;
     };
     void setView(Key, UIView* view);
+    // Asks the delegate.
     bool shouldReceive(Key, UITouch& touch);
-    // Touches are delivered one by one; the phase says which message becomes of it.
-    void deliver(Key, const std::shared_ptr<UITouch>& touch, UIEvent& event);
-    // Lets go of a touch that has ended, after everybody has seen it.
-    void forgetTouch(Key, const UITouch& touch);
-    // Stops watching: cancels what is going on and lets go of all touches.
-    void abandon(Key);
-    void fail(Key) { setState(UIGestureRecognizerState::Failed); }
-    // Whether it watches touches, or waits for the next, and has not made up its mind.
-    bool isUndecided() const;
-
-    const UITouches& touches() const { return m_touches; }
+    // From then on the recogniser reports to the referee, until it is possible again.
+    void watch(Key, const std::shared_ptr<UITouch>& touch, const std::weak_ptr<GestureReferee>& referee);
+    // Touches come one by one; the phase says which message becomes of it.
+    void receive(Key, const std::shared_ptr<UITouch>& touch, UIEvent& event);
+    void stopWatching(Key, const UITouch& touch) { ignoreTouch(touch); }
+    void stopWatchingAll(Key) { m_touches.clear(); }
+    bool waitsForMore(Key) const { return waitsForMoreTouches(); }
+    // Whether recogniser, delegate and views let it begin.
+    bool mayBegin(Key);
+    // Answers which change of state this is; its actions are sent only as long as no other has come after it.
+    std::uint64_t enter(Key, UIGestureRecognizerState);
+    void sendActions(Key, std::uint64_t change);
+    void becomePossible(Key);
+    // Reports that it stops watching: what is going on is cancelled.
+    void withdraw(Key) { withdraw(); }
 
 protected:
     // For subclasses: touches arrive here while the gesture is possible or going on. The touches that end
@@ -104,7 +114,8 @@ protected:
     virtual void reset() { }
     virtual bool waitsForMoreTouches() const { return false; }
 
-    // What the subclass has found out. A gesture that may not begin fails instead.
+    // Reports what the subclass has found out; the state follows inside the call, or after a wait. A gesture
+    // that may not begin fails instead.
     void setState(UIGestureRecognizerState);
     // ignoreTouch:forEvent: — as if the touch had never been there.
     void ignoreTouch(const UITouch&);
@@ -114,26 +125,8 @@ protected:
 
 private:
     bool isOver() const;
-    bool isRecognized() const;
-    bool watches(const UITouch&) const;
-    void begin(UIGestureRecognizerState state);
-    void beginWhenFree();
-    void enter(UIGestureRecognizerState state);
-    bool mayBegin();
+    void withdraw();
     bool viewsLetBegin();
-    TouchDispatcher* dispatcher() const;
-    void sendActions();
-    void becomePossibleWhenFree();
-
-    // Waiting for others: UIGestureRecognizer+Waiting.cpp
-    bool isWaiting() const { return m_wish != UIGestureRecognizerState::Possible; }
-    bool waitsFor(const UIGestureRecognizer& other) const;
-    bool mayStillRecognize(const UIGestureRecognizer& other) const;
-    bool mustWaitFor(UIGestureRecognizer& other);
-    UIGestureRecognizers requirements() const;
-    void waitForRequirements();
-    void requirementDecided(const UIGestureRecognizer& other);
-    void tellDependents();
 
     struct Target {
         Action action;
@@ -144,13 +137,11 @@ private:
     UIView* m_view = nullptr;
     std::weak_ptr<UIGestureRecognizerDelegate> m_delegate;
     UITouches m_touches;
-    std::vector<std::weak_ptr<UIGestureRecognizer>> m_requirements; // that it was told of
-    std::vector<std::weak_ptr<UIGestureRecognizer>> m_waitsFor; // now, undecided ones
-    std::vector<std::weak_ptr<UIGestureRecognizer>> m_dependents; // that wait for this one
-    std::vector<const UITouch*> m_goneTouches; // of touches(), that ended while it waited
-    UIGestureRecognizerState m_wish = UIGestureRecognizerState::Possible; // what it waits to become
+    std::vector<std::weak_ptr<UIGestureRecognizer>> m_requirements;
+    std::weak_ptr<GestureReferee> m_referee; // null while it is possible and watches nothing
     CGPoint m_lastCentroid;
     UIGestureRecognizerState m_state = UIGestureRecognizerState::Possible;
+    std::uint64_t m_changes = 0; // of the state, counted
     bool m_enabled = true;
     bool m_cancelsTouchesInView = true;
     bool m_delaysTouchesBegan = false;

@@ -18,8 +18,10 @@ enum class UITouchPhase { Began = 0, Moved = 1, Stationary = 2, Ended = 3, Cance
 
 class UITouch final : public NSObject {
 public:
-    // What only the touches' own road may do.
+    // What only those who deal with fingers may do.
     class Key {
+        friend class GestureArena;
+        friend class TouchDelivery;
         friend class TouchDispatcher;
         Key() = default;
     };

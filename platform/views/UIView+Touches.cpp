@@ -1,6 +1,7 @@
 // The part of UIView that touches and editing meet: hit testing, recognisers, the responder chain.
 
 #include "platform/views/DepartedView.h"
+#include "platform/views/FarEdges.h"
 #include "platform/views/UIGestureRecognizer.h"
 #include "platform/views/UIView.h"
 #include "platform/views/UIViewOwner.h"
@@ -46,12 +47,20 @@ UIView* UIView::hitTest(const CGPoint& point)
     for (auto view = m_subviews.rbegin(); view != m_subviews.rend(); ++view)
         if (UIView* const hit = (*view)->hitTest((*view)->convertPointFromView(point, this)))
             return hit;
+    // A far edge belongs to the neighbour; where there is none, to the view itself.
+    for (auto view = m_subviews.rbegin(); view != m_subviews.rend(); ++view) {
+        const CGPoint place = (*view)->convertPointFromView(point, this);
+        const CGPoint inside = pulledOffFarEdges((*view)->bounds(), place);
+        const bool liesOnOne = inside.x() < place.x() || inside.y() < place.y();
+        if (UIView* const hit = liesOnOne ? (*view)->hitTest(inside) : nullptr)
+            return hit;
+    }
     return this;
 }
 
 bool UIView::pointInside(const CGPoint& point) const
 {
-    // The far edges belong to the neighbours.
+    // The far edges belong to the neighbours; hitTest() knows whether there are any.
     const CGRect rect = bounds();
     return point.x() >= rect.left() && point.x() < rect.right() && point.y() >= rect.top()
         && point.y() < rect.bottom();
@@ -73,7 +82,7 @@ void UIView::removeGestureRecognizer(UIGestureRecognizer& recognizer)
     if (recognizer.view() != this)
         return;
     const auto kept = recognizer.shared_from_this();
-    recognizer.abandon({});
+    recognizer.withdraw({});
     if (recognizer.view() != this)
         return; // its last action has done it
     recognizer.setView({}, nullptr);

@@ -44,6 +44,35 @@ TEST_F(ORVPlaybackSliderMotionTest, APositionThatIsNotAnimatedIsThereAtOnce)
     EXPECT_FALSE(slider->thumbView()->layer()->hasAnimations());
 }
 
+TEST_F(ORVPlaybackSliderMotionTest, AGlideThatFollowsAnotherOneStartsWhereTheThumbIsShown)
+{
+    slider->setCurrentPosition(0.5, Animated::Yes);
+    scheduler.advance(0.05);
+    ASSERT_NEAR(shownPosition(), 0.25, 1e-9);
+    for (const double target : { 0.9, 0.1, 0.6 }) {
+        const double from = shownPosition();
+        slider->setCurrentPosition(target, Animated::Yes);
+        EXPECT_NEAR(shownPosition(), from, 1e-9) << "no jump";
+        scheduler.advance(0.025);
+        EXPECT_NEAR(shownPosition(), from + (target - from) / 4, 1e-9);
+    }
+    scheduler.advance(0.1);
+    EXPECT_NEAR(shownPosition(), 0.6, 1e-9);
+}
+
+TEST_F(ORVPlaybackSliderMotionTest, AGlideEndsAtThePositionOfEachMoment)
+{
+    slider->setCurrentPosition(0.5, Animated::Yes);
+    scheduler.advance(0.05);
+    slider->setCurrentPosition(0.9, Animated::No);
+    runFrames();
+    EXPECT_NEAR(shownPosition(), 0.45, 1e-9) << "half of the way to where it goes now";
+    scheduler.advance(0.025);
+    EXPECT_NEAR(shownPosition(), 0.9 * 0.75, 1e-9);
+    scheduler.advance(0.05);
+    EXPECT_NEAR(shownPosition(), 0.9, 1e-9);
+}
+
 TEST_F(ORVPlaybackSliderMotionTest, ATapSendsTheThumbThereInThreeTenthsOfASecondSlowlyAtBothEnds)
 {
     touch.tap(place(width / 2));

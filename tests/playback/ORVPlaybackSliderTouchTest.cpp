@@ -59,9 +59,16 @@ TEST_F(ORVPlaybackSliderTouchTest, ATapAtTheLeftEdgeMovesToTheBeginning)
     EXPECT_EQ(shownThumbCenter(), 0);
 }
 
-TEST_F(ORVPlaybackSliderTouchTest, ATapAtTheRightEdgeMovesToTheEnd)
+TEST_F(ORVPlaybackSliderTouchTest, ATapExactlyOnTheRightEdgeMovesToTheEnd)
 {
-    touch.down(place(width - 1)); // the edge itself belongs to the neighbour, but a finger rolls
+    touch.tap(place(width)); // no neighbour is there, so the edge is the bar's
+    EXPECT_EQ(slider->currentPosition(), 1);
+    EXPECT_THAT(log->lines, ElementsAre("tap 1"));
+}
+
+TEST_F(ORVPlaybackSliderTouchTest, ATapThatRollsOntoTheRightEdgeMovesToTheEnd)
+{
+    touch.down(place(width - 1));
     touch.moveTo(place(width));
     touch.up();
     EXPECT_EQ(slider->currentPosition(), 1);

@@ -87,6 +87,22 @@ TEST(ScrollFlight, SpringsBackAtOnceWhenReleasedPastTheEnd)
     EXPECT_LT(flight.duration(), 1);
 }
 
+// A critically damped spring of 12 a second: (1 + 12 t) · exp(-12 t).
+TEST(ScrollFlight, SpringsBackAtThePaceThatAFingerFeels)
+{
+    const ScrollFlight flight(-80, 0, range);
+    for (const double time : { 0.05, 0.1, 0.2, 0.3 })
+        EXPECT_NEAR(flight.offsetAt(time), -80 * (1 + 12 * time) * std::exp(-12 * time), 1e-9) << time;
+}
+
+TEST(ScrollFlight, EndsWhenAQuarterOfAPointIsLeft)
+{
+    const ScrollFlight free(200, 600, range);
+    EXPECT_NEAR(free.destination() - free.offsetAt(free.duration() - 1e-9), 0.25, 0.01);
+    const ScrollFlight sprung(-80, 0, range);
+    EXPECT_NEAR(sprung.offsetAt(sprung.duration() - 1e-9), -0.25, 0.01);
+}
+
 TEST(ScrollFlight, WithoutVelocityIsOverAtOnce)
 {
     const ScrollFlight flight(300, 0, range);

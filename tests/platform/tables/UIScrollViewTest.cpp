@@ -164,6 +164,26 @@ TEST_F(UIScrollViewTest, MovesToAnOffsetInThreeTenthsOfASecond)
     EXPECT_EQ(log->lines, (Lines { "arrived" }));
 }
 
+TEST_F(UIScrollViewTest, ArrivesNeitherSoonerNorLaterThanAfterThreeTenths)
+{
+    view->setContentOffset({ 0, 600 }, Animated::Yes);
+    scheduler.advance(0.28);
+    EXPECT_TRUE(log->lines.empty());
+    scheduler.advance(0.04);
+    EXPECT_EQ(log->lines, (Lines { "arrived" }));
+}
+
+TEST_F(UIScrollViewTest, AFingerThatLeavesAtLessThanThirtyPointsASecondThrowsNothing)
+{
+    for (const double speed : { 28.5, 31.5 }) {
+        log->lines.clear();
+        touch.drag({ 100, 300 }, { 100, 300 - speed }, 1);
+        scheduler.advance(3);
+        EXPECT_EQ(log->lines,
+            speed < 30 ? (Lines { "begin", "end" }) : (Lines { "begin", "end, decelerates", "rest" }));
+    }
+}
+
 TEST_F(UIScrollViewTest, ScrollsAsLittleAsShowsARectangle)
 {
     view->setContentInset({ 0, 0, 100, 0 });
@@ -335,7 +355,15 @@ TEST_F(UIScrollViewTest, ShowsAnIndicatorThatFadesAtRest)
     const double length = track * 480 / 2000;
     EXPECT_NEAR(indicator->frame().height(), length, 0.01);
     EXPECT_NEAR(indicator->frame().top() - 760, 3 + (track - length) / 2, 0.01);
-    scheduler.advance(1);
+    const auto shown = [&] { return indicator->layer()->presentationValues().opacity; };
+    scheduler.advance(0.48);
+    EXPECT_EQ(shown(), 1) << "rests for half a second";
+    scheduler.advance(0.04);
+    EXPECT_LT(shown(), 1);
+    scheduler.advance(0.26);
+    EXPECT_GT(shown(), 0) << "and fades for three tenths";
+    scheduler.advance(0.04);
+    EXPECT_EQ(shown(), 0);
     EXPECT_EQ(indicator->alpha(), 0);
     EXPECT_FALSE(scheduler.isFrameRequested());
 }

@@ -68,6 +68,26 @@ TEST_F(TouchDispatcherTest, TheEdgeBetweenTwoViewsBelongsToTheSecond)
     EXPECT_EQ(window->hitTest({ 100, 100 }), view.get());
 }
 
+TEST_F(TouchDispatcherTest, AFarEdgeWithoutANeighbourBelongsToTheView)
+{
+    EXPECT_EQ(window->hitTest({ 200, 150 }), view.get());
+    EXPECT_EQ(window->hitTest({ 150, 200 }), view.get());
+    EXPECT_EQ(window->hitTest({ 200, 200 }), view.get());
+    EXPECT_EQ(window->hitTest({ 200.01, 150 }), window.get());
+    EXPECT_EQ(window->hitTest({ 200, 201 }), window.get()) << "in line with the edge, beyond the corner";
+    const auto deep = make<LoggingView>(CGRect(0, 0, 390, 50));
+    const auto row = addView({ 0, 300, 390, 50 });
+    row->addSubview(deep);
+    touch.down({ 390, 325 });
+    touch.up();
+    EXPECT_EQ(deep->lines, (Lines { "began 390 25", "ended 390 25" })) << "the touch is where the finger is";
+    const auto below = addView({ 0, 350, 390, 50 });
+    window->bringSubviewToFront(*row);
+    EXPECT_EQ(window->hitTest({ 100, 350 }), below.get());
+    touch.down({ 391, 325 });
+    EXPECT_FALSE(window->touches().hasTouches()) << "beyond the window there is nothing";
+}
+
 TEST_F(TouchDispatcherTest, PartsOutsideOfTheSuperviewAreNotHit)
 {
     const auto outside = make<LoggingView>(CGRect(80, 80, 100, 100));

@@ -104,6 +104,20 @@ TEST_F(UIPanGestureRecognizerTest, TheVelocityIsThatOfTheLastMoments)
     expectNear(velocity, { 0, -200 }, 1);
 }
 
+TEST_F(UIPanGestureRecognizerTest, TheLastMomentsAreEightHundredthsOfASecond)
+{
+    touch.down({ 150, 110 });
+    touch.wait(0.077);
+    touch.moveTo({ 150, 210 });
+    expectNear(velocity, { 0, 100 / 0.077 });
+    touch.up();
+    touch.down({ 150, 110 });
+    touch.wait(0.083);
+    touch.moveTo({ 150, 210 });
+    expectNear(velocity, { 0, 0 }); // where it was before is too long ago
+    touch.up();
+}
+
 TEST_F(UIPanGestureRecognizerTest, AFingerThatRestsBeforeItLeavesHasStopped)
 {
     touch.down({ 150, 110 });

@@ -105,6 +105,25 @@ TEST_F(UITapGestureRecognizerTest, TheSecondTapMustBeNear)
     EXPECT_TRUE(target->states.empty());
 }
 
+// How long, how far: what a finger feels. A tenth more or less of each is noticed here.
+TEST_F(UITapGestureRecognizerTest, TheSecondTapMayComeWithinThreeTenthsOfASecondAndFortyPoints)
+{
+    const auto taps = [&](double pause, double distance) {
+        target->states.clear();
+        touch.tap({ 110, 110 });
+        touch.wait(pause);
+        touch.tap({ 110 + distance, 110 });
+        const bool found = !target->states.empty();
+        touch.wait(1);
+        return found;
+    };
+    tap->setNumberOfTapsRequired(2);
+    EXPECT_TRUE(taps(0.29, 0));
+    EXPECT_FALSE(taps(0.31, 0));
+    EXPECT_TRUE(taps(0.1, 39));
+    EXPECT_FALSE(taps(0.1, 41));
+}
+
 TEST_F(UITapGestureRecognizerTest, MayGoWhileItWaitsForTheSecondTap)
 {
     tap->setNumberOfTapsRequired(2);
