@@ -1,5 +1,6 @@
 #include "list/ORVRecordTableViewCell.h"
 
+#include "platform/foundation/Messages.h"
 #include "platform/graphics/MainScreenScale.h"
 #include "theme/UIColor+ORVTheme.h"
 
@@ -214,7 +215,7 @@ void ORVRecordTableViewCell::removeFadedPlaybackSlider()
 
 void ORVRecordTableViewCell::playbackButtonTapped(ORVPlaybackButton& sender)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto delegate = m_delegate.lock();
     if (!delegate)
         return;
@@ -227,8 +228,8 @@ void ORVRecordTableViewCell::playbackButtonTapped(ORVPlaybackButton& sender)
 void ORVRecordTableViewCell::playbackSliderDidBeginDraggingThumb(ORVPlaybackSlider&)
 {
     m_wasPlayingBeforeSeeking = m_playbackButton->isPlaying();
-    if (const auto delegate = m_delegate.lock())
-        delegate->recordTableViewCellRequestsPauseInterim(*this, true);
+    sendMessage(*this, m_delegate, &ORVRecordTableViewCellDelegate::recordTableViewCellRequestsPauseInterim,
+        *this, true);
 }
 
 // The sound does not follow the finger, only the ring does.
@@ -240,7 +241,7 @@ void ORVRecordTableViewCell::playbackSliderDidDragThumbToPosition(ORVPlaybackSli
 void ORVRecordTableViewCell::playbackSliderDidEndDraggingThumbWithNewPosition(
     ORVPlaybackSlider&, double position)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto delegate = m_delegate.lock();
     if (!delegate)
         return;
@@ -252,6 +253,7 @@ void ORVRecordTableViewCell::playbackSliderDidEndDraggingThumbWithNewPosition(
 void ORVRecordTableViewCell::playbackSliderDidTapOnPosition(ORVPlaybackSlider&, double position)
 {
     m_playbackButton->progressView()->setProgress(position);
-    if (const auto delegate = m_delegate.lock())
-        delegate->recordTableViewCellRequestsSeekPlaybackToPositionFraction(*this, position);
+    sendMessage(*this, m_delegate,
+        &ORVRecordTableViewCellDelegate::recordTableViewCellRequestsSeekPlaybackToPositionFraction, *this,
+        position);
 }

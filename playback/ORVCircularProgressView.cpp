@@ -1,5 +1,6 @@
 #include "playback/ORVCircularProgressView.h"
 
+#include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/graphics/UIColor.h"
 #include "platform/layers/CABasicAnimation.h"
@@ -112,7 +113,7 @@ void ORVCircularProgressView::setDirection(ORVCircularProgressDirection directio
 
 void ORVCircularProgressView::setProgress(double progress, Animated animated)
 {
-    const auto keepAlive = shared_from_this(); // an observer may drop the view
+    const KeepAlive keepAlive(*this); // an observer may drop the view
     willChangeValueForKey(progressKey());
     m_progress = progress;
     didChangeValueForKey(progressKey());

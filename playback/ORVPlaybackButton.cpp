@@ -1,6 +1,7 @@
 #include "playback/ORVPlaybackButton.h"
 
 #include "platform/foundation/ClassRegistry.h"
+#include "platform/foundation/Messages.h"
 #include "platform/foundation/NSBundle.h"
 #include "platform/foundation/Scheduler.h"
 #include "platform/graphics/UIColor.h"
@@ -60,7 +61,7 @@ UIControlState ORVPlaybackButton::state() const
 
 void ORVPlaybackButton::setPlaying(bool playing, Animated animated)
 {
-    const auto keepAlive = shared_from_this(); // an observer may drop the button
+    const KeepAlive keepAlive(*this); // an observer may drop the button
     const bool unchanged = playing == m_playing;
     willChangeValueForKey(playingKey());
     m_playing = playing;
@@ -152,7 +153,7 @@ void ORVPlaybackButton::setHighlighted(bool highlighted)
 
 void ORVPlaybackButton::setEnabled(bool enabled)
 {
-    const auto keepAlive = shared_from_this(); // a target that hears of the touch's end may drop the button
+    const KeepAlive keepAlive(*this); // a target that hears of the touch's end may drop the button
     UIButton::setEnabled(enabled);
     updateImageViewMaybe();
     updateState(Animated::No);

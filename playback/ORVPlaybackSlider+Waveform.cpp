@@ -1,6 +1,7 @@
 // The part of ORVPlaybackSlider that gets the picture of the waveform.
 
 #include "platform/foundation/Executor.h"
+#include "platform/foundation/Messages.h"
 #include "platform/graphics/UIGraphics.h"
 #include "platform/views/UIWindow.h"
 #include "playback/ORVPlaybackSlider.h"
@@ -66,8 +67,8 @@ void ORVPlaybackSlider::renderWafeformIfNecessaryWithCompletion(Completion compl
     }
     const auto self = strongSelf(this); // the delegate may drop the slider
     m_renderingWaveform = true;
-    if (const auto delegate = m_delegate.lock())
-        delegate->playbackSliderDidBeginRenderingWaveform(*this);
+    sendMessage(
+        *this, m_delegate, &ORVPlaybackSliderDelegate::playbackSliderDidBeginRenderingWaveform, *this);
     const CGFloat scale = window() ? window()->screen()->scale() : 0;
     // What others own travels on to the main queue, so that it ends there.
     Executor::current().globalQueue().async(
@@ -86,12 +87,11 @@ void ORVPlaybackSlider::renderWafeformIfNecessaryWithCompletion(Completion compl
 void ORVPlaybackSlider::finishRenderingWaveformWithImage(
     const std::shared_ptr<UIImage>& image, const Completion& completion)
 {
-    const auto self = strongSelf(this);
+    const KeepAlive keepAlive(*this);
     m_minimumTrackView->setWaveformImage(image);
     m_maximumTrackView->setWaveformImage(image);
     m_renderingWaveform = false;
-    if (const auto delegate = m_delegate.lock())
-        delegate->playbackSliderDidEndRenderingWaveform(*this);
+    sendMessage(*this, m_delegate, &ORVPlaybackSliderDelegate::playbackSliderDidEndRenderingWaveform, *this);
     if (completion)
         completion();
 }

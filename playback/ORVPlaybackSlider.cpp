@@ -1,6 +1,7 @@
 #include "playback/ORVPlaybackSlider.h"
 
 #include "platform/foundation/ClassRegistry.h"
+#include "platform/foundation/Messages.h"
 #include "platform/graphics/UIColor.h"
 #include "platform/views/UIAppearance.h"
 #include "theme/UIColor+ORVTheme.h"
@@ -138,7 +139,7 @@ void ORVPlaybackSlider::setCurrentPosition(double position, Animated animated)
 
 void ORVPlaybackSlider::setCurrentPosition(double position, double duration, UIViewAnimationCurve curve)
 {
-    const auto keepAlive = shared_from_this(); // an observer may drop the slider
+    const KeepAlive keepAlive(*this); // an observer may drop the slider
     setCurrentPosition(position);
     UIView::animate(duration, 0,
         optionsOfCurve(curve) | UIViewAnimationOptions::AllowUserInteraction
@@ -172,12 +173,12 @@ void ORVPlaybackSlider::setThumbImage(std::shared_ptr<UIImage> image)
 
 void ORVPlaybackSlider::trackTapped(UITapGestureRecognizer& recognizer)
 {
-    const auto self = strongSelf(this); // the delegate may drop the slider
+    const KeepAlive keepAlive(*this); // the delegate may drop the slider
     const CGPoint location = recognizer.locationInView(this);
     setCurrentPosition(
         trackPositionFromTouchLocation(location), tapDuration, UIViewAnimationCurve::EaseInOut);
-    if (const auto delegate = m_delegate.lock())
-        delegate->playbackSliderDidTapOnPosition(*this, m_currentPosition);
+    sendMessage(*this, m_delegate, &ORVPlaybackSliderDelegate::playbackSliderDidTapOnPosition, *this,
+        m_currentPosition);
 }
 
 void ORVPlaybackSlider::thumbPanned(UIPanGestureRecognizer& recognizer)
@@ -197,31 +198,31 @@ void ORVPlaybackSlider::thumbPanned(UIPanGestureRecognizer& recognizer)
 
 void ORVPlaybackSlider::beginThumbDraggingWithLocation(const CGPoint& location)
 {
-    const auto self = strongSelf(this);
+    const KeepAlive keepAlive(*this);
     m_draggingThumb = true;
     m_panningOffset = offsetFromThumbCenter(location); // for a drag that ends inside the message
-    if (const auto delegate = m_delegate.lock())
-        delegate->playbackSliderDidBeginDraggingThumb(*this);
+    sendMessage(*this, m_delegate, &ORVPlaybackSliderDelegate::playbackSliderDidBeginDraggingThumb, *this);
     m_panningOffset = offsetFromThumbCenter(location);
     updateThumbDraggingWithLocation(location);
 }
 
 void ORVPlaybackSlider::updateThumbDraggingWithLocation(const CGPoint& location)
 {
-    const auto self = strongSelf(this);
+    const KeepAlive keepAlive(*this);
     const CGPoint thumbCenter(location.x() + m_panningOffset, location.y());
     setCurrentPosition(trackPositionFromTouchLocation(thumbCenter), Animated::No);
-    if (const auto delegate = m_delegate.lock())
-        delegate->playbackSliderDidDragThumbToPosition(*this, m_currentPosition);
+    sendMessage(*this, m_delegate, &ORVPlaybackSliderDelegate::playbackSliderDidDragThumbToPosition, *this,
+        m_currentPosition);
 }
 
 void ORVPlaybackSlider::endThumbDraggingWithLocation(const CGPoint& location)
 {
-    const auto self = strongSelf(this);
+    const KeepAlive keepAlive(*this);
     updateThumbDraggingWithLocation(location);
     m_draggingThumb = false;
-    if (const auto delegate = m_delegate.lock())
-        delegate->playbackSliderDidEndDraggingThumbWithNewPosition(*this, m_currentPosition);
+    sendMessage(*this, m_delegate,
+        &ORVPlaybackSliderDelegate::playbackSliderDidEndDraggingThumbWithNewPosition, *this,
+        m_currentPosition);
 }
 
 double ORVPlaybackSlider::offsetFromThumbCenter(const CGPoint& location) const

@@ -1,6 +1,7 @@
 #include "playback/ORVRecordPlayer.h"
 
 #include "model/ORVResourceCache.h"
+#include "platform/foundation/Messages.h"
 
 namespace {
 
@@ -83,11 +84,10 @@ void ORVRecordPlayer::observeValueForKeyPath(const NSString& keyPath, NSObject& 
 
 void ORVRecordPlayer::itemDidFinishPreparing()
 {
-    const auto self = strongSelf(this); // the delegate may drop the player
+    const KeepAlive keepAlive(*this); // the delegate may drop the player
     setReadyForPlayback(true);
     addPlayerTimeObserver();
-    if (const auto delegate = m_delegate.lock())
-        delegate->recordPlayerDidBecomeReadyForPlayback(*this);
+    sendMessage(*this, m_delegate, &ORVRecordPlayerDelegate::recordPlayerDidBecomeReadyForPlayback, *this);
     if (!m_paused)
         m_assetPlayer->play();
 }
@@ -106,16 +106,15 @@ void ORVRecordPlayer::playerObserverDidUpdateTime(CMTime time)
 {
     if (m_paused || m_seeking)
         return;
-    const auto self = strongSelf(this); // the delegate may drop the player
+    const KeepAlive keepAlive(*this); // the delegate may drop the player
     if (time >= currentItemDuration()) {
         setPaused(true);
-        if (const auto delegate = m_delegate.lock())
-            delegate->recordPlayerDidEndPlayback(*this);
+        sendMessage(*this, m_delegate, &ORVRecordPlayerDelegate::recordPlayerDidEndPlayback, *this);
         time = kCMTimeZero;
         m_assetPlayer->seekToTime(kCMTimeZero);
     }
-    if (const auto delegate = m_delegate.lock())
-        delegate->recordPlayerDidUpdatePlayingPosition(*this, CMTimeGetSeconds(time));
+    sendMessage(*this, m_delegate, &ORVRecordPlayerDelegate::recordPlayerDidUpdatePlayingPosition, *this,
+        CMTimeGetSeconds(time));
 }
 
 void ORVRecordPlayer::removePlayerObserver()

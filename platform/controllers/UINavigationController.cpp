@@ -1,5 +1,6 @@
 #include "platform/controllers/UINavigationController.h"
 
+#include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
 
 #include <algorithm>
@@ -19,7 +20,7 @@ void UINavigationController::setViewControllers(std::vector<std::shared_ptr<UIVi
         = std::find(controllers.begin(), controllers.end(), nullptr) == controllers.end();
     NSParameterAssert(areControllers, "UINavigationController", "controllers are no nulls");
     std::erase(controllers, nullptr);
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto before = std::exchange(m_viewControllers, std::move(controllers));
     const auto after = m_viewControllers;
     for (const auto& controller : before)

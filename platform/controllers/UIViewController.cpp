@@ -2,6 +2,7 @@
 
 #include "platform/controllers/UINavigationController.h"
 #include "platform/controls/UINavigationItem.h"
+#include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/views/DepartedView.h"
 #include "platform/views/UIWindow.h"
@@ -20,7 +21,7 @@ std::shared_ptr<UIView> UIViewController::view()
 {
     if (m_view)
         return m_view;
-    const auto keepAlive = weak_from_this().lock();
+    const KeepAlive keepAlive(*this);
     loadView();
     NSCAssert(m_view, "UIViewController", QStringLiteral("loadView set no view."));
     if (!m_view)
@@ -31,7 +32,7 @@ std::shared_ptr<UIView> UIViewController::view()
 
 void UIViewController::setView(std::shared_ptr<UIView> view)
 {
-    const auto keepAlive = weak_from_this().lock();
+    const KeepAlive keepAlive(*this);
     if (!view || !view->window())
         willDisappear();
     if (m_view)
@@ -75,7 +76,7 @@ void UIViewController::addChildViewController(std::shared_ptr<UIViewController> 
     NSParameterAssert(isPossible, "UIViewController", "childController is another controller");
     if (!isPossible || child->m_parent == this)
         return;
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     child->willMoveToParentViewController(this);
     if (child->m_parent)
         child->removeFromParentViewController();
@@ -95,7 +96,7 @@ void UIViewController::removeFromParentViewController()
 {
     if (!m_parent)
         return;
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     std::erase_if(m_parent->m_children, [this](const auto& child) { return child.get() == this; });
     m_parent = nullptr;
     didMoveToParentViewController(nullptr);

@@ -1,6 +1,7 @@
 #include "platform/controls/UIButton.h"
 
 #include "platform/controls/DetailDisclosurePicture.h"
+#include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/graphics/MainScreenScale.h"
 #include "platform/views/UITapGestureRecognizer.h"
@@ -125,7 +126,7 @@ void UIButton::setAdjustsImageWhenDisabled(bool adjusts)
 
 void UIButton::setEnabled(bool enabled)
 {
-    const auto keepAlive = shared_from_this(); // a target that hears of the touch's end may drop the button
+    const KeepAlive keepAlive(*this); // a target that hears of the touch's end may drop the button
     UIControl::setEnabled(enabled);
     updateForState();
 }

@@ -1,5 +1,6 @@
 #include "platform/controls/UIControl.h"
 
+#include "platform/foundation/Messages.h"
 #include "platform/views/InteractionConstants.h"
 #include "platform/views/UITouch.h"
 
@@ -26,7 +27,7 @@ void UIControl::removeTarget(const Action& action, UIControlEvents events)
 
 void UIControl::sendActionsForControlEvents(UIControlEvents events)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto hears = [events](const Registration& registration) {
         return (registration.events & events) != UIControlEvents {};
     };
@@ -57,7 +58,7 @@ UIControlState UIControl::state() const
 
 void UIControl::setEnabled(bool enabled)
 {
-    const auto keepAlive = weak_from_this().lock(); // none while it is being made
+    const KeepAlive keepAlive(*this); // none while it is being made
     m_enabled = enabled;
     if (!enabled)
         letGoOfTouch();
@@ -74,7 +75,7 @@ void UIControl::touchesBegan(const UITouches& touches, UIEvent& event)
 {
     if (!m_enabled || m_tracking)
         return;
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     m_tracking = true;
     m_touchInside = true;
     m_touch = touches.front();
@@ -91,7 +92,7 @@ void UIControl::touchesMoved(const UITouches& touches, UIEvent& event)
 {
     if (!follows(touches))
         return;
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     UITouch& touch = *touches.front();
     const bool continues = continueTrackingWithTouch(touch, event);
     if (m_tracking && !continues) {
@@ -131,7 +132,7 @@ void UIControl::touchesEnded(const UITouches& touches, UIEvent& event)
 {
     if (!follows(touches))
         return;
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     UITouch& touch = *touches.front();
     m_touchInside = isNear(touch);
     m_tracking = false;
@@ -155,7 +156,7 @@ void UIControl::letGoOfTouch()
 {
     if (!m_tracking)
         return;
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     m_tracking = false;
     cancelTracking();
     setHighlighted(false);

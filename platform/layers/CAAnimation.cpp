@@ -1,5 +1,7 @@
 #include "platform/layers/CAAnimation.h"
 
+#include "platform/foundation/Messages.h"
+
 CAAnimation::CAAnimation(const CAAnimation& other)
     : NSObject()
     , m_timing(other.m_timing)
@@ -33,9 +35,8 @@ bool CAAnimation::hasListener() const { return m_completion || !m_delegate.expir
 
 void CAAnimation::tellEnd(bool finished) const
 {
-    const auto self = shared_from_this(); // a listener may drop the last other reference
-    if (const auto delegate = m_delegate.lock())
-        delegate->animationDidStop(*this, finished);
+    const KeepAlive keepAlive(*this); // a listener may drop the last other reference
+    sendMessage(*this, m_delegate, &CAAnimationDelegate::animationDidStop, *this, finished);
     if (m_completion)
         m_completion(finished);
 }

@@ -2,6 +2,7 @@
 //
 // A layer that waits marks the layers above it, so a pass goes straight to what waits and costs nothing
 // where nothing does.
+#include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/layers/CALayer.h"
 #include "platform/layers/CALayerTree.h"
@@ -58,8 +59,7 @@ void CALayer::layoutSubtreeOnce()
 
 void CALayer::layoutSublayers()
 {
-    if (const auto delegate = m_delegate.lock())
-        delegate->layoutSublayersOfLayer(*this);
+    sendMessage(*this, m_delegate, &CALayerDelegate::layoutSublayersOfLayer, *this);
 }
 
 // --- Display ---------------------------------------------------------------------------------------------
@@ -129,7 +129,7 @@ void CALayer::displaySubtreeIfNeeded()
 {
     if (m_hidden)
         return;
-    const auto self = strongSelf(this);
+    const KeepAlive keepAlive(*this);
     displayIfNeeded();
     if (!std::exchange(m_sublayersNeedDisplay, false))
         return;
@@ -161,8 +161,7 @@ bool CALayer::drawsContent() const
 
 void CALayer::drawInContext(CGContext& context)
 {
-    if (const auto delegate = m_delegate.lock())
-        delegate->drawLayerInContext(*this, context);
+    sendMessage(*this, m_delegate, &CALayerDelegate::drawLayerInContext, *this, context);
 }
 
 FrameContent CALayer::frameContent(const CALayerValues& shown) const

@@ -1,5 +1,6 @@
 #include "platform/layers/CAMotionGroup.h"
 
+#include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/layers/CALayer.h"
 #include "platform/layers/CALayerAnimations.h"
@@ -138,7 +139,7 @@ void CAMotionGroup::run(State towards, double to, double speed, Pace pace)
 
 void CAMotionGroup::arrive()
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     m_arrival = Scheduler::TimerID::None;
     const bool finished = m_state == State::Finishing;
     m_fraction = m_run.to;
@@ -172,7 +173,7 @@ void CAMotionGroup::settle(Outcome outcome)
 {
     if (m_state == State::Settled)
         return;
-    const auto keepAlive = weak_from_this().lock(); // not in the destructor
+    const KeepAlive keepAlive(*this); // not in the destructor
     if (outcome == Outcome::TakenBack)
         m_changes.takeBack();
     m_fraction = fraction();

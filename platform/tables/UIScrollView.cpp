@@ -1,5 +1,6 @@
 #include "platform/tables/UIScrollView.h"
 
+#include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/foundation/Scheduler.h"
 #include "platform/graphics/MainScreenScale.h"
@@ -72,7 +73,7 @@ void UIScrollView::setContentSize(const CGSize& size)
     NSParameterAssert(isFinite(size), "UIScrollView", "isfinite(contentSize)");
     if (!isFinite(size))
         return;
-    const auto keepAlive = shared_from_this(); // the delegate may drop the view, here and below
+    const KeepAlive keepAlive(*this); // the delegate may drop the view, here and below
     m_contentSize = size;
     countSafeArea();
     keepOffsetInRange();
@@ -115,7 +116,7 @@ void UIScrollView::countSafeArea()
 // Content that rests at its beginning goes on resting there.
 void UIScrollView::changeInset(UIEdgeInsets& inset, const UIEdgeInsets& value)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const bool wasAtLeft = contentOffset().x() <= horizontalRange().minimum;
     const bool wasAtTop = contentOffset().y() <= verticalRange().minimum;
     inset = value;
@@ -180,8 +181,7 @@ void UIScrollView::setBounds(const CGRect& bounds)
         return;
     placeIndicators();
     contentOffsetDidChange();
-    if (const auto delegate = m_delegate.lock())
-        delegate->scrollViewDidScroll(*this);
+    sendMessage(*this, m_delegate, &UIScrollViewDelegate::scrollViewDidScroll, *this);
 }
 
 void UIScrollView::layoutSubviews()
@@ -208,7 +208,7 @@ void UIScrollView::updateForFrame(double now)
     UIView::updateForFrame(now);
     if (!m_motion)
         return;
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const Motion motion = *m_motion;
     const double time = now - motion.startTime;
     if (time < motion.duration) {
@@ -286,8 +286,7 @@ void UIScrollView::beginDragging()
     };
     m_dragOrigin = CGPoint(pulledFrom(contentOffset().x(), horizontalRange(), bounds().width()),
         pulledFrom(contentOffset().y(), verticalRange(), bounds().height()));
-    if (const auto delegate = m_delegate.lock())
-        delegate->scrollViewWillBeginDragging(*this);
+    sendMessage(*this, m_delegate, &UIScrollViewDelegate::scrollViewWillBeginDragging, *this);
 }
 
 void UIScrollView::endDragging(const CGPoint& velocity)
@@ -307,8 +306,7 @@ void UIScrollView::endDragging(const CGPoint& velocity)
         startMotion({ Motion::Kind::Deceleration, Scheduler::current().now(), duration,
             [horizontal, vertical](
                 double time) { return CGPoint(horizontal.offsetAt(time), vertical.offsetAt(time)); } });
-    if (const auto delegate = m_delegate.lock())
-        delegate->scrollViewDidEndDragging(*this, isDecelerating());
+    sendMessage(*this, m_delegate, &UIScrollViewDelegate::scrollViewDidEndDragging, *this, isDecelerating());
 }
 
 bool UIScrollView::catchContent()
@@ -338,7 +336,7 @@ void UIScrollView::applyOffset(const CGPoint& offset)
     const CGPoint whole(MainScreenScale::roundToPixel(offset.x()), MainScreenScale::roundToPixel(offset.y()));
     if (whole == contentOffset() || !isFinite(whole))
         return;
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     setBounds({ whole, bounds().size() });
     for (const auto& indicator : m_indicators)
         indicator->flash();

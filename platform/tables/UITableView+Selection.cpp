@@ -1,5 +1,6 @@
 // The part of UITableView that selects rows: by message, and by a finger.
 
+#include "platform/foundation/Messages.h"
 #include "platform/tables/UITableView.h"
 #include "platform/views/UITouch.h"
 
@@ -54,7 +55,7 @@ void UITableView::scrollToRow(NSIndexPath indexPath, UITableViewScrollPosition p
 
 void UITableView::userTapped(NSIndexPath indexPath)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto delegate = tableDelegate();
     const auto chosen = delegate ? delegate->tableViewWillSelectRowAtIndexPath(*this, indexPath) : indexPath;
     if (!chosen || !hasRow(*chosen))
@@ -85,7 +86,7 @@ void UITableView::touchesMoved(const UITouches&, UIEvent&) { }
 
 void UITableView::touchesEnded(const UITouches& touches, UIEvent&)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto indexPath = indexPathForRowAtPoint(touches.front()->locationInView(this));
     if (indexPath && m_highlightedRow == indexPath->row)
         userTapped(*indexPath);

@@ -1,5 +1,6 @@
 #include "platform/tables/UITableView.h"
 
+#include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/views/UIWindow.h"
 
@@ -54,7 +55,7 @@ std::shared_ptr<UITableViewCell> UITableView::dequeueReusableCell(const NSString
 
 void UITableView::reloadData()
 {
-    const auto keepAlive = shared_from_this(); // a finger's end may drop the table
+    const KeepAlive keepAlive(*this); // a finger's end may drop the table
     discardCells();
     m_selected.reset();
     m_loaded = false;
@@ -71,7 +72,7 @@ void UITableView::reloadSection(int section, UITableViewRowAnimation animation)
         reloadData();
         return;
     }
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     // The old rows fade away over the new ones; they are no longer cells of the table.
     std::vector<std::shared_ptr<UITableViewCell>> leaving;
     for (const auto& [row, cell] : std::exchange(m_cells, {}))
