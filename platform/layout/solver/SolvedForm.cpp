@@ -233,10 +233,10 @@ void SolvedForm::shiftConstraint(Index index, double difference)
         check(variable, index);
         return;
     }
-    moveColumn(variable.place, -difference);
-    variable.value = 0;
     if (m_redundant.hasFollowers(index)) [[unlikely]]
         shiftFollowers(index, difference);
+    variable.value = difference; // which moving the column takes back to 0
+    moveColumn(variable.place, -difference);
 }
 
 void SolvedForm::shiftFollowers(Index source, double difference)
