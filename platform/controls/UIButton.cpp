@@ -3,6 +3,7 @@
 #include "platform/controls/DetailDisclosurePicture.h"
 #include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
+#include "platform/graphics/FiniteNumbers.h"
 #include "platform/graphics/MainScreenScale.h"
 #include "platform/views/UITapGestureRecognizer.h"
 
@@ -32,12 +33,6 @@ void setValueForState(Values& values, typename Values::mapped_type value, UICont
         values.erase(state);
     else
         values[state] = std::move(value);
-}
-
-bool isFinite(const UIEdgeInsets& insets)
-{
-    return std::isfinite(insets.top) && std::isfinite(insets.left) && std::isfinite(insets.bottom)
-        && std::isfinite(insets.right);
 }
 
 } // namespace

@@ -1,17 +1,12 @@
 #include "platform/graphics/UIBezierPath.h"
 
+#include "platform/graphics/FiniteNumbers.h"
+
 #include <numbers>
 
 namespace {
 
 constexpr double wholeTurn = 2 * std::numbers::pi;
-
-bool isFinite(const CGPoint& point) { return std::isfinite(point.x()) && std::isfinite(point.y()); }
-
-bool isFinite(const CGRect& rect)
-{
-    return isFinite(rect.topLeft()) && std::isfinite(rect.width()) && std::isfinite(rect.height());
-}
 
 // How far to turn from start to end in the positive direction: 0 to one whole turn. A difference that is
 // a whole turn but for rounding (3π/2 to 7π/2) counts as one.

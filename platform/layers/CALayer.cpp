@@ -2,13 +2,13 @@
 
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/foundation/Scheduler.h"
+#include "platform/graphics/FiniteNumbers.h"
 #include "platform/graphics/UIColor.h"
 #include "platform/layers/CABasicAnimation.h"
 #include "platform/layers/CALayerAnimations.h"
 #include "platform/layers/CALayerTree.h"
 #include "platform/layers/CAModelChanges.h"
 #include "platform/layers/CATransaction.h"
-#include "platform/layers/FiniteNumbers.h"
 
 #include <algorithm>
 

@@ -1,18 +1,7 @@
 #include "platform/layout/UILayoutGuide.h"
 
 #include "platform/foundation/NSAssertionHandler.h"
-
-#include <cmath>
-
-namespace {
-
-bool isFinite(const UIEdgeInsets& insets)
-{
-    return std::isfinite(insets.top) && std::isfinite(insets.left) && std::isfinite(insets.bottom)
-        && std::isfinite(insets.right);
-}
-
-} // namespace
+#include "platform/graphics/FiniteNumbers.h"
 
 UILayoutGuide::UILayoutGuide(const UIEdgeInsets& insets)
     : m_insets(UIEdgeInsets())

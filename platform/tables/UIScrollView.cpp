@@ -3,9 +3,9 @@
 #include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/foundation/Scheduler.h"
+#include "platform/graphics/FiniteNumbers.h"
 #include "platform/graphics/MainScreenScale.h"
 #include "platform/layers/CAMediaTimingFunction.h"
-#include "platform/layers/FiniteNumbers.h"
 #include "platform/tables/ScrollIndicator.h"
 #include "platform/views/InteractionConstants.h"
 #include "platform/views/UIPanGestureRecognizer.h"
@@ -18,11 +18,6 @@ constexpr double scrollAnimationDuration = 0.3; // seconds
 
 // Below this a released content only settles, in points a second: a finger that rests still trembles.
 constexpr double minimumFlingVelocity = 30;
-
-bool areFinite(const UIEdgeInsets& insets)
-{
-    return isFinite(insets.top) && isFinite(insets.left) && isFinite(insets.bottom) && isFinite(insets.right);
-}
 
 UIEdgeInsets sum(const UIEdgeInsets& first, const UIEdgeInsets& second)
 {
@@ -82,8 +77,8 @@ void UIScrollView::setContentSize(const CGSize& size)
 
 void UIScrollView::setContentInset(const UIEdgeInsets& inset)
 {
-    NSParameterAssert(areFinite(inset), "UIScrollView", "isfinite(contentInset)");
-    if (!areFinite(inset))
+    NSParameterAssert(isFinite(inset), "UIScrollView", "isfinite(contentInset)");
+    if (!isFinite(inset))
         return;
     changeInset(m_contentInset, inset);
 }
@@ -166,8 +161,8 @@ void UIScrollView::scrollRectToVisible(const CGRect& rect, Animated animated)
 
 void UIScrollView::setScrollIndicatorInsets(const UIEdgeInsets& insets)
 {
-    NSParameterAssert(areFinite(insets), "UIScrollView", "isfinite(scrollIndicatorInsets)");
-    if (!areFinite(insets))
+    NSParameterAssert(isFinite(insets), "UIScrollView", "isfinite(scrollIndicatorInsets)");
+    if (!isFinite(insets))
         return;
     m_scrollIndicatorInsets = insets;
     placeIndicators();

@@ -1,7 +1,7 @@
 #include "platform/views/TouchDispatcher.h"
 
 #include "platform/foundation/Messages.h"
-#include "platform/layers/FiniteNumbers.h"
+#include "platform/graphics/FiniteNumbers.h"
 #include "platform/views/FarEdges.h"
 #include "platform/views/UIWindow.h"
 

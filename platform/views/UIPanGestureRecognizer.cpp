@@ -1,7 +1,7 @@
 #include "platform/views/UIPanGestureRecognizer.h"
 
 #include "platform/foundation/NSAssertionHandler.h"
-#include "platform/layers/FiniteNumbers.h"
+#include "platform/graphics/FiniteNumbers.h"
 #include "platform/views/DepartedView.h"
 #include "platform/views/UIView.h"
 

@@ -1,6 +1,7 @@
 // The part of UIView that takes part in constraint layout: the passes, and the view as an item.
 
 #include "platform/foundation/NSAssertionHandler.h"
+#include "platform/graphics/FiniteNumbers.h"
 #include "platform/layout/LayoutIsland.h"
 #include "platform/layout/UILayoutGuide.h"
 #include "platform/views/UIView.h"
@@ -135,10 +136,8 @@ UIEdgeInsets UIView::layoutMargins() const { return ViewInsets::marginsOf(*this,
 
 void UIView::setLayoutMargins(const UIEdgeInsets& margins)
 {
-    const bool finite = std::isfinite(margins.top) && std::isfinite(margins.left)
-        && std::isfinite(margins.bottom) && std::isfinite(margins.right);
-    NSParameterAssert(finite, "UIView", "isfinite(margins)");
-    if (!finite || m_layoutMargins == margins)
+    NSParameterAssert(isFinite(margins), "UIView", "isfinite(margins)");
+    if (!isFinite(margins) || m_layoutMargins == margins)
         return;
     m_layoutMargins = margins;
     refreshInsets();

@@ -1,10 +1,10 @@
 #include "platform/views/UIView.h"
 
 #include "platform/foundation/NSAssertionHandler.h"
+#include "platform/graphics/FiniteNumbers.h"
 #include "platform/graphics/UIColor.h"
 #include "platform/layers/CABasicAnimation.h"
 #include "platform/layers/CATransaction.h"
-#include "platform/layers/FiniteNumbers.h"
 #include "platform/views/Autoresizing.h"
 #include "platform/views/UIGestureRecognizer.h"
 #include "platform/views/UIViewAnimationBlock.h"

@@ -1,4 +1,4 @@
-// Whether all the numbers of a value are finite: what a layer's and a view's geometry demands.
+// Whether all the numbers of a value are finite: what every geometry demands that is set.
 #pragma once
 
 #include "platform/graphics/Geometry.h"
@@ -9,6 +9,10 @@ inline bool isFinite(double number) { return std::isfinite(number); }
 inline bool isFinite(const CGPoint& point) { return isFinite(point.x()) && isFinite(point.y()); }
 inline bool isFinite(const CGSize& size) { return isFinite(size.width()) && isFinite(size.height()); }
 inline bool isFinite(const CGRect& rect) { return isFinite(rect.topLeft()) && isFinite(rect.size()); }
+inline bool isFinite(const UIEdgeInsets& insets)
+{
+    return isFinite(insets.top) && isFinite(insets.left) && isFinite(insets.bottom) && isFinite(insets.right);
+}
 inline bool isFinite(const CGAffineTransform& transform)
 {
     return isFinite(transform.m11()) && isFinite(transform.m12()) && isFinite(transform.m21())
