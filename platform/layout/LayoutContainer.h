@@ -39,6 +39,7 @@ public:
     const std::vector<std::shared_ptr<UILayoutGuide>>& layoutGuides() const { return m_guides; }
 
     LayoutContainer* layoutContainer() const override = 0;
+    NSLayoutConstraintHolder* constraintHolder() override { return this; }
     void layoutInsideDidChange() override = 0;
 
 protected:

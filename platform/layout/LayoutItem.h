@@ -21,6 +21,8 @@ public:
     virtual void itemWillLeave() = 0; // nothing may refer to the item afterwards
 };
 
+class NSLayoutConstraintHolder;
+
 class LayoutItem {
 public:
     LayoutItem(const LayoutItem&) = delete;
@@ -44,6 +46,8 @@ public:
 
     // The item that margin attributes of this one speak of.
     virtual LayoutItem& layoutMarginsItem() { return *this; }
+    // This item as one that holds constraints; null for one that cannot.
+    virtual NSLayoutConstraintHolder* constraintHolder() { return nullptr; }
     // For a container: something inside has another place now, a layout pass must come by.
     virtual void layoutInsideDidChange() { }
 

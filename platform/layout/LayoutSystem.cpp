@@ -113,7 +113,7 @@ void LayoutSystem::absorb(LayoutSystem& other)
     other.m_members.clear();
     other.m_nodes.clear();
     other.m_givenFrames.clear();
-    m_membersChanged = true;
+    m_membersChanged = true; // all of them are stated anew
     m_contentsChanged = true;
     wait();
 }
@@ -141,7 +141,8 @@ void LayoutSystem::constantDidChange(Member& member)
 {
     member.hasNewConstant = true;
     tellContainer(member.constraint->holder());
-    m_membersChanged = true;
+    m_constantsChanged = true;
+    m_membersChanged = true; // one that was left out may fit now
     wait();
 }
 
@@ -185,7 +186,7 @@ void LayoutSystem::solve()
     // All new constants first: two that change together need not fit each other's old ones.
     if (std::exchange(m_givenFramesChanged, false))
         m_isFeasible = m_givenFrames.update(m_solver);
-    if (m_membersChanged)
+    if (std::exchange(m_constantsChanged, false))
         updateConstants();
     resolveConflicts();
     if (std::exchange(m_contentsChanged, false))

@@ -111,6 +111,7 @@ private:
     bool m_waits = false;
     bool m_givenFramesChanged = false;
     bool m_contentsChanged = false;
+    bool m_constantsChanged = false;
     bool m_membersChanged = false;
     bool m_isFeasible = true;
 };

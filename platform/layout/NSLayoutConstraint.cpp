@@ -29,7 +29,7 @@ NSLayoutConstraintHolder* commonHolder(LayoutItem& first, const LayoutItem* seco
     };
     for (LayoutItem* item = &first; item; item = item->layoutContainer())
         if (contains(item))
-            if (auto* const holder = dynamic_cast<NSLayoutConstraintHolder*>(item))
+            if (NSLayoutConstraintHolder* const holder = item->constraintHolder())
                 return holder;
     return nullptr;
 }
