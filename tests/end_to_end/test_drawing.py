@@ -47,7 +47,8 @@ class DrawingTest(StageTest):
         at_once = self.frames_drawn(first_display, first)
         time.sleep(10)
         self.assertLessEqual(sleeps_of(second.process_id) - sleeps, 5, "it was woken for nothing")
-        self.assertEqual(self.frames_drawn(second_display, second), at_once)
+        # The rows fade in at launch, which takes a frame more or less; in ten seconds a motion takes 600.
+        self.assertAlmostEqual(self.frames_drawn(second_display, second), at_once, delta=4)
         self.assertGreaterEqual(at_once, 1)
 
     def test_a_paused_row_is_drawn_no_more(self):
