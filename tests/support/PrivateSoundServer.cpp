@@ -104,6 +104,7 @@ std::vector<Sample> PrivateSoundServer::recorded(std::size_t begin) const
 {
     const std::vector<char> bytes = contents(path("recording"), begin * sizeof(Sample));
     std::vector<Sample> samples(bytes.size() / sizeof(Sample));
-    std::memcpy(samples.data(), bytes.data(), samples.size() * sizeof(Sample));
+    if (!samples.empty())
+        std::memcpy(samples.data(), bytes.data(), samples.size() * sizeof(Sample));
     return samples;
 }

@@ -70,8 +70,10 @@ TEST_F(GestureArenaTest, AChangeThatComesBeforeTheBeginningIsToldIsPartOfTheBegi
     touch.moveTo({ 160, 150 });
     EXPECT_EQ(target->states, (States { 1 }));
     EXPECT_EQ(place, CGPoint(170, 150));
+    view->onCancel = nullptr;
     touch.moveTo({ 180, 150 });
     EXPECT_EQ(target->states, (States { 1, 2 }));
+    touch.up();
 }
 
 TEST_F(GestureArenaTest, AnEndThatComesBeforeTheBeginningIsToldComesAfterIt)
