@@ -52,8 +52,9 @@ public:
             qputenv(name, value);
     }
 
+    using FrameMaker = std::function<std::reference_wrapper<const FrameList>()>;
     // Opens the window; each frame of the scheduler shows what the maker answers.
-    explicit SteppedDisplay(std::function<FrameList()> frameMaker)
+    explicit SteppedDisplay(FrameMaker frameMaker)
         : m_item(m_quickWindow.contentItem())
     {
         UIScreen::mainScreen()->setGeometry(geometry);
@@ -76,10 +77,10 @@ public:
     static constexpr UIScreen::Geometry geometry { { 390, 844 }, 2, { 47, 0, 34, 0 } };
 
 private:
-    void show(FrameList list)
+    void show(const FrameList& list)
     {
         const int before = m_drawn;
-        if (m_item.setFrameList(std::move(list)))
+        if (m_item.setFrameList(list))
             waitForFrameAfter(before);
     }
     void waitForFrameAfter(int before) const
@@ -98,7 +99,7 @@ private:
 class SteppedScreen : public SteppedDisplay {
 public:
     SteppedScreen()
-        : SteppedDisplay([this] { return m_window->performFrame(); })
+        : SteppedDisplay([this]() -> const FrameList& { return m_window->performFrame(); })
     {
         m_window = make<UIWindow>(UIScreen::mainScreen()->bounds());
         m_window->setBackgroundColor(UIColor::whiteColor());

@@ -54,7 +54,7 @@ public:
     }
 
     void scrollTo(double y) { m_list->setBounds({ 0, y, screen.width(), screen.height() }); }
-    FrameList frame() { return m_tree.makeFrame(screen.size(), 2); }
+    const FrameList& frame() { return m_tree.makeFrame(screen.size(), 2); }
 
 private:
     static std::shared_ptr<CALayer> ring(bool spinning)

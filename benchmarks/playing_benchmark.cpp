@@ -26,7 +26,7 @@ constexpr int refreshesASecond = int(SteppedScheduler::refreshRate);
 class PlayingList {
 public:
     PlayingList()
-        : m_display([this] { return m_application ? m_application->performFrame() : FrameList(); })
+        : m_display([]() -> const FrameList& { return UIApplication::sharedApplication()->performFrame(); })
     {
         Executor::setCurrent(&m_executor);
     }

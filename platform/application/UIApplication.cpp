@@ -38,12 +38,14 @@ std::shared_ptr<UIApplication> UIApplication::launch(const NSString& principalCl
     return application;
 }
 
-FrameList UIApplication::performFrame()
+const FrameList& UIApplication::performFrame()
 {
     if (const auto window = keyWindow())
         return window->performFrame();
     const auto& screen = UIScreen::mainScreen();
-    return { .size = screen->bounds().size(), .scale = screen->scale(), .items = {} };
+    m_emptyScreen.size = screen->bounds().size();
+    m_emptyScreen.scale = screen->scale();
+    return m_emptyScreen;
 }
 
 TouchDispatcher* UIApplication::touches() const

@@ -35,8 +35,8 @@ public:
 
     // --- For the host --------------------------------------------------------------------------------
 
-    // What is to be seen now; an empty screen while there is no window.
-    FrameList performFrame();
+    // What is to be seen now, until the next frame; an empty screen while there is no window.
+    const FrameList& performFrame();
     // Where the host delivers touches and wheel turns; null while there is no window or the application is in
     // the background.
     TouchDispatcher* touches() const;
@@ -49,4 +49,5 @@ public:
 private:
     std::shared_ptr<UIApplicationDelegate> m_delegate;
     UIApplicationState m_state = UIApplicationState::Active;
+    FrameList m_emptyScreen;
 };

@@ -33,7 +33,7 @@ HostApplication::HostApplication(const HostOptions& options)
           [this](const CGPoint& position) { return m_window.pointFromWindow(position); })
 {
     m_window.setTitle(QGuiApplication::applicationDisplayName());
-    m_window.setFrameMaker([this] { return makeFrame(); });
+    m_window.setFrameMaker([this]() -> const FrameList& { return makeFrame(); });
     m_window.setEventHandler([this](QEvent& event) { return handleEvent(event); });
     CurrentUserInterfaceStyle::set(styleFor(options));
     applyScreen();
@@ -60,11 +60,13 @@ int HostApplication::run(const NSString& principalClassName, const NSString& del
     return exitCode;
 }
 
-FrameList HostApplication::makeFrame()
+const FrameList& HostApplication::makeFrame()
 {
     if (m_application)
         return m_application->performFrame();
-    return { m_device.geometry().size, m_device.geometry().scale, {} };
+    m_emptyScreen.size = m_device.geometry().size;
+    m_emptyScreen.scale = m_device.geometry().scale;
+    return m_emptyScreen;
 }
 
 bool HostApplication::handleEvent(QEvent& event)

@@ -31,7 +31,7 @@ public:
     SceneWindow& window() { return m_window; }
 
 private:
-    FrameList makeFrame();
+    const FrameList& makeFrame();
     bool handleEvent(QEvent& event);
     bool handleKey(const QKeyEvent& event);
     void applyScreen();
@@ -49,5 +49,6 @@ private:
     DeviceSimulation m_device;
     HostInput m_input;
     std::shared_ptr<UIApplication> m_application;
+    FrameList m_emptyScreen;
     std::optional<SettledWindow> m_settled;
 };

@@ -16,13 +16,15 @@
 
 class SceneWindow final : public QQuickWindow {
 public:
+    // Answers what is to be seen, which holds until it is called again.
+    using FrameMaker = std::function<std::reference_wrapper<const FrameList>()>;
     // What the user does to the window; answers whether it was used.
     using EventHandler = std::function<bool(QEvent&)>;
 
     explicit SceneWindow(HostScheduler& scheduler);
     ~SceneWindow() override;
 
-    void setFrameMaker(std::function<FrameList()> maker) { m_frameMaker = std::move(maker); }
+    void setFrameMaker(FrameMaker maker) { m_frameMaker = std::move(maker); }
     void setEventHandler(EventHandler handler) { m_eventHandler = std::move(handler); }
 
     // The screen that the window shows: size in points, device pixels in a point.
@@ -49,7 +51,7 @@ private:
 
     HostScheduler& m_scheduler;
     SceneItem m_scene;
-    std::function<FrameList()> m_frameMaker;
+    FrameMaker m_frameMaker;
     EventHandler m_eventHandler;
     FrameStatistics m_statistics;
     double m_scale = 1;

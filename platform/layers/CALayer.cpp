@@ -223,8 +223,18 @@ bool CALayer::isShown() const
     return true;
 }
 
+// Where a layer is marked already, so are those above it, or one of them is hidden and changes before
+// anything below it can be seen.
+void CALayer::markFrameStale()
+{
+    m_frameRecord.isStale = true;
+    for (CALayer* layer = m_superlayer; layer && !layer->m_frameRecord.isStale; layer = layer->m_superlayer)
+        layer->m_frameRecord.isStale = true;
+}
+
 void CALayer::setNeedsFrame()
 {
+    markFrameStale();
     if (m_tree && !m_tree->needsFrame() && isShown())
         m_tree->setNeedsFrame();
 }
@@ -249,6 +259,7 @@ void CALayer::insertSublayer(std::shared_ptr<CALayer> sublayer, std::size_t inde
     const auto position = static_cast<std::ptrdiff_t>(std::min(index, m_sublayers.size()));
     m_sublayers.insert(m_sublayers.begin() + position, std::move(sublayer));
     inserted.m_superlayer = this;
+    inserted.m_frameRecord = {}; // it is about another place
     inserted.setTree(m_tree, {});
     if (inserted.hasPendingLayout())
         inserted.ancestorsNeedLayout();

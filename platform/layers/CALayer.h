@@ -7,6 +7,7 @@
 #pragma once
 
 #include "platform/layers/CAAnimation.h"
+#include "platform/layers/CAFrameRecord.h"
 #include "platform/layers/CALayerContents.h"
 #include "platform/layers/CALayerDelegate.h"
 #include "platform/layers/CALayerValues.h"
@@ -171,6 +172,7 @@ public:
     const CALayerAnimations* animations() const { return m_animations.get(); }
     // What the layer draws above its background, with the shown values.
     virtual FrameContent frameContent(const CALayerValues& shown) const;
+    CAFrameRecord& frameRecord() const { return m_frameRecord; }
 
     // Called by the tree for its root, and from there downwards.
     class TreeKey {
@@ -196,11 +198,13 @@ private:
     CGAffineTransform transformToRoot() const;
     void ancestorsNeedLayout();
     void ancestorsNeedDisplay();
+    void markFrameStale();
     void layoutSubtreeOnce();
     void display();
     void contentsDidChange();
 
     const LayerID m_layerID;
+    mutable CAFrameRecord m_frameRecord;
     NSString m_name;
     std::weak_ptr<CALayerDelegate> m_delegate;
     CALayerValues m_values;

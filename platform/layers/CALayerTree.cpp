@@ -2,7 +2,6 @@
 
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/layers/CALayer.h"
-#include "platform/layers/FrameBuilder.h"
 
 #include <cmath>
 
@@ -33,17 +32,16 @@ void CALayerTree::layoutIfNeeded() { m_root->layoutIfNeeded(); }
 
 void CALayerTree::displayIfNeeded() { m_root->displaySubtreeIfNeeded(); }
 
-FrameList CALayerTree::makeFrame(const CGSize& size, double scale)
+const FrameList& CALayerTree::makeFrame(const CGSize& size, double scale)
 {
     const double now = Scheduler::current().now();
     m_needsFrame = false;
     m_preparing = false;
-    CAFrame frame = FrameBuilder::buildFrame(*m_root, now, size, scale, m_lastItemCount);
-    m_lastItemCount = frame.list.items.size();
-    wakeForAnimation(frame.nextAnimationTime);
+    m_builder.update(*m_root, now, size, scale);
+    wakeForAnimation(m_builder.frame().nextAnimationTime);
     if (m_root->hasPendingLayout())
         setNeedsFrame();
-    return std::move(frame.list);
+    return m_builder.frame().list;
 }
 
 void CALayerTree::wakeForAnimation(double time)

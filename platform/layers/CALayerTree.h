@@ -6,7 +6,7 @@
 #pragma once
 
 #include "platform/foundation/Scheduler.h"
-#include "platform/layers/FrameList.h"
+#include "platform/layers/FrameBuilder.h"
 
 class CALayer;
 
@@ -30,8 +30,9 @@ public:
     void layoutIfNeeded();
     // Fills the contents that wait for it. Hidden layers are filled when they are shown.
     void displayIfNeeded();
-    // What is to be seen at the scheduler's now(). Asks for the next frame when something moves.
-    FrameList makeFrame(const CGSize& size, double scale);
+    // What is to be seen at the scheduler's now(); holds until the next one is made. Asks for the next frame
+    // when something moves.
+    const FrameList& makeFrame(const CGSize& size, double scale);
 
 private:
     void wakeForAnimation(double time);
@@ -39,6 +40,6 @@ private:
     std::shared_ptr<CALayer> m_root;
     bool m_needsFrame = false;
     bool m_preparing = false; // between beginFrame() and makeFrame()
-    std::size_t m_lastItemCount = 0;
+    FrameBuilder m_builder;
     Scheduler::TimerID m_wakeUp = Scheduler::TimerID::None;
 };

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -41,49 +42,88 @@ CGRect contentArea(const FrameContent& content)
     return {};
 }
 
+// One walk over the layer tree, which writes over the items of the last list.
 class Pass {
 public:
-    explicit Pass(std::vector<FrameItem>& items)
+    enum class Mode { Alone, Remembering }; // whether the layers' records are kept
+
+    Pass(std::vector<FrameItem>& items, Mode mode)
         : m_items(items)
+        , m_remembers(mode == Mode::Remembering)
     {
     }
 
-    double secondsUntilChange() const { return m_secondsUntilChange; }
+    // What a layer's sublayers need to know of it: where its item is, whether their records are about the
+    // items at hand, and its pixels.
+    struct Super {
+        int index;
+        bool isKnown;
+        PixelGrid grid;
+    };
 
-    // Appends the layer's subtree. Answers the area that it covers, in the superlayer's coordinates;
-    // an empty one stands for a subtree that shows nothing and has left nothing in the list.
-    CGRect visit(const CALayer& layer, const CAMoment& superMoment, const PixelGrid& superGrid)
+    void visitRoot(const CALayer& root, double mediaTime, double scale, bool isKnown)
+    {
+        visit(root, { mediaTime, 1 }, { 0, isKnown, PixelGrid(scale) });
+        if (m_cursor == 0) {
+            FrameItem item;
+            item.layer = root.layerID();
+            item.subtreeEnd = ++m_cursor;
+            put(0, std::move(item));
+        }
+        if (m_items.size() != std::size_t(m_cursor)) {
+            m_items.resize(std::size_t(m_cursor));
+            m_sameStructure = false;
+        }
+    }
+
+    double secondsUntilChange() const { return m_secondsUntilChange; }
+    // Whether the layers and their nesting are those of the last list.
+    bool hasSameStructure() const { return m_sameStructure; }
+    std::vector<int>& changedItems() { return m_changedItems; } // in no order
+
+private:
+    // Lists the layer's subtree from the cursor on. Answers the area that it covers, in the superlayer's
+    // coordinates; an empty one stands for a subtree that shows nothing and has left nothing in the list.
+    CGRect visit(const CALayer& layer, const CAMoment& superMoment, const Super& super)
     {
         if (layer.isHidden())
-            return {};
+            return leaveOut(layer);
+        CAFrameRecord& record = layer.frameRecord();
+        const bool isInPlace
+            = super.isKnown && record.itemCount > 0 && super.index + record.offset == m_cursor;
+        const bool isUnchanged
+            = isInPlace && !record.isStale && !record.moves && record.superGrid.placesAs(super.grid);
+        if (isUnchanged && m_cursor >= m_writtenUpTo) {
+            m_cursor += record.itemCount;
+            return record.area;
+        }
         const CAMoment moment = layer.timing().local(superMoment);
         if (!layer.hasAnimations())
-            return visit(layer, moment, superGrid, layer.modelValues());
+            return visit(layer, moment, super, isInPlace, layer.modelValues());
         CALayerValues shown = layer.modelValues();
         layer.animations()->apply(shown, layer.modelValues(), moment);
         const bool canBeSeen = shown.opacity > 0 || layer.animations()->animates(CAProperty::Opacity);
         if (canBeSeen)
             m_secondsUntilChange
                 = std::min(m_secondsUntilChange, layer.animations()->secondsUntilChange(moment));
-        return visit(layer, moment, superGrid, shown);
+        m_moves = true;
+        return visit(layer, moment, super, isInPlace, shown);
     }
 
-private:
-    CGRect visit(
-        const CALayer& layer, const CAMoment& moment, const PixelGrid& superGrid, const CALayerValues& shown)
+    CGRect visit(const CALayer& layer, const CAMoment& moment, const Super& super, bool isInPlace,
+        const CALayerValues& shown)
     {
         const bool clips = layer.masksToBounds();
         if (!(shown.opacity > 0) || (clips && !hasArea(shown.bounds)))
-            return {};
+            return leaveOut(layer);
         const CALayerValues& rest = layer.modelValues();
-        const PixelGrid grid = superGrid.inLayer(rest);
-        const CGAffineTransform transform = grid.transformToSuperlayer(superGrid, rest, shown);
+        const PixelGrid grid = super.grid.inLayer(rest);
+        const CGAffineTransform transform = grid.transformToSuperlayer(super.grid, rest, shown);
         const CGRect bounds = grid.bounds(rest, shown);
         if (!isDrawable(transform, bounds))
-            return {};
+            return leaveOut(layer);
 
-        const std::size_t index = m_items.size();
-        FrameItem& item = m_items.emplace_back();
+        FrameItem item;
         item.layer = layer.layerID();
         item.transform = transform;
         item.opacity = std::min(shown.opacity, 1.0);
@@ -92,16 +132,24 @@ private:
         item.clipsToBounds = clips;
         CGRect area = fill(item, layer, grid, shown);
 
+        const Super self { m_cursor++, isInPlace, grid };
         const bool drawsItself = !area.isEmpty();
+        const bool movesBefore = std::exchange(m_moves, layer.hasAnimations());
         for (const auto& sublayer : layer.sublayers())
-            area |= visitSublayer(*sublayer, moment, grid, clips ? &bounds : nullptr);
-        const bool drawsBelow = m_items.size() > index + 1;
+            area |= visitSublayer(*sublayer, moment, self, clips ? &bounds : nullptr);
+        const bool moves = std::exchange(m_moves, m_moves || movesBefore);
+        const bool drawsBelow = m_cursor > self.index + 1;
         if (!drawsItself && !drawsBelow) {
-            m_items.resize(index);
-            return {};
+            m_cursor = self.index;
+            return leaveOut(layer);
         }
-        m_items[index].subtreeEnd = static_cast<int>(m_items.size());
-        return transform.mapRect(clips ? bounds : area);
+        item.subtreeEnd = m_cursor;
+        put(self.index, std::move(item));
+        area = transform.mapRect(clips ? bounds : area);
+        if (m_remembers)
+            layer.frameRecord()
+                = { false, moves, self.index - super.index, m_cursor - self.index, area, super.grid };
+        return area;
     }
 
     // The item's background and content; answers the area that they cover.
@@ -126,36 +174,86 @@ private:
     // Left out again where the clip leaves nothing of it. Only the nearest clip counts: a subtree that is
     // scrolled half out of sight keeps all its items, and so has only moved.
     CGRect visitSublayer(
-        const CALayer& sublayer, const CAMoment& moment, const PixelGrid& grid, const CGRect* clip)
+        const CALayer& sublayer, const CAMoment& moment, const Super& super, const CGRect* clip)
     {
-        const std::size_t index = m_items.size();
-        const CGRect area = visit(sublayer, moment, grid);
+        const int index = m_cursor;
+        const CGRect area = visit(sublayer, moment, super);
         if (!clip || area.intersects(*clip))
             return area;
-        m_items.resize(index);
+        m_cursor = index;
+        return leaveOut(sublayer);
+    }
+
+    // It is visited again whenever its superlayer is.
+    CGRect leaveOut(const CALayer& layer) const
+    {
+        if (m_remembers)
+            layer.frameRecord() = { .isStale = false };
         return {};
     }
 
+    void put(int index, FrameItem&& item)
+    {
+        if (m_items.size() <= std::size_t(index)) {
+            m_items.resize(std::size_t(index) + 1);
+            m_sameStructure = false;
+        }
+        FrameItem& old = m_items[std::size_t(index)];
+        if (old.layer == item.layer && old.subtreeEnd == item.subtreeEnd) {
+            if (old == item)
+                return;
+            m_changedItems.push_back(index);
+        } else {
+            m_sameStructure = false;
+        }
+        old = std::move(item);
+        m_writtenUpTo = std::max(m_writtenUpTo, index + 1);
+    }
+
     std::vector<FrameItem>& m_items;
+    const bool m_remembers;
+    int m_cursor = 0; // where the next item goes
+    int m_writtenUpTo = 0; // from here on the items are those of the last list
+    bool m_sameStructure = true;
+    bool m_moves = false; // an animation was met since the superlayer's own item
+    std::vector<int> m_changedItems;
     double m_secondsUntilChange = infinity;
 };
 
+std::uint64_t nextListID()
+{
+    static std::uint64_t last = 0;
+    return ++last;
+}
+
 } // namespace
 
-CAFrame FrameBuilder::buildFrame(
-    const CALayer& root, double mediaTime, const CGSize& size, double scale, std::size_t expectedItems)
+CAFrame FrameBuilder::buildFrame(const CALayer& root, double mediaTime, const CGSize& size, double scale)
 {
     CAFrame frame;
     frame.list.size = size;
     frame.list.scale = scale;
-    frame.list.items.reserve(expectedItems);
-    Pass pass(frame.list.items);
-    pass.visit(root, { mediaTime, 1 }, PixelGrid(scale));
-    if (frame.list.items.empty()) {
-        FrameItem& item = frame.list.items.emplace_back();
-        item.layer = root.layerID();
-        item.subtreeEnd = 1;
-    }
+    Pass pass(frame.list.items, Pass::Mode::Alone);
+    pass.visitRoot(root, mediaTime, scale, false);
     frame.nextAnimationTime = mediaTime + pass.secondsUntilChange();
     return frame;
+}
+
+void FrameBuilder::update(const CALayer& root, double mediaTime, const CGSize& size, double scale)
+{
+    FrameList& list = m_frame.list;
+    const UIUserInterfaceStyle style = CurrentUserInterfaceStyle::get();
+    const bool isKnown = !list.items.empty() && list.size == size && list.scale == scale && m_style == style;
+    m_style = style;
+    list.size = size;
+    list.scale = scale;
+    Pass pass(list.items, Pass::Mode::Remembering);
+    pass.visitRoot(root, mediaTime, scale, isKnown);
+    m_frame.nextAnimationTime = mediaTime + pass.secondsUntilChange();
+
+    FrameHistory& history = list.history;
+    history.previous = isKnown && pass.hasSameStructure() ? history.id : 0;
+    history.id = nextListID();
+    history.changedItems = std::move(pass.changedItems());
+    std::sort(history.changedItems.begin(), history.changedItems.end());
 }

@@ -1,4 +1,4 @@
-// Computes a frame from a layer tree, in one pass.
+// Computes a frame from a layer tree.
 //
 // Hidden and fully transparent subtrees are left out; so are subtrees that lie wholly outside their
 // superlayer when that one clips, those that a transform leaves no area or that have a number in their
@@ -6,8 +6,13 @@
 // items, so that while it is scrolled they stay equal.
 // A layer of zero size draws nothing itself, but its sublayers are drawn unless it clips them. The root's
 // item is always the first.
+//
+// A builder keeps its last list and goes only where layers have changed or move: what a frame costs follows
+// what changes in it, not what is on the screen. The layers' records are one builder's: a layer is in one
+// tree at a time, and forgets its record when it comes into another place.
 #pragma once
 
+#include "platform/graphics/UIUserInterfaceStyle.h"
 #include "platform/layers/FrameList.h"
 
 #include <limits>
@@ -23,7 +28,15 @@ struct CAFrame {
 
 class FrameBuilder {
 public:
-    // The root lies in a screen of that size, in points, with scale device pixels in a point.
-    static CAFrame buildFrame(const CALayer& root, double mediaTime, const CGSize& size, double scale,
-        std::size_t expectedItems = 0);
+    // Computes all of it, and remembers nothing. The root lies in a screen of that size, in points, with
+    // scale device pixels in a point.
+    static CAFrame buildFrame(const CALayer& root, double mediaTime, const CGSize& size, double scale);
+
+    // Brings the last frame up to date. The same root each time.
+    void update(const CALayer& root, double mediaTime, const CGSize& size, double scale);
+    const CAFrame& frame() const { return m_frame; }
+
+private:
+    CAFrame m_frame;
+    UIUserInterfaceStyle m_style = UIUserInterfaceStyle::Light; // that the colours were resolved for
 };

@@ -3,7 +3,8 @@
 // The list is the layer tree in drawing order: a layer, then its sublayers, each after its parent.
 // It is a plain value that tests compare and that the host turns into scene-graph nodes in one place.
 // Two frames' lists tell the host what changed: a subtree whose items are equal, its first item's
-// transform and opacity aside, has only moved.
+// transform and opacity aside, has only moved. A list that a builder has made from its last one names the
+// items that differ, so that nobody needs to look at the others.
 #pragma once
 
 #include "platform/graphics/Geometry.h"
@@ -19,6 +20,13 @@
 
 enum class LayerID : std::uint64_t { None = 0 };
 
+// Exact, where the value type's own comparison takes what is nearly equal for equal.
+inline bool isSameRect(const CGRect& first, const CGRect& second)
+{
+    return first.x() == second.x() && first.y() == second.y() && first.width() == second.width()
+        && first.height() == second.height();
+}
+
 // A picture stretched over a rectangle.
 struct FrameImage {
     QImage image; // device pixels; equal when it is the same picture in memory
@@ -27,7 +35,8 @@ struct FrameImage {
 
     bool operator==(const FrameImage& other) const
     {
-        return image.cacheKey() == other.image.cacheKey() && rect == other.rect && tint == other.tint;
+        return isSameRect(rect, other.rect) && image.cacheKey() == other.image.cacheKey()
+            && tint == other.tint;
     }
 };
 
@@ -58,13 +67,39 @@ struct FrameItem {
     QColor backgroundColor; // invalid: none; drawn below the content
     FrameContent content;
 
-    bool operator==(const FrameItem&) const = default;
+    // Whether the layer itself looks and clips the same, wherever it is.
+    bool drawsSame(const FrameItem& other) const
+    {
+        return isSameRect(bounds, other.bounds) && cornerRadius == other.cornerRadius
+            && clipsToBounds == other.clipsToBounds && backgroundColor == other.backgroundColor
+            && content == other.content;
+    }
+    bool operator==(const FrameItem& other) const
+    {
+        return layer == other.layer && subtreeEnd == other.subtreeEnd && opacity == other.opacity
+            && transform == other.transform && drawsSame(other);
+    }
+};
+
+// Where a list comes from. Whoever changes a list by hand clears its history.
+struct FrameHistory {
+    std::uint64_t id = 0; // of the list, never given twice; 0: made by hand
+    std::uint64_t previous = 0; // the list that it is made from; 0: from none
+    std::vector<int> changedItems; // those that differ from it; all others, and the nesting, are the same
+
+    // Whether changedItems says all about the way from the other list to this one.
+    bool follows(const FrameHistory& other) const { return previous != 0 && previous == other.id; }
 };
 
 struct FrameList {
     CGSize size; // of the screen, in points
     double scale = 1; // device pixels in a point
     std::vector<FrameItem> items; // the first one is the root's
+    FrameHistory history {};
 
-    bool operator==(const FrameList&) const = default;
+    // Whether they show the same, wherever they come from.
+    bool operator==(const FrameList& other) const
+    {
+        return size == other.size && scale == other.scale && items == other.items;
+    }
 };

@@ -58,6 +58,15 @@ PixelGrid PixelGrid::inLayer(const CALayerValues& rest) const
     return grid;
 }
 
+bool PixelGrid::placesAs(const PixelGrid& other) const
+{
+    const auto isSame = [](const Axis& first, const Axis& second) {
+        return std::abs(first.partOfPixel() - second.partOfPixel()) < tolerance / 10;
+    };
+    return m_scale == other.m_scale && m_isAligned == other.m_isAligned
+        && (!m_isAligned || (isSame(m_x, other.m_x) && isSame(m_y, other.m_y)));
+}
+
 CGAffineTransform PixelGrid::transformToSuperlayer(
     const PixelGrid& superlayer, const CALayerValues& rest, const CALayerValues& shown) const
 {

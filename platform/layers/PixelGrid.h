@@ -21,6 +21,10 @@ public:
     // For the coordinates of a layer in these ones that has these values at rest.
     PixelGrid inLayer(const CALayerValues& rest) const;
 
+    // Whether what lies in these coordinates is drawn as it would be in the other ones: they are whole pixels
+    // apart.
+    bool placesAs(const PixelGrid& other) const;
+
     // What follows is asked of a layer's own grid. What is shown are the rest's values in motion, or they.
     // From the layer's coordinates to its superlayer's.
     CGAffineTransform transformToSuperlayer(
@@ -41,6 +45,7 @@ private:
         double edge(double position) const;
         double farEdge(double position, double size) const;
         bool isCountable() const;
+        double partOfPixel() const { return place - pixel; }
     };
 
     double m_scale;

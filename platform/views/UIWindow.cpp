@@ -66,14 +66,14 @@ void UIWindow::layoutSubviews()
         m_rootView->setFrame(bounds());
 }
 
-FrameList UIWindow::performFrame()
+const FrameList& UIWindow::performFrame()
 {
     const auto keepAlive = shared_from_this();
     m_tree->beginFrame();
     runFrameUpdates();
     m_tree->layoutIfNeeded();
     m_tree->displayIfNeeded();
-    FrameList frame = m_tree->makeFrame(screen()->bounds().size(), screen()->scale());
+    const FrameList& frame = m_tree->makeFrame(screen()->bounds().size(), screen()->scale());
     CATransaction::flush();
     if (!m_frameUpdates.empty())
         m_tree->setNeedsFrame();

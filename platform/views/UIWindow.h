@@ -26,8 +26,9 @@ public:
     const std::shared_ptr<UIViewOwner>& rootViewController() const { return m_rootViewController; }
     void setRootViewController(std::shared_ptr<UIViewOwner> controller);
 
-    // One frame: views that move by themselves, layout, display, and what is to be seen.
-    FrameList performFrame();
+    // One frame: views that move by themselves, layout, display, and what is to be seen, which holds until
+    // the next frame.
+    const FrameList& performFrame();
     // Whether something changed since the last frame.
     bool needsFrame() const { return m_tree->needsFrame(); }
     // For UIView::setNeedsFrameUpdate().
