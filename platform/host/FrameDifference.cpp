@@ -4,13 +4,6 @@
 
 namespace {
 
-bool areContentsEqual(const FrameItem& first, const FrameItem& second)
-{
-    return first.bounds == second.bounds && first.cornerRadius == second.cornerRadius
-        && first.clipsToBounds == second.clipsToBounds && first.backgroundColor == second.backgroundColor
-        && first.content == second.content;
-}
-
 bool areStructuresEqual(const FrameList& first, const FrameList& second)
 {
     return std::equal(first.items.begin(), first.items.end(), second.items.begin(), second.items.end(),
@@ -23,11 +16,52 @@ bool areStructuresEqual(const FrameList& first, const FrameList& second)
 
 void FrameDifference::compare(const FrameList& previous, const FrameList& next)
 {
-    m_items.assign(next.items.size() + 1, Item {});
+    const bool knowsPrevious = m_comparedList == previous.history.id;
+    m_comparedList = next.history.id;
+    if (knowsPrevious && next.history.follows(previous.history)) {
+        compareChangedItems(previous, next);
+        return;
+    }
+    m_isPartial = false;
+    m_items.assign(next.items.size(), Item {});
     m_sameStructure = areStructuresEqual(previous, next);
     match(previous, next);
     findParents(next);
     compareItems(previous, next);
+}
+
+void FrameDifference::compareChangedItems(const FrameList& previous, const FrameList& next)
+{
+    forgetChanges();
+    m_isPartial = true;
+    m_sameStructure = true;
+    for (const int index : next.history.changedItems) {
+        Item& item = m_items[std::size_t(index)];
+        if (compareItem(previous.items[std::size_t(index)], next.items[std::size_t(index)], item))
+            continue;
+        m_changedItems.push_back(index);
+        if (!item.transformEqual)
+            for (int below = index; below < m_subtreeEnds[std::size_t(index)]; ++below)
+                m_items[std::size_t(below)].moved = true;
+    }
+}
+
+// What the last comparison found becomes the same as before.
+void FrameDifference::forgetChanges()
+{
+    if (m_isPartial) {
+        for (const int index : m_changedItems) {
+            Item& item = m_items[std::size_t(index)];
+            if (!item.transformEqual)
+                for (int below = index; below < m_subtreeEnds[std::size_t(index)]; ++below)
+                    m_items[std::size_t(below)].moved = false;
+            item = { .previous = index, .parent = item.parent };
+        }
+    } else {
+        for (int index = 0; index < int(m_items.size()); ++index)
+            m_items[std::size_t(index)] = { .previous = index, .parent = m_items[std::size_t(index)].parent };
+    }
+    m_changedItems.clear();
 }
 
 void FrameDifference::match(const FrameList& previous, const FrameList& next)
@@ -68,30 +102,41 @@ void FrameDifference::findParents(const FrameList& next)
 void FrameDifference::compareItems(const FrameList& previous, const FrameList& next)
 {
     const bool sameScale = previous.scale == next.scale;
-    for (std::size_t index = 0; index < next.items.size(); ++index) {
-        Item& item = m_items[index];
-        bool follows = false;
+    m_changedItems.clear();
+    for (int index = 0; index < int(next.items.size()); ++index) {
+        Item& item = m_items[std::size_t(index)];
+        bool same = false;
         if (item.previous != None) {
-            const FrameItem& now = next.items[index];
-            const FrameItem& before = previous.items[std::size_t(item.previous)];
-            item.contentEqual = sameScale && areContentsEqual(now, before);
-            item.transformEqual = now.transform == before.transform;
-            item.opacityEqual = now.opacity == before.opacity;
-            item.lengthEqual = now.subtreeEnd - int(index) == before.subtreeEnd - item.previous;
-            follows = index > 0 && m_items[index - 1].previous == item.previous - 1;
+            same = compareItem(
+                previous.items[std::size_t(item.previous)], next.items[std::size_t(index)], item);
+            item.lengthEqual = next.items[std::size_t(index)].subtreeEnd - index
+                == previous.items[std::size_t(item.previous)].subtreeEnd - item.previous;
+            item.contentEqual = item.contentEqual && sameScale;
+            const bool follows = index > 0 && m_items[std::size_t(index) - 1].previous == item.previous - 1;
+            same = same && follows && item.lengthEqual && sameScale;
+        } else {
+            item.contentEqual = item.transformEqual = item.opacityEqual = item.lengthEqual = false;
         }
         const bool parentMoved = item.parent != None && m_items[std::size_t(item.parent)].moved;
         item.moved = parentMoved || !item.transformEqual;
-        const bool same
-            = follows && item.contentEqual && item.transformEqual && item.opacityEqual && item.lengthEqual;
-        m_items[index + 1].changesBefore = item.changesBefore + (same ? 0 : 1);
+        if (!same)
+            m_changedItems.push_back(index);
     }
+}
+
+// Answers whether the layer looks the same in the same place.
+bool FrameDifference::compareItem(const FrameItem& before, const FrameItem& now, Item& item)
+{
+    item.contentEqual = now.drawsSame(before);
+    item.transformEqual = now.transform == before.transform;
+    item.opacityEqual = now.opacity == before.opacity;
+    return item.contentEqual && item.transformEqual && item.opacityEqual;
 }
 
 bool FrameDifference::isSubtreeSteady(int index) const
 {
     const Item& item = m_items[std::size_t(index)];
-    const Item& end = m_items[std::size_t(m_subtreeEnds[std::size_t(index)])];
-    const int changesInside = end.changesBefore - m_items[std::size_t(index) + 1].changesBefore;
-    return item.contentEqual && item.lengthEqual && changesInside == 0;
+    const auto inside = std::upper_bound(m_changedItems.begin(), m_changedItems.end(), index);
+    const bool changesInside = inside != m_changedItems.end() && *inside < m_subtreeEnds[std::size_t(index)];
+    return item.contentEqual && item.lengthEqual && !changesInside;
 }

@@ -30,6 +30,7 @@ LayerNode::LayerNode(QQuickWindow& window)
 
 LayerNode::~LayerNode()
 {
+    m_cutPictures.reset();
     removeImage(); // before its texture goes
 }
 
@@ -50,7 +51,8 @@ void LayerNode::setOpacity(double opacity)
 
 void LayerNode::showItem(const FrameList& list, int index, TextureCache& textures)
 {
-    m_showsSubtree = false;
+    m_shown = Shown::Item;
+    m_cutPictures.reset();
     const FrameItem& item = list.items[std::size_t(index)];
     const CGRect bounds = FrameGeometry::deviceRect(item.bounds, list.scale);
     // Round corners are cut in the picture itself; a layer that cuts others so is one picture anyway.
@@ -74,10 +76,24 @@ void LayerNode::showItem(const FrameList& list, int index, TextureCache& texture
 
 void LayerNode::showSubtree(const FrameList& list, int index, TextureCache& textures)
 {
-    m_showsSubtree = true;
+    m_shown = Shown::Subtree;
+    m_cutPictures.reset();
     setClip(nullptr);
     removeBackground();
     showPicture(FramePainter(list).paintSubtree(index), textures);
+}
+
+void LayerNode::showCutPictures(const FrameList& list, int index, TextureCache& textures)
+{
+    if (!showsCutPictures()) {
+        m_shown = Shown::CutPictures;
+        setTransform({});
+        setClip(nullptr);
+        removeBackground();
+        removeImage();
+        m_cutPictures = std::make_unique<CutPictures>(m_window);
+    }
+    m_cutPictures->show(list, index, textures, *container());
 }
 
 void LayerNode::showPicture(const FramePicture& picture, TextureCache& textures)
@@ -90,6 +106,8 @@ void LayerNode::showPicture(const FramePicture& picture, TextureCache& textures)
 
 void LayerNode::setSublayers(const std::vector<LayerNode*>& sublayers)
 {
+    if (showsCutPictures())
+        return; // which stand for those of all sublayers
     QSGNode* const parent = container();
     // Those that leave go first: the others then mostly stand where they belong already.
     QSGNode* present = firstSublayer();

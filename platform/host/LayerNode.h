@@ -5,6 +5,7 @@
 // node only to change it, so that what is drawn again is only what looks different.
 #pragma once
 
+#include "platform/host/CutPictures.h"
 #include "platform/host/FramePainter.h"
 #include "platform/host/TextureCache.h"
 
@@ -26,7 +27,11 @@ public:
     void showItem(const FrameList& list, int index, TextureCache& textures);
     // Shows one picture that stands for the whole subtree.
     void showSubtree(const FrameList& list, int index, TextureCache& textures);
-    bool showsSubtree() const { return m_showsSubtree; }
+    // Shows the visible parts of the pictures in the subtree; the node's transform is none then.
+    void showCutPictures(const FrameList& list, int index, TextureCache& textures);
+    bool showsItem() const { return m_shown == Shown::Item; }
+    bool showsSubtree() const { return m_shown == Shown::Subtree; }
+    bool showsCutPictures() const { return m_shown == Shown::CutPictures; }
 
     // Makes these layers, in this order, the only ones below.
     void setSublayers(const std::vector<LayerNode*>& sublayers);
@@ -34,6 +39,8 @@ public:
     void detach();
 
 private:
+    enum class Shown : std::uint8_t { Nothing, Item, Subtree, CutPictures };
+
     void setClip(const CGRect* deviceRect);
     void setBackground(const CGRect& deviceRect, const QColor& color);
     void removeBackground();
@@ -49,5 +56,6 @@ private:
     QSGRectangleNode* m_background = nullptr;
     QSGImageNode* m_image = nullptr;
     SharedTexture m_texture;
-    bool m_showsSubtree = false;
+    std::unique_ptr<CutPictures> m_cutPictures;
+    Shown m_shown = Shown::Nothing;
 };

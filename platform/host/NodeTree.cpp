@@ -27,6 +27,14 @@ void NodeTree::update(const FrameList& list, double devicePixelRatio)
 
     m_difference.compare(m_list, list);
     m_plan.plan(list, m_difference);
+    if (m_difference.isPartial() && !m_plan.hasOtherWays())
+        updatePlanned(list);
+    else
+        updateAll(list);
+}
+
+void NodeTree::updateAll(const FrameList& list)
+{
     m_linksChanged = !m_difference.hasSameStructure();
     takeNodes(list);
     for (int index = 0; index < int(list.items.size()); ++index)
@@ -34,6 +42,18 @@ void NodeTree::update(const FrameList& list, double devicePixelRatio)
     if (m_linksChanged)
         linkNodes(list);
     m_list = list;
+    m_pictureCount = int(std::count_if(
+        m_nodes.begin(), m_nodes.end(), [](const LayerNode* node) { return node && node->showsSubtree(); }));
+}
+
+// What was not planned anew is shown by its nodes already.
+void NodeTree::updatePlanned(const FrameList& list)
+{
+    for (const int index : m_plan.plannedItems())
+        updateNode(list, index);
+    for (const int index : list.history.changedItems)
+        m_list.items[std::size_t(index)] = list.items[std::size_t(index)];
+    m_list.history.id = list.history.id;
 }
 
 // Hands each item the nodes of its layer, where there are some and they are still wanted.
@@ -67,14 +87,20 @@ void NodeTree::updateNode(const FrameList& list, int index)
         m_linksChanged = true;
     }
     const bool scaleChanged = list.scale != m_list.scale;
-    if (isNew || scaleChanged || !m_difference.isTransformEqual(index))
-        node->setTransform(FrameGeometry::deviceTransform(item, list.scale));
     if (isNew || !m_difference.isOpacityEqual(index))
         node->setOpacity(item.opacity);
+    const bool moved = isNew || scaleChanged || !m_difference.isTransformEqual(index);
+    if (way == FlatteningPlan::Way::CutPictures) {
+        if (moved || !node->showsCutPictures() || !m_difference.isSubtreeSteady(index))
+            node->showCutPictures(list, index, m_textures);
+        return;
+    }
+    if (moved || node->showsCutPictures())
+        node->setTransform(FrameGeometry::deviceTransform(item, list.scale));
     if (way == FlatteningPlan::Way::Picture) {
         if (isNew || !node->showsSubtree() || !m_plan.keepsPicture(index))
             node->showSubtree(list, index, m_textures);
-    } else if (isNew || node->showsSubtree() || !m_difference.isContentEqual(index)) {
+    } else if (isNew || !node->showsItem() || !m_difference.isContentEqual(index)) {
         node->showItem(list, index, m_textures);
     }
 }
@@ -100,10 +126,4 @@ void NodeTree::linkNodes(const FrameList& list)
     for (LayerNode* node : m_leavingNodes)
         delete node;
     m_leavingNodes.clear();
-}
-
-int NodeTree::pictureCount() const
-{
-    return int(std::count_if(
-        m_nodes.begin(), m_nodes.end(), [](const LayerNode* node) { return node && node->showsSubtree(); }));
 }

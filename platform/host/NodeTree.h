@@ -21,9 +21,11 @@ public:
 
     std::int64_t uploadCount() const { return m_textures.uploadCount(); }
     // How many subtrees are drawn as one picture each.
-    int pictureCount() const;
+    int pictureCount() const { return m_pictureCount; }
 
 private:
+    void updateAll(const FrameList& list);
+    void updatePlanned(const FrameList& list);
     void updateNode(const FrameList& list, int index);
     void takeNodes(const FrameList& list);
     void linkNodes(const FrameList& list);
@@ -37,5 +39,6 @@ private:
     std::vector<LayerNode*> m_previousNodes;
     std::vector<LayerNode*> m_leavingNodes;
     std::vector<LayerNode*> m_sublayers;
+    int m_pictureCount = 0;
     bool m_linksChanged = false;
 };

@@ -4,7 +4,7 @@
 
 #include <QQuickWindow>
 
-#include <utility>
+#include <algorithm>
 
 SceneItem::SceneItem(QQuickItem* parent, FlatteningPlan::FlattensMoving flattensMoving)
     : QQuickItem(parent)
@@ -15,11 +15,25 @@ SceneItem::SceneItem(QQuickItem* parent, FlatteningPlan::FlattensMoving flattens
 
 SceneItem::~SceneItem() = default;
 
-bool SceneItem::setFrameList(FrameList list)
+bool SceneItem::setFrameList(const FrameList& list)
 {
-    if (list == m_list)
+    FrameHistory& history = m_list.history;
+    if (list.history.follows(history)) {
+        for (const int index : list.history.changedItems) {
+            m_list.items[std::size_t(index)] = list.items[std::size_t(index)];
+            history.changedItems.push_back(index);
+        }
+        history.id = list.history.id;
+        if (list.history.changedItems.empty())
+            return false;
+    } else if (list == m_list) {
+        history.id = list.history.id;
         return false;
-    m_list = std::move(list);
+    } else {
+        m_list = list;
+        history.previous = 0;
+        history.changedItems.clear();
+    }
     update();
     return true;
 }
@@ -31,7 +45,12 @@ QSGNode* SceneItem::updatePaintNode(QSGNode* node, UpdatePaintNodeData*)
         tree = new NodeTree(*window(), m_flattensMoving);
         m_uploadsOfFormerTrees = m_uploadCount;
     }
+    auto& changed = m_list.history.changedItems;
+    std::sort(changed.begin(), changed.end()); // of several lists, where none was drawn in between
+    changed.erase(std::unique(changed.begin(), changed.end()), changed.end());
     tree->update(m_list, window()->effectiveDevicePixelRatio());
+    m_list.history.previous = m_list.history.id;
+    m_list.history.changedItems.clear();
     m_uploadCount = m_uploadsOfFormerTrees + tree->uploadCount();
     m_pictureCount = tree->pictureCount();
     return tree;

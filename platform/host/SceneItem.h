@@ -13,7 +13,7 @@ public:
 
     // Shows the list from the next drawn frame on. One that is equal to the shown one draws nothing;
     // answers whether there is something to draw.
-    bool setFrameList(FrameList list);
+    bool setFrameList(const FrameList& list);
     const FrameList& frameList() const { return m_list; }
 
     // As of the frame drawn last.
@@ -24,7 +24,7 @@ private:
     QSGNode* updatePaintNode(QSGNode* node, UpdatePaintNodeData*) override;
 
     FlatteningPlan::FlattensMoving m_flattensMoving;
-    FrameList m_list;
+    FrameList m_list; // its history tells how it differs from the list that the nodes show
     std::int64_t m_uploadCount = 0;
     std::int64_t m_uploadsOfFormerTrees = 0;
     int m_pictureCount = 0;

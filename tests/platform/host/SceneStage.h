@@ -46,7 +46,7 @@ public:
     QQuickWindow& window() { return m_window; }
     int framesDrawn() const { return m_framesDrawn; }
 
-private:
+    // Until more frames than that have been drawn.
     void waitForFrame(int framesBefore)
     {
         if (m_framesDrawn == framesBefore) {
@@ -58,6 +58,7 @@ private:
         EXPECT_GT(m_framesDrawn, framesBefore) << "nothing was drawn";
     }
 
+private:
     QQuickWindow m_window;
     SceneItem m_scene;
     int m_framesDrawn = 0;
