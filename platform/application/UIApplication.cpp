@@ -40,8 +40,12 @@ std::shared_ptr<UIApplication> UIApplication::launch(const NSString& principalCl
 
 const FrameList& UIApplication::performFrame()
 {
-    if (const auto window = keyWindow())
-        return window->performFrame();
+    const std::weak_ptr<UIWindow> window = keyWindow();
+    if (!window.expired()) {
+        const FrameList& frame = window.lock()->performFrame();
+        if (!window.expired()) // who is told of an ended animation may have dropped it, and its frame with it
+            return frame;
+    }
     const auto& screen = UIScreen::mainScreen();
     m_emptyScreen.size = screen->bounds().size();
     m_emptyScreen.scale = screen->scale();

@@ -27,7 +27,7 @@ public:
     void setRootViewController(std::shared_ptr<UIViewOwner> controller);
 
     // One frame: views that move by themselves, layout, display, and what is to be seen, which holds until
-    // the next frame.
+    // the next frame or the window's end, which may come within the call.
     const FrameList& performFrame();
     // Whether something changed since the last frame.
     bool needsFrame() const { return m_tree->needsFrame(); }

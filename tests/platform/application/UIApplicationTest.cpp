@@ -2,6 +2,7 @@
 
 #include "platform/foundation/ClassRegistry.h"
 #include "platform/foundation/NSNotificationCenter.h"
+#include "platform/layers/CATransaction.h"
 #include "tests/support/AssertionRecorder.h"
 #include "tests/support/SceneFixture.h"
 
@@ -140,6 +141,17 @@ TEST_F(UIApplicationTest, AFrameIsTheKeyWindowsOrEmpty)
     EXPECT_EQ(empty.size, CGSize(390, 844));
     EXPECT_EQ(empty.scale, 2);
     EXPECT_EQ(application->touches(), nullptr);
+}
+
+TEST_F(UIApplicationTest, AFrameIsEmptyWhenItsWindowGoesWithinIt)
+{
+    application = launch();
+    window->setBackgroundColor(UIColor::whiteColor());
+    EXPECT_EQ(application->performFrame().items.size(), 1u);
+    const std::weak_ptr<UIWindow> gone = window;
+    CATransaction::setCompletionBlock([this] { window = nullptr; });
+    EXPECT_TRUE(application->performFrame().items.empty());
+    EXPECT_TRUE(gone.expired());
 }
 
 TEST_F(UIApplicationTest, AnotherAppearanceReachesTheViews)
