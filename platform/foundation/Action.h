@@ -4,10 +4,9 @@
 // they name the same object and the same method, which is how a registration is found again.
 #pragma once
 
+#include "platform/foundation/MethodIdentity.h"
 #include "platform/foundation/NSObject.h"
 
-#include <array>
-#include <cstring>
 #include <functional>
 #include <typeinfo>
 
@@ -21,7 +20,7 @@ public:
         : m_target(target)
         , m_targetIdentity(target.get())
         , m_methodType(&typeid(method))
-        , m_method(bytesOf(method))
+        , m_method(method)
         , m_call([method](NSObject& object, NSObject*) { (dynamic_cast<Class&>(object).*method)(); })
     {
     }
@@ -32,7 +31,7 @@ public:
         : m_target(target)
         , m_targetIdentity(target.get())
         , m_methodType(&typeid(method))
-        , m_method(bytesOf(method))
+        , m_method(method)
         , m_call([method](NSObject& object, NSObject* sender) {
             if (auto* typed = dynamic_cast<Sender*>(sender))
                 (dynamic_cast<Class&>(object).*method)(*typed);
@@ -57,19 +56,9 @@ public:
     }
 
 private:
-    using MethodBytes = std::array<unsigned char, 2 * sizeof(void*)>;
-
-    template <typename Method> static MethodBytes bytesOf(Method method)
-    {
-        static_assert(sizeof(Method) <= sizeof(MethodBytes));
-        MethodBytes bytes {};
-        std::memcpy(bytes.data(), &method, sizeof(method));
-        return bytes;
-    }
-
     std::weak_ptr<NSObject> m_target;
     const NSObject* m_targetIdentity = nullptr;
     const std::type_info* m_methodType = &typeid(void); // methods of two bases may look alike
-    MethodBytes m_method {};
+    MethodIdentity m_method;
     std::function<void(NSObject&, NSObject*)> m_call;
 };

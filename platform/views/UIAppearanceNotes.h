@@ -8,10 +8,9 @@
 // no setting: init() writes its members.
 #pragma once
 
-#include <array>
-#include <cstddef>
+#include "platform/foundation/MethodIdentity.h"
+
 #include <cstdint>
-#include <cstring>
 #include <type_traits>
 #include <vector>
 
@@ -21,13 +20,13 @@ class UIAppearanceSetting {
 public:
     template <typename Class, typename Value>
     explicit UIAppearanceSetting(void (Class::*setter)(Value))
-        : m_setter(bytesOf(setter))
+        : m_setter(setter)
     {
     }
     template <typename Class, typename Value, typename Selector>
     UIAppearanceSetting(
         void (Class::*setter)(Value, Selector), std::type_identity_t<std::decay_t<Selector>> selector)
-        : m_setter(bytesOf(setter))
+        : m_setter(setter)
         , m_selector(static_cast<std::int64_t>(selector))
     {
     }
@@ -35,17 +34,7 @@ public:
     bool operator==(const UIAppearanceSetting&) const = default;
 
 private:
-    using SetterBytes = std::array<std::byte, 2 * sizeof(void*)>;
-
-    template <typename Setter> static SetterBytes bytesOf(Setter setter)
-    {
-        static_assert(sizeof(Setter) <= sizeof(SetterBytes));
-        SetterBytes bytes {};
-        std::memcpy(bytes.data(), &setter, sizeof(setter));
-        return bytes;
-    }
-
-    SetterBytes m_setter;
+    MethodIdentity m_setter;
     std::int64_t m_selector = 0;
 };
 

@@ -1,5 +1,6 @@
 // The part of UIView that takes part in constraint layout: the passes, and the view as an item.
 
+#include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/graphics/FiniteNumbers.h"
 #include "platform/layout/LayoutIsland.h"
@@ -35,14 +36,14 @@ void UIView::superviewsNeedUpdateConstraints()
 
 void UIView::updateConstraintsIfNeeded()
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     for (int round = 0; round < maximumUpdateRounds && hasPendingConstraintUpdate(); ++round)
         updateConstraintsOnce();
 }
 
 void UIView::updateConstraintsOnce()
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     if (std::exchange(m_subviewsNeedUpdateConstraints, false)) {
         const auto subviews = m_subviews; // an update may change the tree
         for (const auto& view : subviews)
@@ -66,7 +67,7 @@ void UIView::setNeedsLayout() { m_layer->setNeedsLayout(); }
 
 void UIView::layoutIfNeeded()
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     updateConstraintsIfNeeded();
     LayoutIsland::solvePending(); // marks those for layout whose subviews move
     m_layer->layoutIfNeeded();
@@ -81,7 +82,7 @@ void UIView::layerWillLayoutTree(CALayer&)
 
 void UIView::layoutSublayersOfLayer(CALayer&)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto owner = m_owner ? m_owner->shared_from_this() : nullptr;
     if (m_owner)
         m_owner->viewWillLayoutSubviews();

@@ -1,5 +1,6 @@
 // The part of UIView that hands the tint down the tree.
 
+#include "platform/foundation/Messages.h"
 #include "platform/graphics/DimmedColor.h"
 #include "platform/layers/CAModelChanges.h"
 #include "platform/views/TintMotion.h"
@@ -75,7 +76,7 @@ void UIView::tellTintChangeSince(const InheritedTint& before)
 
 void UIView::tellInheritedTintChange(TintChange inherited)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const TintChange own {
         .color = inherited.color && !m_tintColor,
         .mode = inherited.mode && m_tintAdjustmentMode == UIViewTintAdjustmentMode::Automatic,
@@ -94,7 +95,7 @@ void UIView::tellOwnTintChange()
 
 void UIView::tellTintChange(TintChange own)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     tellOwnTintChange();
     const auto subviews = m_subviews;
     for (const auto& view : subviews)

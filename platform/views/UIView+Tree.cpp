@@ -1,5 +1,6 @@
 // The part of UIView that keeps the tree: adding, moving and removing subviews, and entering windows.
 
+#include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/views/DepartedView.h"
 #include "platform/views/UIAppearance.h"
@@ -57,7 +58,7 @@ void UIView::insert(const std::shared_ptr<UIView>& added, std::size_t index)
     if (view->m_superview == this)
         return moveSubview(view, index);
 
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const InheritedTint tintBefore = view->inheritedTint();
     if (!view->tellWillMove(this, m_window) || view->containsView(*this))
         return; // one of those who were told has put it elsewhere
@@ -116,7 +117,7 @@ void UIView::removeFromSuperview()
 {
     if (!m_superview)
         return;
-    const auto keepAlive = strongSelf(this);
+    const KeepAlive keepAlive(*this);
     const InheritedTint tintBefore = inheritedTint();
     if (!tellWillMove(nullptr, nullptr))
         return; // one of those who were told has done it, or put it elsewhere
@@ -228,7 +229,7 @@ void UIView::setWindow(UIWindow* window)
 
 void UIView::tellWillMoveToWindow(UIWindow* window)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto owner = m_owner ? m_owner->shared_from_this() : nullptr;
     if (m_owner)
         m_owner->viewWillMoveToWindow(window);
@@ -241,7 +242,7 @@ void UIView::tellWillMoveToWindow(UIWindow* window)
 
 void UIView::tellDidMoveToWindow()
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto owner = m_owner ? m_owner->shared_from_this() : nullptr;
     UIWindow* const window = m_window;
     m_windowTold = window;
@@ -261,7 +262,7 @@ void UIView::tellDidMoveToWindow()
 
 void UIView::tellSubtree(void (UIView::*message)())
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     (this->*message)();
     const auto subviews = m_subviews;
     for (const auto& view : subviews)

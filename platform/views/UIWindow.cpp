@@ -1,5 +1,6 @@
 #include "platform/views/UIWindow.h"
 
+#include "platform/foundation/Messages.h"
 #include "platform/layers/CATransaction.h"
 #include "platform/views/UIViewOwner.h"
 #include "platform/views/ViewInsets.h"
@@ -68,7 +69,7 @@ void UIWindow::layoutSubviews()
 
 const FrameList& UIWindow::performFrame()
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     m_tree->beginFrame();
     runFrameUpdates();
     m_tree->layoutIfNeeded();
