@@ -13,15 +13,24 @@
 // already going: then nobody owns it who could drop it.
 class [[nodiscard]] KeepAlive {
 public:
-    explicit KeepAlive(const NSObject& object)
+    template <typename Shared>
+    explicit KeepAlive(const std::enable_shared_from_this<Shared>& object)
         : m_object(object.weak_from_this().lock())
+    {
+    }
+    // Of none it holds nothing.
+    explicit KeepAlive(const NSObject* object)
+        : m_object(object ? object->weak_from_this().lock() : nullptr)
     {
     }
     KeepAlive(const KeepAlive&) = delete;
     KeepAlive& operator=(const KeepAlive&) = delete;
 
+    // Whether there is an object, and it has an owner.
+    bool holds() const { return m_object != nullptr; }
+
 private:
-    const std::shared_ptr<const NSObject> m_object;
+    const std::shared_ptr<const void> m_object;
 };
 
 // Sends one message, and keeps sender and receiver alive until it returns. Answers what the receiver answers;

@@ -1,5 +1,6 @@
 #include "platform/views/GestureArena.h"
 
+#include "platform/foundation/Messages.h"
 #include "platform/views/UIView.h"
 
 #include <algorithm>
@@ -70,7 +71,7 @@ GestureArena::Contenders GestureArena::rivalsOf(const Contender& contender) cons
 
 void GestureArena::touchBegan(const std::shared_ptr<UITouch>& touch, UIEvent& event)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     m_touches.push_back(touch);
     UIGestureRecognizers invited;
     const auto touched = touch->view();
@@ -106,7 +107,7 @@ void GestureArena::join(
 
 void GestureArena::touchChanged(const std::shared_ptr<UITouch>& touch, UIEvent& event)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     tell(touch, event);
 }
 
@@ -125,7 +126,7 @@ void GestureArena::tell(const std::shared_ptr<UITouch>& touch, UIEvent& event)
 
 void GestureArena::touchLeft(const std::shared_ptr<UITouch>& touch)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     std::erase(m_touches, touch);
     for (const auto& recognizer : touch->gestureRecognizers()) {
         const auto contender = find(*recognizer);
@@ -153,7 +154,7 @@ bool GestureArena::holdsBack(const UITouch& touch) const
 
 void GestureArena::gestureReports(UIGestureRecognizer& recognizer, UIGestureRecognizerState state)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto contender = find(recognizer);
     if (!contender || contender->stage == Stage::Over)
         return;
@@ -340,7 +341,7 @@ UIGestureRecognizers GestureArena::recognizersIn(const UIView& root) const
 
 void GestureArena::withdraw(UIGestureRecognizer& recognizer)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto contender = find(recognizer);
     if (!contender)
         return;

@@ -1,5 +1,6 @@
 #include "platform/views/TouchDelivery.h"
 
+#include "platform/foundation/Messages.h"
 #include "platform/views/UIView.h"
 
 #include <algorithm>
@@ -91,7 +92,7 @@ bool TouchDelivery::isTakenByAnotherTouch(const Entry& entry) const
 
 void TouchDelivery::touchMoved(const std::shared_ptr<UITouch>& touch)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto entry = find(*touch);
     if (!entry)
         return;
@@ -102,7 +103,7 @@ void TouchDelivery::touchMoved(const std::shared_ptr<UITouch>& touch)
 
 void TouchDelivery::touchFinished(const std::shared_ptr<UITouch>& touch)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto entry = find(*touch);
     if (!entry)
         return;
@@ -177,7 +178,7 @@ UITouches TouchDelivery::touchesIn(const UIView& root) const
 
 void TouchDelivery::withhold(const UITouch& touch)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto entry = find(touch);
     if (!entry)
         return;
@@ -210,7 +211,7 @@ void TouchDelivery::forgetLate()
 
 void TouchDelivery::gestureTakesTouches(const UIGestureRecognizer& recognizer)
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto all = m_entries;
     for (const auto& entry : all) {
         const auto invited = entry->touch->gestureRecognizers();
@@ -225,7 +226,7 @@ void TouchDelivery::gestureTakesTouches(const UIGestureRecognizer& recognizer)
 
 void TouchDelivery::gestureWasDecided()
 {
-    const auto keepAlive = shared_from_this();
+    const KeepAlive keepAlive(*this);
     const auto all = m_entries;
     for (const auto& entry : all) {
         if (entry->state == State::Late)

@@ -52,10 +52,7 @@ void UIView::updateConstraintsOnce()
     }
     if (!std::exchange(m_needsUpdateConstraints, false))
         return;
-    if (m_owner) {
-        const auto owner = m_owner->shared_from_this();
-        m_owner->updateViewConstraints();
-    } else
+    if (!UIViewOwner::tell(m_owner, &UIViewOwner::updateViewConstraints))
         updateConstraints();
 }
 
@@ -83,15 +80,12 @@ void UIView::layerWillLayoutTree(CALayer&)
 void UIView::layoutSublayersOfLayer(CALayer&)
 {
     const KeepAlive keepAlive(*this);
-    const auto owner = m_owner ? m_owner->shared_from_this() : nullptr;
-    if (m_owner)
-        m_owner->viewWillLayoutSubviews();
+    UIViewOwner::tell(m_owner, &UIViewOwner::viewWillLayoutSubviews);
     updateConstraintsIfNeeded();
     refreshInsets();
     placeSubviews();
     layoutSubviews();
-    if (m_owner)
-        m_owner->viewDidLayoutSubviews();
+    UIViewOwner::tell(m_owner, &UIViewOwner::viewDidLayoutSubviews);
 }
 
 void UIView::placeSubviews()

@@ -1,5 +1,6 @@
 // The part of UIView that touches and editing meet: hit testing, recognisers, the responder chain.
 
+#include "platform/foundation/Messages.h"
 #include "platform/views/DepartedView.h"
 #include "platform/views/FarEdges.h"
 #include "platform/views/UIGestureRecognizer.h"
@@ -81,7 +82,7 @@ void UIView::removeGestureRecognizer(UIGestureRecognizer& recognizer)
 {
     if (recognizer.view() != this)
         return;
-    const auto kept = recognizer.shared_from_this();
+    const KeepAlive keepAlive(recognizer);
     recognizer.withdraw({});
     if (recognizer.view() != this)
         return; // its last action has done it

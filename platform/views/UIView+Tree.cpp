@@ -162,7 +162,7 @@ bool UIView::tellWillMove(UIView* superview, UIWindow* window)
     if (window != m_window && m_window)
         endEditing(true);
     if (m_superview && m_moves == moves) {
-        const auto superviewAlive = m_superview->weak_from_this().lock(); // none while the superview goes
+        const KeepAlive superviewAlive(*m_superview);
         m_superview->willRemoveSubview(*this);
     }
     return m_moves == moves;
@@ -173,9 +173,8 @@ bool UIView::tellWillMove(UIView* superview, UIWindow* window)
 void UIView::tellDidMove(UIWindow* windowBefore, const InheritedTint& tintBefore)
 {
     const unsigned moves = ++m_moves;
-    const auto windowKept
-        = windowBefore ? std::static_pointer_cast<UIWindow>(windowBefore->weak_from_this().lock()) : nullptr;
-    const auto superview = m_superview ? m_superview->shared_from_this() : nullptr;
+    const KeepAlive windowBeforeAlive(windowBefore);
+    const KeepAlive superviewAlive(m_superview);
     UIWindow* const window = m_superview ? m_superview->m_window : nullptr;
     if (window != windowBefore) {
         setWindow(window);
@@ -230,9 +229,7 @@ void UIView::setWindow(UIWindow* window)
 void UIView::tellWillMoveToWindow(UIWindow* window)
 {
     const KeepAlive keepAlive(*this);
-    const auto owner = m_owner ? m_owner->shared_from_this() : nullptr;
-    if (m_owner)
-        m_owner->viewWillMoveToWindow(window);
+    UIViewOwner::tell(m_owner, &UIViewOwner::viewWillMoveToWindow, window);
     willMoveToWindow(window);
     const auto subviews = m_subviews;
     for (const auto& view : subviews)
@@ -243,14 +240,13 @@ void UIView::tellWillMoveToWindow(UIWindow* window)
 void UIView::tellDidMoveToWindow()
 {
     const KeepAlive keepAlive(*this);
-    const auto owner = m_owner ? m_owner->shared_from_this() : nullptr;
     UIWindow* const window = m_window;
     m_windowTold = window;
     if (window)
         performWithoutAnimation([this] { UIAppearance::applyTo(*this); });
     didMoveToWindow();
-    if (m_owner && m_window == window)
-        m_owner->viewDidMoveToWindow();
+    if (m_window == window)
+        UIViewOwner::tell(m_owner, &UIViewOwner::viewDidMoveToWindow);
     const auto subviews = m_subviews;
     for (const auto& view : subviews) {
         if (m_window != window)

@@ -3,6 +3,7 @@
 // It stands in the responder chain between its view and that view's superview.
 #pragma once
 
+#include "platform/foundation/Messages.h"
 #include "platform/views/UIResponder.h"
 
 class UIView;
@@ -21,4 +22,15 @@ public:
     virtual void viewDidLayoutSubviews() { }
     virtual void viewWillMoveToWindow(UIWindow*) { }
     virtual void viewDidMoveToWindow() { }
+
+    // For views: sends a message to their owner, if they have one, and keeps it for the length of the call.
+    // An owner that is being destroyed is told nothing any more. Answers whether anybody was told.
+    template <typename... Parameters, typename... Arguments>
+    static bool tell(UIViewOwner* owner, void (UIViewOwner::*message)(Parameters...), Arguments... arguments)
+    {
+        const KeepAlive keepAlive(owner);
+        if (keepAlive.holds())
+            (owner->*message)(arguments...);
+        return keepAlive.holds();
+    }
 };

@@ -109,3 +109,29 @@ TEST(MessagesTest, HoldsNothingOfAnObjectThatNobodyOwns)
     }
     EXPECT_TRUE(isGone);
 }
+
+TEST(MessagesTest, KeepsAnObjectThatIsNoNSObject)
+{
+    class Helper : public std::enable_shared_from_this<Helper> { };
+    auto helper = std::make_shared<Helper>();
+    const std::weak_ptr<Helper> held = helper;
+    {
+        const KeepAlive keepAlive(*helper);
+        helper.reset();
+        EXPECT_FALSE(held.expired());
+    }
+    EXPECT_TRUE(held.expired());
+}
+
+TEST(MessagesTest, KeepsAnObjectByItsAddressAndNothingOfNone)
+{
+    bool isGone = false;
+    auto sender = make<Sender>(&isGone);
+    {
+        const KeepAlive keepAlive(sender.get());
+        const KeepAlive keepNothing(nullptr);
+        sender.reset();
+        EXPECT_FALSE(isGone);
+    }
+    EXPECT_TRUE(isGone);
+}
