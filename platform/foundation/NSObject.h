@@ -88,10 +88,31 @@ private:
     std::unique_ptr<KeyValueObservers> m_observers; // made with the first observer
 };
 
+// A class whose objects have something to do at their end that needs them whole: virtual calls, an owner,
+// shared_from_this(). willBeDestroyed() is sent once, when the last owner has let the object go and nothing
+// of it has been taken down. Who takes hold of it inside that message keeps it for so long.
+template <typename Class>
+concept EndsWhole = requires(Class& object)
+{
+    object.willBeDestroyed();
+};
+
+// What the last owner of such an object leaves behind. Weak references from before find nothing any more.
+template <EndsWhole Class> void destroyWhole(Class* object)
+{
+    const std::shared_ptr<Class> lastOwner(object);
+    lastOwner->willBeDestroyed();
+}
+
 // The one way to make an object that is shared.
 template <typename Class, typename... Arguments> std::shared_ptr<Class> make(Arguments&&... arguments)
 {
-    auto object = std::make_shared<Class>(std::forward<Arguments>(arguments)...);
+    std::shared_ptr<Class> object;
+    if constexpr (EndsWhole<Class>)
+        object.reset(
+            std::make_unique<Class>(std::forward<Arguments>(arguments)...).release(), &destroyWhole<Class>);
+    else
+        object = std::make_shared<Class>(std::forward<Arguments>(arguments)...);
     static_cast<NSObject&>(*object).init();
     return object;
 }

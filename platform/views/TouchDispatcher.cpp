@@ -33,7 +33,7 @@ void TouchDispatcher::touchBegan(TouchID id, const CGPoint& location)
 {
     const KeepAlive keepAlive(m_window);
     touchCancelled(id);
-    UIView* const hit = isFinite(location) ? hitTest(location) : nullptr;
+    UIView* const hit = isFinite(location) && !m_window.isGoing() ? hitTest(location) : nullptr;
     if (!hit)
         return;
     const auto view = std::static_pointer_cast<UIView>(hit->shared_from_this());
@@ -83,17 +83,21 @@ void TouchDispatcher::finish(
 void TouchDispatcher::cancelAllTouches()
 {
     const KeepAlive keepAlive(m_window);
-    const auto all = m_fingers;
-    for (const Finger& finger : all)
-        touchCancelled(finger.id);
-    m_delivery->forgetLate();
-    m_arena->withdrawAll();
+    UIView::performWithoutAnimation([this] {
+        const auto all = m_fingers;
+        for (const Finger& finger : all)
+            if (find(finger.id)
+                == finger.touch) // and not another one that was put down by those who were told
+                touchCancelled(finger.id);
+        m_delivery->forgetLate();
+        m_arena->withdrawAll();
+    });
 }
 
 bool TouchDispatcher::scroll(UIScrollEvent event)
 {
     const KeepAlive keepAlive(m_window);
-    if (!isFinite(event.location) || !isFinite(event.delta))
+    if (!isFinite(event.location) || !isFinite(event.delta) || m_window.isGoing())
         return false;
     event.timestamp = Scheduler::current().now();
     UIView* const hit = hitTest(event.location);
@@ -113,7 +117,7 @@ void TouchDispatcher::cancelTouchesIn(UIView& root)
 {
     if (!isFollowingTouches())
         return;
-    const KeepAlive keepAlive(m_window); // and nothing while the window itself goes
+    const KeepAlive keepAlive(m_window);
     const KeepAlive rootAlive(root);
     // Who is concerned is settled before anybody is told: then the tree may be another one.
     const UITouches touches = m_delivery->touchesIn(root);

@@ -57,6 +57,8 @@ void UIView::insert(const std::shared_ptr<UIView>& added, std::size_t index)
         return;
     if (view->m_superview == this)
         return moveSubview(view, index);
+    if (m_window && m_window->isGoing())
+        return;
 
     const KeepAlive keepAlive(*this);
     const InheritedTint tintBefore = view->inheritedTint();

@@ -21,11 +21,18 @@ void UIWindow::init()
     CurrentUserInterfaceStyle::addObserver(weakSelf(this));
 }
 
-UIWindow::~UIWindow()
+UIWindow::~UIWindow() = default;
+
+// No view comes in any more, so each round leaves one less. The controllers go last: they hear of what
+// happens to their views.
+void UIWindow::willBeDestroyed()
 {
-    m_rootViewController = nullptr;
+    m_isGoing = true;
+    m_touches.cancelAllTouches();
     while (!subviews().empty())
         subviews().back()->removeFromSuperview();
+    m_rootView = nullptr;
+    m_rootViewController = nullptr;
 }
 
 std::shared_ptr<UIWindow> UIWindow::keyWindow() { return windowInFront.lock(); }
@@ -54,7 +61,7 @@ void UIWindow::setRootViewController(std::shared_ptr<UIViewOwner> controller)
 // A window that nobody sees does not load the view yet: a controller may still be filled until then.
 void UIWindow::showRootView()
 {
-    if (!m_rootViewController || m_rootView)
+    if (!m_rootViewController || m_rootView || m_isGoing)
         return;
     m_rootView = m_rootViewController->view();
     m_rootView->setFrame(bounds());

@@ -14,6 +14,11 @@ class UIWindow : public UIView, public UIScreenObserver, public UserInterfaceSty
 public:
     using UIView::UIView;
     ~UIWindow() override;
+    // The last owner has let the window go: touches on it are cancelled, and its views are removed, while the
+    // window is still whole, so that whoever is told of it may ask it for anything. From then on no touch
+    // comes in, and no view comes into the window or into a view that is still in it.
+    void willBeDestroyed();
+    bool isGoing() const { return m_isGoing; }
 
     // The window that was last made key; null when it is gone.
     static std::shared_ptr<UIWindow> keyWindow();
@@ -60,4 +65,5 @@ private:
     std::shared_ptr<UIView> m_rootView; // in the window
     std::weak_ptr<UIResponder> m_firstResponder;
     std::vector<std::weak_ptr<UIView>> m_frameUpdates;
+    bool m_isGoing = false;
 };

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
+
 class FoundationSample : public NSObject {
 public:
     bool isSharedInInit() const { return m_isSharedInInit; }
@@ -55,3 +57,62 @@ TEST(NSObjectTest, ASubclassIsOfTheKindButNoMemberOfTheClass)
 }
 
 TEST(NSObjectTest, IsSharedWhenItIsSetUp) { EXPECT_TRUE(make<FoundationSample>()->isSharedInInit()); }
+
+// --- The end -----------------------------------------------------------------------------------------
+
+namespace {
+
+class LastWill : public NSObject {
+public:
+    explicit LastWill(std::vector<std::string>& log)
+        : m_log(log)
+    {
+    }
+    ~LastWill() override { m_log.emplace_back("gone"); }
+    void willBeDestroyed()
+    {
+        m_log.emplace_back("will be destroyed, " + name());
+        if (onEnd)
+            onEnd(shared_from_this());
+    }
+    virtual std::string name() const { return "plain"; }
+
+    std::function<void(const std::shared_ptr<NSObject>&)> onEnd;
+
+private:
+    std::vector<std::string>& m_log;
+};
+
+class NamedLastWill final : public LastWill {
+public:
+    using LastWill::LastWill;
+    std::string name() const override { return "named"; }
+};
+
+} // namespace
+
+TEST(NSObjectTest, IsWholeAndOwnedWhenItIsToldOfItsEnd)
+{
+    std::vector<std::string> log;
+    std::shared_ptr<LastWill> object = make<NamedLastWill>(log);
+    auto owner = object;
+    object = nullptr;
+    EXPECT_TRUE(log.empty()) << "while somebody owns it";
+    owner = nullptr;
+    EXPECT_EQ(log, (std::vector<std::string> { "will be destroyed, named", "gone" }));
+}
+
+TEST(NSObjectTest, LivesAsLongAsSomebodyKeepsItFromInsideItsEnd)
+{
+    std::vector<std::string> log;
+    auto object = make<LastWill>(log);
+    const std::weak_ptr<LastWill> before = object;
+    std::shared_ptr<NSObject> kept;
+    object->onEnd = [&](const std::shared_ptr<NSObject>& self) { kept = self; };
+    object = nullptr;
+    EXPECT_EQ(log, std::vector<std::string> { "will be destroyed, plain" });
+    EXPECT_TRUE(before.expired());
+    EXPECT_EQ(kept->shared_from_this(), kept);
+    kept = nullptr;
+    EXPECT_EQ(log, (std::vector<std::string> { "will be destroyed, plain", "gone" })) << "told once";
+}

@@ -66,14 +66,18 @@ TEST_F(GestureArenaTest, AChangeThatComesBeforeTheBeginningIsToldIsPartOfTheBegi
     CGPoint place;
     target->onAction = [&](UIGestureRecognizer& recognizer) { place = recognizer.locationInView(nullptr); };
     touch.down({ 150, 150 });
-    view->onCancel = [&] { touch.moveTo({ 170, 150 }); }; // as the gesture takes its touch
+    TouchDispatcher& touches = window->touches();
+    view->onCancel = [&] {
+        touches.touchMoved(TouchID { 0 }, { 170, 150 });
+    }; // as the gesture takes its touch
     touch.moveTo({ 160, 150 });
     EXPECT_EQ(target->states, (States { 1 }));
     EXPECT_EQ(place, CGPoint(170, 150));
-    view->onCancel = nullptr;
     touch.moveTo({ 180, 150 });
     EXPECT_EQ(target->states, (States { 1, 2 }));
-    touch.up();
+    target->onAction = [&](UIGestureRecognizer&) { touches.touchMoved(TouchID { 0 }, { 190, 150 }); };
+    window = nullptr; // with its finger down
+    EXPECT_EQ(target->states, (States { 1, 2, 4 }));
 }
 
 TEST_F(GestureArenaTest, AnEndThatComesBeforeTheBeginningIsToldComesAfterIt)
