@@ -27,7 +27,8 @@ bool isDrawable(const CGAffineTransform& transform, const CGRect& bounds)
 
 double drawableRadius(double radius, const CGRect& bounds)
 {
-    return radius > 0 ? std::min(radius, std::min(bounds.width(), bounds.height()) / 2) : 0;
+    const double shorterSide = std::min(bounds.width(), bounds.height());
+    return radius > 0 && shorterSide > 0 ? std::min(radius, shorterSide / 2) : 0;
 }
 
 // Where the content may leave a mark, in the layer's coordinates.
@@ -36,7 +37,7 @@ CGRect contentArea(const FrameContent& content)
     if (const auto* image = std::get_if<FrameImage>(&content))
         return image->rect;
     if (const auto* shape = std::get_if<FrameShape>(&content)) {
-        const double reach = 2 * shape->lineWidth; // half the line, more at a sharp corner
+        const double reach = 2 * std::max(shape->lineWidth, 0.0); // half the line, more at a sharp corner
         return shape->path->controlPointRect().adjusted(-reach, -reach, reach, reach);
     }
     return {};

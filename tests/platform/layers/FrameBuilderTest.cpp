@@ -254,6 +254,25 @@ TEST_F(FrameBuilderTest, ShowsTheAnimationsOfTheMoment)
     EXPECT_EQ(frame(1).nextAnimationTime, infinity);
 }
 
+TEST_F(FrameBuilderTest, WhatASpringTakesBelowNothingIsDrawnAsNothing)
+{
+    const auto card = box({ 10, 10, 50, 50 });
+    card->setCornerRadius(8);
+    box({ 0, 0, 10, 10 }, card);
+    card->addAnimation(basic("bounds.size.width", -4.0, -4.0), QStringLiteral("bounds"));
+    const FrameItem item = frame(0.5).list.items.at(1);
+    EXPECT_EQ(item.bounds.width(), -4);
+    EXPECT_FALSE(item.backgroundColor.isValid());
+    EXPECT_EQ(item.cornerRadius, 0);
+
+    layer->setMasksToBounds(true);
+    const auto shape = CAShapeLayer::layer();
+    shape->setPath(UIBezierPath::bezierPathWithRoundedRect({ 95, 95, 20, 20 }, 0));
+    layer->addSublayer(shape);
+    shape->addAnimation(basic("lineWidth", -6.0, -6.0), QStringLiteral("lineWidth"));
+    EXPECT_EQ(frame(0.5).list.items.back().layer, shape->layerID());
+}
+
 TEST_F(FrameBuilderTest, SubtreesHaveATimeOfTheirOwn)
 {
     const auto slow = box({ 10, 20, 50, 50 });
