@@ -228,7 +228,7 @@ void CALayerAnimations::endDue()
             continue;
         due.push_back(entry);
         entry.ended = true;
-        entry.returned = local.rate < 0;
+        entry.returned = local.rate < 0 && moment.rate < 0;
     }
     std::erase_if(m_entries, [](const Entry& entry) {
         return entry.ended && !entry.group && !entry.returned && entry.animation->isRemovedOnCompletion();
@@ -268,15 +268,13 @@ void CALayerAnimations::releaseGroup(const CAMotionGroup& group)
     std::erase_if(m_entries, [&](const Entry& entry) {
         return entry.group == &group && entry.ended && entry.animation->isRemovedOnCompletion();
     });
-    if (!Scheduler::hasCurrent())
-        return;
-    const CAMoment moment = m_layer.momentAt(Scheduler::current().now());
+    const double now = Scheduler::hasCurrent() ? m_layer.momentAt(Scheduler::current().now()).time : 0;
     for (Entry& entry : m_entries) {
         if (entry.group != &group)
             continue;
         const auto free = entry.animation->copy();
         free->setGroup({});
-        free->setBeginTime(moment.time + free->beginTime() - group.time());
+        free->setBeginTime(now + free->beginTime() - group.time());
         entry.animation = free;
         entry.group = nullptr;
     }

@@ -9,6 +9,16 @@ namespace {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 // Counts from the largest single-precision number on mean "for ever".
 constexpr double foreverCount = std::numeric_limits<float>::max();
+// Sums and products of seconds are not exact: what is as near as this, in seconds or in runs, is the same.
+constexpr double rounding = 1e-9;
+
+// The runs until a moment of the active duration. Those until its end are whole if they are meant to be.
+double runsUntil(double time, double active, double duration)
+{
+    const double runs = time / duration;
+    const double whole = std::round(runs);
+    return time == active && std::abs(runs - whole) <= rounding * whole ? whole : runs;
+}
 
 } // namespace
 
@@ -32,9 +42,9 @@ CAMediaTiming::Phase CAMediaTiming::phase(const CAMoment& local) const
 {
     const double active = activeDuration();
     if (local.rate == 0) {
-        if (local.time < 0)
+        if (local.time < -rounding)
             return Phase::Before;
-        return local.time <= active ? Phase::Active : Phase::After;
+        return local.time <= active + rounding ? Phase::Active : Phase::After;
     }
     if (local.rate < 0) {
         if (local.time > active)
@@ -58,8 +68,12 @@ std::optional<double> CAMediaTiming::progress(const CAMoment& local) const
     const double active = activeDuration();
     if (active == 0)
         return now == Phase::Before || autoreverses ? 0 : 1;
-    const double time = std::clamp(local.time, 0.0, active);
-    const double runs = time / duration;
+    double time = std::clamp(local.time, 0.0, active);
+    if (local.rate == 0 && active - time <= rounding)
+        time = active;
+    else if (local.rate == 0 && time <= rounding)
+        time = 0;
+    const double runs = runsUntil(time, active, duration);
     if (!std::isfinite(runs))
         return 0;
     double run = std::floor(runs);

@@ -41,7 +41,8 @@ struct CAMediaTiming {
     double activeDuration() const;
 
     enum class Phase { Before, Active, After };
-    // On a line that stands still the first and the last moment both count as active.
+    // On a line that stands still the first and the last moment both count as active, and a moment that is
+    // one of them but for the rounding of sums counts as that one.
     Phase phase(const CAMoment& local) const;
 
     // How far the current run has got, 0 to 1; nothing while the fill mode shows nothing.

@@ -26,7 +26,8 @@ const CALayer& rootOf(const CALayer& layer)
 // When the animation ends, on the time line on which its begin counts.
 double endOf(const CAMediaTiming& timing)
 {
-    return timing.beginTime + (timing.activeDuration() - timing.timeOffset) / timing.speed;
+    const double lastMoment = timing.speed < 0 ? 0 : timing.activeDuration();
+    return timing.beginTime + (lastMoment - timing.timeOffset) / timing.speed;
 }
 
 } // namespace
@@ -35,7 +36,9 @@ double endOf(const CAMediaTiming& timing)
 
 std::shared_ptr<CAMotionGroup> CAMotionGroup::collecting()
 {
-    return collectingGroups.empty() ? nullptr : collectingGroups.back();
+    if (collectingGroups.empty() || collectingGroups.back()->state() == State::Settled)
+        return nullptr;
+    return collectingGroups.back();
 }
 
 CAMotionGroup::Collection::Collection(std::shared_ptr<CAMotionGroup> group)
@@ -100,14 +103,7 @@ void CAMotionGroup::setFraction(double fraction)
     visitMembers([](CALayerAnimations&) {});
 }
 
-CAMoment CAMotionGroup::momentOf(const CAMediaTiming& timing) const
-{
-    const double now = time();
-    if (std::abs(now - endOf(timing)) <= rounding)
-        return { timing.activeDuration(), 0 };
-    const double local = timing.local({ now, 0 }).time;
-    return { std::abs(local) <= rounding ? 0 : local, 0 };
-}
+CAMoment CAMotionGroup::momentOf(const CAMediaTiming& timing) const { return timing.local({ time(), 0 }); }
 
 bool CAMotionGroup::hasReachedEnd(const CAMediaTiming& timing) const
 {

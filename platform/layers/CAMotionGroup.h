@@ -35,7 +35,8 @@ public:
 
     ~CAMotionGroup() override;
 
-    // The group that collects; null while none does. The innermost collection counts.
+    // The group that collects; null while none does. The innermost collection counts, and none collects
+    // whose group has been settled meanwhile.
     static std::shared_ptr<CAMotionGroup> collecting();
     class [[nodiscard]] Collection {
     public:
@@ -70,8 +71,7 @@ public:
     // --- For layers ----------------------------------------------------------------------------------
 
     void join(CALayer& layer, CALayerAnimations& animations, const CAMediaTiming& timing);
-    // The moment of an animation whose begin counts from the group's own: a standing one, 0 at its first and
-    // its whole length at its last.
+    // The moment of an animation whose begin counts from the group's own: on a line that stands still.
     CAMoment momentOf(const CAMediaTiming& timing) const;
     // Whether an animation has reached its end by now.
     bool hasReachedEnd(const CAMediaTiming& timing) const;

@@ -78,6 +78,20 @@ TEST_F(CAAnimationGroupTest, KeepsTheEndsOfItsAnimationsWithItsFillMode)
     EXPECT_DOUBLE_EQ(positionAt(*layer, 5).x(), 10);
 }
 
+TEST_F(CAAnimationGroupTest, WhatEndsWithItShowsItsEndHoweverTheirTimesAreRounded)
+{
+    for (int begin = 1; begin < 100; begin += 3)
+        for (int length = 1; length < 100; ++length) {
+            const auto child = basic("position.x", 0.0, 10.0, {}, length / 100.0);
+            child->setBeginTime(begin / 100.0);
+            const auto all = group({ child }, (begin + length) / 100.0);
+            all->setFillMode(kCAFillModeForwards);
+            all->setRemovedOnCompletion(false);
+            layer->addAnimation(all, QStringLiteral("g"));
+            EXPECT_EQ(positionAt(*layer, 50).x(), 10) << begin << " " << length;
+        }
+}
+
 TEST_F(CAAnimationGroupTest, TellsItsOwnEndOnce)
 {
     const auto child = basic("position.x", 0.0, 10.0);

@@ -377,6 +377,21 @@ TEST_F(CALayerAnimationsTest, AHeldSubtreePlaysBackToItsStart)
     EXPECT_EQ(log, (Lines { "it finished" }));
 }
 
+TEST_F(CALayerAnimationsTest, AnAnimationThatRunsBackwardsByItselfIsRemovedAtItsEnd)
+{
+    const auto animation = basic("opacity", 0.25, 0.75, {}, 0.5);
+    animation->setSpeed(-1);
+    animation->setTimeOffset(0.5);
+    logEnd(*animation, "it");
+    layer->addAnimation(animation, key);
+    EXPECT_EQ(layer->presentationValues().opacity, 0.75);
+    scheduler.advance(0.25);
+    EXPECT_EQ(layer->presentationValues().opacity, 0.5);
+    scheduler.advance(0.26);
+    EXPECT_EQ(log, (Lines { "it finished" }));
+    EXPECT_FALSE(layer->hasAnimations());
+}
+
 TEST_F(CALayerAnimationsTest, MovingALayerIntoAnotherTimeMovesItsEnd)
 {
     const auto slow = CALayer::layer();

@@ -123,6 +123,30 @@ TEST(CAMediaTimingTest, TellsWhenItBeginsAndEnds)
     EXPECT_EQ(timing.secondsUntilActive({ -3, 0 }), infinity);
 }
 
+TEST(CAMediaTimingTest, ManyRunsEndExactlyWhereTheLastOneEnds)
+{
+    for (int hundredths = 1; hundredths < 60; ++hundredths)
+        for (int count = 1; count < 20; ++count) {
+            CAMediaTiming timing { .duration = hundredths / 100.0, .fillMode = kCAFillModeBoth };
+            timing.repeatDuration = hundredths * count / 100.0;
+            EXPECT_THAT(timing.progress({ 100, 1 }), Optional(1.0)) << hundredths << " for " << count;
+            timing.repeatDuration = 0;
+            timing.repeatCount = count;
+            EXPECT_THAT(timing.progress({ 100, 1 }), Optional(1.0)) << hundredths << " times " << count;
+            timing.autoreverses = true;
+            EXPECT_THAT(timing.progress({ 100, 1 }), Optional(0.0)) << hundredths << " back " << count;
+        }
+}
+
+TEST(CAMediaTimingTest, OnALineThatStandsStillASumThatMeansAnEndIsThatEnd)
+{
+    const CAMediaTiming timing { .beginTime = 0.1, .duration = 0.7 };
+    ASSERT_GT(0.8 - 0.1, 0.7);
+    EXPECT_THAT(timing.progress(timing.local({ 0.8, 0 })), Optional(1.0));
+    EXPECT_THAT(timing.progress(timing.local({ 0.3 - 0.2, 0 })), Optional(0.0));
+    EXPECT_EQ(timing.progress(timing.local({ 0.8001, 0 })), std::nullopt);
+}
+
 TEST(CAMediaTimingTest, NumbersThatAreNoneMeanOver)
 {
     const CAMediaTiming timing { .duration = 2, .fillMode = kCAFillModeForwards };

@@ -87,6 +87,25 @@ TEST_F(CAMotionGroupTest, LastsAsLongAsItsLastMotionUnlessTold)
     EXPECT_EQ(group->duration(), 0.5);
 }
 
+TEST_F(CAMotionGroupTest, AMotionThatRunsBackwardsCountsWithItsWholeLength)
+{
+    collect([this] {
+        const auto backwards = basic("position.x", 0.0, 10.0, {}, 0.5);
+        backwards->setSpeed(-1);
+        backwards->setTimeOffset(0.5);
+        logEnd(*backwards, "motion");
+        layer->addAnimation(backwards, QStringLiteral("position"));
+    });
+    EXPECT_EQ(group->duration(), 0.5);
+    for (const double fraction : { 0.0, 0.25, 1.0 }) {
+        group->setFraction(fraction);
+        EXPECT_EQ(shownX(*layer), 10 * (1 - fraction));
+    }
+    group->finish();
+    scheduler.advance(0.1);
+    EXPECT_EQ(log, Lines { "motion finished" });
+}
+
 TEST_F(CAMotionGroupTest, IsTheClosedFormAtEveryFractionWhereverItsLayersAre)
 {
     std::mt19937 random(7); // NOLINT(cert-msc32-c,cert-msc51-cpp): the same tries every time
@@ -167,6 +186,20 @@ TEST_F(CAMotionGroupTest, TheInnermostCollectionTakesWhatIsStarted)
     EXPECT_EQ(inner->duration(), 1);
     EXPECT_EQ(group->duration(), 2);
     EXPECT_EQ(CAMotionGroup::collecting(), nullptr);
+}
+
+TEST_F(CAMotionGroupTest, OneThatIsSettledWhileItCollectsTakesNothingMore)
+{
+    collect([this] {
+        group->settle(Outcome::Kept);
+        EXPECT_EQ(CAMotionGroup::collecting(), nullptr);
+        layer->addAnimation(basic("position.x", 0.0, 10.0), QStringLiteral("position"));
+    });
+    group = nullptr;
+    scheduler.advance(0.5);
+    EXPECT_EQ(shownX(*layer), 5);
+    scheduler.advance(0.5);
+    EXPECT_FALSE(layer->hasAnimations());
 }
 
 TEST_F(CAMotionGroupTest, AMotionWithOnlyAFromValueFollowsAModelThatIsChangedWhileItIsHeld)
