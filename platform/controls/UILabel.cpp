@@ -172,6 +172,13 @@ void UILabel::setBounds(const CGRect& bounds)
         invalidateIntrinsicContentSize();
 }
 
+void UILabel::layerGeometryWasTakenBack(CALayer& layer, CAProperty property)
+{
+    UIView::layerGeometryWasTakenBack(layer, property);
+    if (m_style.maximumLines != 1 && property == CAProperty::Bounds)
+        invalidateIntrinsicContentSize();
+}
+
 CGSize UILabel::sizeThatFits(const CGSize& size) const
 {
     const CGFloat width = size.width() > 0 ? size.width() : TextLayout::unlimited;

@@ -54,6 +54,7 @@ public:
 
 protected:
     void init() override;
+    void layerGeometryWasTakenBack(CALayer&, CAProperty) override;
 
 private:
     void textDidChange();

@@ -148,11 +148,7 @@ void CALayer::setHidden(bool hidden)
     setNeedsFrame(); // before, where hiding is what is to be seen
     m_hidden = hidden;
     if (CAModelChanges* const changes = CAModelChanges::recording())
-        changes->note([weakLayer = weakSelf(this), hidden] {
-            const auto layer = weakLayer.lock();
-            if (layer && layer->isHidden() == hidden)
-                layer->setHidden(!hidden);
-        });
+        changes->noteHidden(*this, hidden);
     setNeedsFrame();
     if (!hidden && (m_needsDisplay || m_sublayersNeedDisplay))
         ancestorsNeedDisplay(); // the passes did not see it while it was hidden

@@ -12,6 +12,7 @@
 class CAAnimation;
 class CALayer;
 class CGContext;
+enum class CAProperty;
 
 // The answer to "what is to happen when this property changes": an animation, nil for a change at once,
 // or no answer, which leaves the question to the layer.
@@ -23,7 +24,9 @@ public:
     virtual CAActionAnswer actionForLayerForKey(CALayer&, const NSString& /*key*/) { return std::nullopt; }
 
     // Its bounds, position, anchor point or transform is an earlier one again; see CAModelChanges.
-    virtual void layerGeometryWasTakenBack(CALayer&) { }
+    virtual void layerGeometryWasTakenBack(CALayer&, CAProperty) { }
+    // The same for its opacity, or for being hidden.
+    virtual void layerVisibilityWasTakenBack(CALayer&) { }
 
     // A round of layout begins at this layer.
     virtual void layerWillLayoutTree(CALayer&) { }

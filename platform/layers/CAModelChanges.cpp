@@ -9,10 +9,27 @@ namespace {
 
 CAModelChanges* changesInForce = nullptr;
 
-bool isGeometry(CAProperty property)
+std::shared_ptr<CALayer> living(const std::weak_ptr<NSObject>& layer)
 {
-    return property == CAProperty::Bounds || property == CAProperty::Position
-        || property == CAProperty::AnchorPoint || property == CAProperty::Transform;
+    return std::static_pointer_cast<CALayer>(layer.lock());
+}
+
+void tellDelegate(CALayer& layer, CAProperty property)
+{
+    const auto delegate = layer.delegate();
+    if (!delegate)
+        return;
+    switch (property) {
+    case CAProperty::Bounds:
+    case CAProperty::Position:
+    case CAProperty::AnchorPoint:
+    case CAProperty::Transform:
+        return delegate->layerGeometryWasTakenBack(layer, property);
+    case CAProperty::Opacity:
+        return delegate->layerVisibilityWasTakenBack(layer);
+    default:
+        return;
+    }
 }
 
 } // namespace
@@ -28,24 +45,46 @@ CAModelChanges::Recording::~Recording() { changesInForce = m_outer; }
 
 void CAModelChanges::note(CALayer& layer, CAProperty property, CAValue before, CAValue after)
 {
-    note([weakLayer = layer.weak_from_this(), path = CAKeyPath(CAKeyPath::key(property)),
-             before = std::move(before), after = std::move(after)] {
-        const auto changed = std::static_pointer_cast<CALayer>(weakLayer.lock());
-        if (!changed || !CAValues::isSame(path.value(changed->modelValues()), after))
-            return;
-        changed->setValueForKeyPath(before, CAKeyPath::key(path.property()));
-        const auto delegate = changed->delegate();
-        if (delegate && isGeometry(path.property()))
-            delegate->layerGeometryWasTakenBack(*changed);
-    });
+    const auto weakLayer = layer.weak_from_this();
+    const auto takeBack = [weakLayer, path = CAKeyPath(CAKeyPath::key(property)), before = std::move(before),
+                              after = std::move(after)] {
+        const auto changed = living(weakLayer);
+        if (changed && CAValues::isSame(path.value(changed->modelValues()), after))
+            changed->setValueForKeyPath(before, CAKeyPath::key(path.property()));
+    };
+    const auto tell = [weakLayer, property] {
+        if (const auto changed = living(weakLayer))
+            tellDelegate(*changed, property);
+    };
+    m_changes.push_back({ takeBack, tell });
+}
+
+void CAModelChanges::noteHidden(CALayer& layer, bool hidden)
+{
+    const auto weakLayer = layer.weak_from_this();
+    const auto takeBack = [weakLayer, hidden] {
+        const auto changed = living(weakLayer);
+        if (changed && changed->isHidden() == hidden)
+            changed->setHidden(!hidden);
+    };
+    const auto tell = [weakLayer] {
+        if (const auto changed = living(weakLayer))
+            tellDelegate(*changed, CAProperty::Opacity);
+    };
+    m_changes.push_back({ takeBack, tell });
 }
 
 void CAModelChanges::takeBack()
 {
     const Recording none(nullptr);
-    const CATransaction::Guard transaction;
-    CATransaction::setDisableActions(true);
     const auto changes = std::exchange(m_changes, {});
+    {
+        const CATransaction::Guard transaction;
+        CATransaction::setDisableActions(true);
+        for (auto change = changes.rbegin(); change != changes.rend(); ++change)
+            change->takeBack();
+    }
     for (auto change = changes.rbegin(); change != changes.rend(); ++change)
-        (*change)();
+        if (change->tell)
+            change->tell();
 }

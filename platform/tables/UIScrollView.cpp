@@ -172,8 +172,19 @@ void UIScrollView::setBounds(const CGRect& bounds)
 {
     const CGPoint oldOffset = contentOffset();
     UIView::setBounds(bounds);
-    if (oldOffset == contentOffset())
-        return;
+    if (oldOffset != contentOffset())
+        offsetDidChange();
+}
+
+void UIScrollView::layerGeometryWasTakenBack(CALayer& layer, CAProperty property)
+{
+    UIView::layerGeometryWasTakenBack(layer, property);
+    if (property == CAProperty::Bounds)
+        offsetDidChange();
+}
+
+void UIScrollView::offsetDidChange()
+{
     placeIndicators();
     contentOffsetDidChange();
     sendMessage(*this, m_delegate, &UIScrollViewDelegate::scrollViewDidScroll, *this);

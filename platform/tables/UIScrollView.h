@@ -60,6 +60,7 @@ public:
 protected:
     void init() override;
     void didMoveToWindow() override;
+    void layerGeometryWasTakenBack(CALayer&, CAProperty) override;
     // Sent after every change of the offset, before the delegate hears of it.
     virtual void contentOffsetDidChange() { }
     // The part of the content that shows and is not covered by the insets.
@@ -92,6 +93,7 @@ private:
     bool scrollsHorizontally() const;
     bool scrollsVertically() const;
     CGPoint clampedOffset(const CGPoint& offset) const;
+    void offsetDidChange();
     void placeIndicators();
 
     std::weak_ptr<UIScrollViewDelegate> m_delegate;

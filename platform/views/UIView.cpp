@@ -145,6 +145,12 @@ void UIView::setTransform(const CGAffineTransform& transform)
     ViewInsets::refreshInside(*this);
 }
 
+void UIView::layerGeometryWasTakenBack(CALayer&, CAProperty)
+{
+    layoutFrameDidChange();
+    ViewInsets::refreshInside(*this);
+}
+
 void UIView::resizeWithSuperview(const CGSize& oldSize, const CGSize& newSize)
 {
     if (m_autoresizingMask != UIViewAutoresizing::None && hasGivenFrame())

@@ -258,7 +258,8 @@ protected:
 
     // The layer's questions. A subclass that overrides one asks the base class for what it does not answer.
     CAActionAnswer actionForLayerForKey(CALayer&, const NSString& key) override;
-    void layerGeometryWasTakenBack(CALayer&) override { layoutFrameDidChange(); }
+    void layerGeometryWasTakenBack(CALayer&, CAProperty) override;
+    void layerVisibilityWasTakenBack(CALayer&) override { touchabilityDidChange(); }
     void layerWillLayoutTree(CALayer&) override;
     void layoutSublayersOfLayer(CALayer&) override;
     bool layerDrawsContent(const CALayer&) const override { return drawsContent(); }

@@ -1,5 +1,6 @@
 #include "platform/tables/UIScrollView.h"
 
+#include "platform/layers/CAMotionGroup.h"
 #include "tests/support/AssertionRecorder.h"
 #include "tests/support/SceneFixture.h"
 
@@ -24,6 +25,15 @@ public:
     Lines lines;
 };
 
+class OffsetWatcher final : public UIScrollView {
+public:
+    using UIScrollView::UIScrollView;
+    std::function<void()> onScroll = [] {};
+
+protected:
+    void contentOffsetDidChange() override { onScroll(); }
+};
+
 class UIScrollViewTest : public SceneFixture {
 protected:
     UIScrollViewTest()
@@ -38,7 +48,7 @@ protected:
 
     double offset() const { return view->contentOffset().y(); }
 
-    std::shared_ptr<UIScrollView> view = make<UIScrollView>(CGRect(0, 0, 320, 480));
+    std::shared_ptr<OffsetWatcher> view = make<OffsetWatcher>(CGRect(0, 0, 320, 480));
     std::shared_ptr<ScrollLog> log = make<ScrollLog>();
 };
 
@@ -204,6 +214,24 @@ TEST_F(UIScrollViewTest, StaysInRangeWhenItsContentShrinks)
     EXPECT_EQ(offset(), 220);
     view->setContentSize({ 320, 100 });
     EXPECT_EQ(offset(), 0);
+}
+
+TEST_F(UIScrollViewTest, AnOffsetThatACancelledMotionTakesBackIsToldLikeAnyOther)
+{
+    view->setContentOffset({ 0, 300 });
+    const auto group = make<CAMotionGroup>();
+    {
+        const CAMotionGroup::Collection collection(group);
+        UIView::animate(0.2, [this] { view->setContentOffset({ 0, 1000 }); });
+    }
+    group->cancel();
+    scheduler.advance(0.3);
+    double told = 0;
+    view->onScroll = [&] { told = offset(); };
+    log->scrolls = 0;
+    group->settle(CAMotionGroup::Outcome::TakenBack);
+    EXPECT_EQ(told, 300);
+    EXPECT_EQ(log->scrolls, 1);
 }
 
 TEST_F(UIScrollViewTest, KeepsRestingAtItsTopWhenTheInsetGrows)

@@ -228,6 +228,47 @@ TEST_F(UIViewHeldAnimationTest, ViewsPlacedByTheirSuperviewGoBackWithIt)
     EXPECT_EQ(shown(), before);
 }
 
+TEST_F(UIViewHeldAnimationTest, SafeAreasFollowTheViewsThatGoBack)
+{
+    const auto inside = make<UIView>(CGRect(0, 0, 390, 100));
+    card->addSubview(inside);
+    const auto top = [&] { return inside->safeAreaLayoutGuide().layoutInsets()->top; };
+    EXPECT_EQ(top(), 47);
+    dismiss();
+    EXPECT_EQ(top(), 0);
+    group->cancel();
+    scheduler.advance(0.3);
+    group->settle(Outcome::TakenBack);
+    EXPECT_EQ(top(), 47);
+}
+
+TEST_F(UIViewHeldAnimationTest, AViewThatIsTransparentAgainLosesItsTouches)
+{
+    class Button : public UIView {
+    public:
+        using UIView::UIView;
+        void touchesCancelled(const UITouches&, UIEvent&) override { wasCancelled = true; }
+        bool wasCancelled = false;
+    };
+    for (const bool hides : { false, true }) {
+        const auto button = addView<Button>({ 0, 0, 100, 100 });
+        UIView::performWithoutAnimation([&] { hides ? button->setHidden(true) : button->setAlpha(0); });
+        group = make<CAMotionGroup>();
+        {
+            const CAMotionGroup::Collection collection(group);
+            UIView::animate(0.2, 0, UIViewAnimationOptions::AllowUserInteraction,
+                [&] { hides ? button->setHidden(false) : button->setAlpha(1); });
+        }
+        touch.down({ 50, 50 });
+        group->cancel();
+        scheduler.advance(0.3);
+        EXPECT_FALSE(button->wasCancelled);
+        group->settle(Outcome::TakenBack);
+        EXPECT_TRUE(button->wasCancelled) << hides;
+        touch.up();
+    }
+}
+
 TEST_F(UIViewHeldAnimationTest, ASpringStaysWithinTheRangeOfTheOpacity)
 {
     shade->setAlpha(0);
