@@ -4,9 +4,6 @@
 #include "platform/graphics/MainScreenScale.h"
 #include "theme/UIColor+ORVTheme.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace {
 
 constexpr double portraitSize = 44; // points; the picture is round
@@ -30,13 +27,6 @@ void addConstrained(UIView& superview, const std::shared_ptr<UIView>& view)
 {
     view->setTranslatesAutoresizingMaskIntoConstraints(false);
     superview.addSubview(view);
-}
-
-void activate(const char* format, const NSLayoutConstraint::Views& views,
-    const NSLayoutConstraint::Metrics& metrics = {})
-{
-    NSLayoutConstraint::activateConstraints(NSLayoutConstraint::constraintsWithVisualFormat(
-        QString::fromLatin1(format), NSLayoutFormatOptions::None, metrics, views));
 }
 
 } // namespace
@@ -97,15 +87,14 @@ void ORVRecordTableViewCell::constrainInfoView()
     const NSLayoutConstraint::Views views { { "info", m_infoView }, { "portrait", m_portraitView },
         { "name", m_authorNameLabel }, { "age", m_timestampLabel }, { "place", m_locationNameLabel },
         { "button", m_playbackButton } };
-    activate("H:|-(0)-[info]-(0)-|", views);
-    activate("V:|-(0)-[info(height)]", views, { { "height", preferredHeight(false) } });
-    const NSLayoutConstraint::Metrics metrics { { "portraitSize", portraitSize },
-        { "buttonSize", playbackButtonSize } };
-    activate(
-        "H:|-16-[portrait(portraitSize)]-12-[name]-(>=12)-[age]-8-[button(buttonSize)]-8-|", views, metrics);
-    activate("H:[portrait]-12-[place]-(>=12)-[button]", views);
-    activate("V:[portrait(portraitSize)]", views, metrics);
-    activate("V:[button(buttonSize)]", views, metrics);
+    NSLayoutConstraint::activateVisualFormats(
+        { "H:|-(0)-[info]-(0)-|", "V:|-(0)-[info(height)]",
+            "H:|-16-[portrait(portraitSize)]-12-[name]-(>=12)-[age]-8-[button(buttonSize)]-8-|",
+            "H:[portrait]-12-[place]-(>=12)-[button]", "V:[portrait(portraitSize)]",
+            "V:[button(buttonSize)]" },
+        views,
+        { { "height", preferredHeight(false) }, { "portraitSize", portraitSize },
+            { "buttonSize", playbackButtonSize } });
     NSLayoutConstraint::activateConstraints(
         std::vector { m_portraitView->centerYAnchor().constraintEqualToAnchor(m_infoView->centerYAnchor()),
             m_playbackButton->centerYAnchor().constraintEqualToAnchor(m_infoView->centerYAnchor()),
@@ -121,9 +110,8 @@ void ORVRecordTableViewCell::constrainInfoView()
 
 void ORVRecordTableViewCell::constrainSeparator()
 {
-    const NSLayoutConstraint::Views views { { "line", m_customSeparator } };
-    activate("V:[line(hairline)]-(0)-|", views, { { "hairline", 1 / MainScreenScale::get() } });
-    activate("H:[line]-(0)-|", views);
+    NSLayoutConstraint::activateVisualFormats({ "V:[line(hairline)]-(0)-|", "H:[line]-(0)-|" },
+        { { "line", m_customSeparator } }, { { "hairline", 1 / MainScreenScale::get() } });
     m_customSeparator->leftAnchor().constraintEqualToAnchor(m_authorNameLabel->leftAnchor())->setActive(true);
 }
 
@@ -195,13 +183,9 @@ void ORVRecordTableViewCell::removePlaybackSliderIfNecessary()
 
 NSLayoutConstraint::List ORVRecordTableViewCell::makeSliderConstraints() const
 {
-    const NSLayoutConstraint::Views views { { "slider", m_playbackSlider }, { "infoView", m_infoView } };
-    NSLayoutConstraint::List constraints;
-    for (const char* format : { "H:|-(0)-[slider]-(0)-|", "V:[infoView]-(0)-[slider(44)]" })
-        std::ranges::move(NSLayoutConstraint::constraintsWithVisualFormat(
-                              QString::fromLatin1(format), NSLayoutFormatOptions::None, {}, views),
-            std::back_inserter(constraints));
-    return constraints;
+    return NSLayoutConstraint::constraintsWithVisualFormats(
+        { "H:|-(0)-[slider]-(0)-|", "V:[infoView]-(0)-[slider(44)]" },
+        { { "slider", m_playbackSlider }, { "infoView", m_infoView } });
 }
 
 // Hiding the slider takes the finger off its thumb, and the end of that drag may show the slider again.
