@@ -45,3 +45,12 @@ private:
     const NSString m_key;
     const std::function<Value()> m_value;
 };
+
+// A log of what a getter answers whenever a change of the key is announced.
+template <typename Object, typename Value>
+std::shared_ptr<ChangeLog<Value>> logChanges(
+    const std::shared_ptr<Object>& object, const char* key, Value (Object::*getter)() const)
+{
+    return make<ChangeLog<Value>>(
+        object, QLatin1String(key), [raw = object.get(), getter] { return (raw->*getter)(); });
+}

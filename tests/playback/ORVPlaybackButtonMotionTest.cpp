@@ -3,33 +3,20 @@
 #include "tests/platform/controls/ControlLog.h"
 #include "tests/playback/PlaybackButtonFixture.h"
 
+#include <gmock/gmock.h>
+
 namespace {
 
-class ORVPlaybackButtonMotionTest : public PlaybackButtonFixture {
-protected:
-    // Far enough away that the finger no longer counts as on the button.
-    static constexpr CGPoint outside { 122, 300 };
-};
+using testing::ElementsAre;
 
 // --- Switching ---------------------------------------------------------------------------------------
 
-TEST_F(ORVPlaybackButtonMotionTest, TheIconShrinksToNothingAndGrowsAgain)
-{
-    button->setPlaying(true);
-    EXPECT_NEAR(scaleIn(0), 1, 1e-9);
-    EXPECT_NEAR(scaleIn(0.075), 0.5, 1e-9);
-    EXPECT_NEAR(scaleIn(0.15), 0, 1e-9);
-    EXPECT_NEAR(scaleIn(0.225), 0.5, 1e-9);
-    EXPECT_NEAR(scaleIn(0.3), 1, 1e-9);
-    EXPECT_NEAR(iconIn(0.075).transform.m22(), 0.5, 1e-9);
-    scheduler.advance(0.31);
-    EXPECT_FALSE(isSwitching());
-    EXPECT_TRUE(showsPause());
-}
+class ORVPlaybackButtonSwitchTest : public PlaybackButtonFixture { };
 
-TEST_F(ORVPlaybackButtonMotionTest, TheShrinkingGoesToNothingInFifteenHundredthsAndBack)
+TEST_F(ORVPlaybackButtonSwitchTest, TheIconShrinksToNothingAndGrowsAgain)
 {
     button->setPlaying(true);
+    expectScale({ { 0, 1 }, { 0.075, 0.5 }, { 0.15, 0 }, { 0.225, 0.5 }, { 0.3, 1 } });
     const auto animation = std::dynamic_pointer_cast<const CABasicAnimation>(
         button->imageView()->layer()->animationForKey(QStringLiteral("imageViewSwitch")));
     ASSERT_TRUE(animation);
@@ -41,18 +28,20 @@ TEST_F(ORVPlaybackButtonMotionTest, TheShrinkingGoesToNothingInFifteenHundredths
     EXPECT_TRUE(animation->autoreverses());
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, TheNewIconAppearsWhenTheOldOneIsSmallest)
+TEST_F(ORVPlaybackButtonSwitchTest, TheNewIconAppearsWhenTheOldOneIsSmallest)
 {
     button->setPlaying(true);
-    EXPECT_TRUE(showsPlay());
     scheduler.advance(0.149);
     EXPECT_TRUE(showsPlay());
     scheduler.advance(0.001);
     EXPECT_TRUE(showsPause());
     EXPECT_TRUE(isSwitching()) << "it still has to grow";
+    scheduler.advance(0.16);
+    EXPECT_TRUE(showsPause());
+    EXPECT_FALSE(isSwitching());
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, PlayingIsSwitchedWithAnimationUnlessToldOtherwise)
+TEST_F(ORVPlaybackButtonSwitchTest, PlayingIsSwitchedWithAnimationUnlessToldOtherwise)
 {
     button->setPlaying(true, Animated::No);
     EXPECT_FALSE(isSwitching());
@@ -64,23 +53,22 @@ TEST_F(ORVPlaybackButtonMotionTest, PlayingIsSwitchedWithAnimationUnlessToldOthe
     EXPECT_TRUE(showsPlay());
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, TheSameValueAgainIsAnnouncedAndShownAtOnce)
+TEST_F(ORVPlaybackButtonSwitchTest, TheSameValueAgainIsAnnouncedAndShownAtOnce)
 {
     button->setPlaying(true);
     scheduler.advance(0.05);
-    const auto log
-        = make<ChangeLog<bool>>(button, QStringLiteral("playing"), [this] { return button->isPlaying(); });
+    const auto log = logChanges(button, "playing", &ORVPlaybackButton::isPlaying);
     button->setPlaying(true);
-    EXPECT_EQ(log->values, std::vector<bool> { true });
+    EXPECT_THAT(log->values, ElementsAre(true));
     EXPECT_TRUE(showsPause());
     EXPECT_FALSE(isSwitching());
-    EXPECT_EQ(scaleIn(0), 1);
+    expectScale({ { 0, 1 } });
     button->imageView()->setImage(nullptr);
     scheduler.advance(0.2);
-    EXPECT_EQ(button->imageView()->image(), nullptr) << "the unlock no longer comes";
+    EXPECT_TRUE(showsNoIcon()) << "the unlock no longer comes";
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, ASwitchWithoutAnimationEndsTheOneUnderWay)
+TEST_F(ORVPlaybackButtonSwitchTest, ASwitchWithoutAnimationEndsTheOneUnderWay)
 {
     button->setPlaying(true);
     scheduler.advance(0.05);
@@ -91,25 +79,22 @@ TEST_F(ORVPlaybackButtonMotionTest, ASwitchWithoutAnimationEndsTheOneUnderWay)
     EXPECT_TRUE(showsPause()) << "nothing is locked";
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, ASecondSwitchInMidFlightStartsAnewAndOnlyItsOwnUnlockComes)
+TEST_F(ORVPlaybackButtonSwitchTest, ASecondSwitchInMidFlightStartsAnewAndOnlyItsOwnUnlockComes)
 {
     button->setPlaying(true);
     scheduler.advance(0.1);
-    EXPECT_NEAR(scaleIn(0), 1.0 / 3, 1e-9);
+    EXPECT_NEAR(iconIn(0).transform.m11(), 1.0 / 3, 1e-9);
     button->setPlaying(false);
-    EXPECT_NEAR(scaleIn(0), 1, 1e-9);
-    EXPECT_NEAR(scaleIn(0.15), 0, 1e-9);
+    expectScale({ { 0, 1 }, { 0.15, 0 }, { 0.3, 1 } });
     EXPECT_EQ(button->imageView()->layer()->animationKeys().size(), 1U);
     button->setImage(pause, UIControlState::Normal);
-    scheduler.advance(0.1); // the first switch's time is over
-    EXPECT_TRUE(showsPlay());
-    scheduler.advance(0.049);
+    scheduler.advance(0.149); // the first switch's time is over
     EXPECT_TRUE(showsPlay());
     scheduler.advance(0.001);
     EXPECT_TRUE(showsPause());
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, WhileItSwitchesNoOtherStateChangesTheIcon)
+TEST_F(ORVPlaybackButtonSwitchTest, WhileItSwitchesNoOtherStateChangesTheIcon)
 {
     button->setPlaying(true);
     button->setEnabled(false); // disabled and playing has no icon
@@ -119,10 +104,10 @@ TEST_F(ORVPlaybackButtonMotionTest, WhileItSwitchesNoOtherStateChangesTheIcon)
     button->setHighlighted(false);
     EXPECT_TRUE(showsPlay());
     scheduler.advance(0.15);
-    EXPECT_EQ(button->imageView()->image(), nullptr);
+    EXPECT_TRUE(showsNoIcon());
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, AButtonThatIsTakenOutOfItsWindowWhileItSwitchesEndsUpRight)
+TEST_F(ORVPlaybackButtonSwitchTest, AButtonThatIsTakenOutOfItsWindowWhileItSwitchesEndsUpRight)
 {
     button->setPlaying(true);
     scheduler.advance(0.05);
@@ -130,25 +115,23 @@ TEST_F(ORVPlaybackButtonMotionTest, AButtonThatIsTakenOutOfItsWindowWhileItSwitc
     scheduler.advance(1);
     EXPECT_TRUE(showsPause());
     EXPECT_FALSE(isSwitching());
-    window->addSubview(button);
-    runFrames();
+    putBack();
     EXPECT_TRUE(showsPause());
-    EXPECT_EQ(scaleIn(0), 1);
+    expectScale({ { 0, 1 } });
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, AButtonMayGoBeforeItsUnlockComes)
+TEST_F(ORVPlaybackButtonSwitchTest, AButtonMayGoBeforeItsUnlockComes)
 {
     button->setPlaying(true);
     const std::weak_ptr<ORVPlaybackButton> weak = button;
-    button->removeFromSuperview();
-    button = nullptr;
+    std::exchange(button, nullptr)->removeFromSuperview();
     EXPECT_TRUE(weak.expired());
     scheduler.advance(1);
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, AButtonInNoWindowSwitchesAsWell)
+TEST_F(ORVPlaybackButtonSwitchTest, AButtonInNoWindowSwitchesAsWell)
 {
-    button = make<ORVPlaybackButton>(CGRect(0, 0, 44, 44));
+    button = make<ORVPlaybackButton>(wholeButton);
     button->setImage(play, UIControlState::Normal);
     button->setImage(pause, UIControlState::Application);
     button->setPlaying(true);
@@ -157,18 +140,17 @@ TEST_F(ORVPlaybackButtonMotionTest, AButtonInNoWindowSwitchesAsWell)
     EXPECT_TRUE(showsPause());
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, TheNewLookIsAnnouncedWhenEverythingIsUnderWay)
+TEST_F(ORVPlaybackButtonSwitchTest, TheNewLookIsAnnouncedWhenEverythingIsUnderWay)
 {
     const auto log = make<ChangeLog<bool>>(
         button, QStringLiteral("playing"), [this] { return isSwitching() && showsPlay(); });
     button->setPlaying(true);
-    EXPECT_EQ(log->values, std::vector<bool> { true });
     scheduler.advance(1);
     button->setPlaying(true);
-    EXPECT_EQ(log->values, (std::vector<bool> { true, false })) << "the new icon was there before";
+    EXPECT_THAT(log->values, ElementsAre(true, false)) << "the second time the new icon was there before";
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, TheIconChangesWhileAListScrollsAndAFingerIsDown)
+TEST_F(ORVPlaybackButtonSwitchTest, TheIconChangesWhileAListScrollsAndAFingerIsDown)
 {
     const auto list = addView<UIScrollView>({ 0, 300, 390, 400 });
     list->setContentSize({ 390, 4000 });
@@ -185,187 +167,173 @@ TEST_F(ORVPlaybackButtonMotionTest, TheIconChangesWhileAListScrollsAndAFingerIsD
     touch.up();
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, AnObserverMaySwitchBackAtOnce)
+TEST_F(ORVPlaybackButtonSwitchTest, AnObserverMaySwitchBackAtOnce)
 {
-    const auto log
-        = make<ChangeLog<bool>>(button, QStringLiteral("playing"), [this] { return button->isPlaying(); });
+    const auto log = logChanges(button, "playing", &ORVPlaybackButton::isPlaying);
     log->whenTold = [this] {
         if (button->isPlaying())
             button->setPlaying(false, Animated::No);
     };
     button->setPlaying(true);
-    EXPECT_EQ(log->values, (std::vector<bool> { true, false }));
-    EXPECT_TRUE(showsPlay());
+    EXPECT_THAT(log->values, ElementsAre(true, false));
     EXPECT_FALSE(isSwitching());
-    scheduler.advance(1);
-    EXPECT_TRUE(showsPlay());
+    for (const double seconds : { 0.0, 1.0 }) {
+        scheduler.advance(seconds);
+        EXPECT_TRUE(showsPlay());
+    }
 }
 
 // --- Touches -----------------------------------------------------------------------------------------
 
-TEST_F(ORVPlaybackButtonMotionTest, ATouchMakesItPaleAtOnceAndFadesWhenItEnds)
+class ORVPlaybackButtonTouchTest : public PlaybackButtonFixture {
+protected:
+    ORVPlaybackButtonTouchTest() { target->listenTo(*button); }
+
+    void dropButton() { std::exchange(button, nullptr)->removeFromSuperview(); }
+
+    // Far enough away that the finger no longer counts as on the button.
+    static constexpr CGPoint outside { 122, 300 };
+
+    const std::shared_ptr<ControlTarget> target = make<ControlTarget>();
+};
+
+TEST_F(ORVPlaybackButtonTouchTest, ATouchMakesItPaleAtOnceAndFadesWhenItEnds)
 {
     touch.down(middle);
+    expectAlpha(pale);
     EXPECT_EQ(button->progressView()->alpha(), pale);
-    EXPECT_EQ(alphaIn(0), pale);
     touch.up();
     EXPECT_EQ(button->imageView()->alpha(), 1);
-    EXPECT_NEAR(alphaIn(0), pale, 1e-9);
-    EXPECT_NEAR(alphaIn(fade / 4), pale + (1 - pale) * easeInOut(0.25), 1e-9);
-    EXPECT_NEAR(alphaIn(fade / 2), pale + (1 - pale) * easeInOut(0.5), 1e-9);
-    EXPECT_LT(alphaIn(fade - 0.001), 1);
-    EXPECT_EQ(alphaIn(fade), 1);
+    EXPECT_LT(iconIn(fade - 0.001).opacity, 1);
+    expectAlpha({ { 0, pale }, { fade / 4, pale + (1 - pale) * easeInOut(0.25) },
+        { fade / 2, pale + (1 - pale) * easeInOut(0.5) }, { fade, 1 } });
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, AFingerThatLeavesAndComesBackFadesItBothWays)
+TEST_F(ORVPlaybackButtonTouchTest, AFingerThatLeavesAndComesBackFadesItBothWays)
 {
     touch.down(middle);
     touch.moveTo(outside);
     EXPECT_FALSE(button->isHighlighted());
-    EXPECT_NEAR(alphaIn(0), pale, 1e-9);
-    EXPECT_EQ(alphaIn(fade), 1);
+    expectAlpha({ { 0, pale }, { fade, 1 } });
     scheduler.advance(1);
     touch.moveTo(middle);
-    EXPECT_NEAR(alphaIn(0), 1, 1e-9);
-    EXPECT_NEAR(alphaIn(fade / 2), 1 - (1 - pale) * easeInOut(0.5), 1e-9);
-    EXPECT_EQ(alphaIn(fade), pale);
+    expectAlpha({ { 0, 1 }, { fade / 2, 1 - (1 - pale) * easeInOut(0.5) }, { fade, pale } });
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, ATouchThatIsTakenAwayEndsAtOnceUnlessTheFingerHasMoved)
+TEST_F(ORVPlaybackButtonTouchTest, ATouchThatIsTakenAwayEndsAtOnceUnlessTheFingerHasMoved)
 {
     touch.down(middle);
     touch.cancel();
-    EXPECT_EQ(alphaIn(0), 1);
+    expectAlpha(1);
     touch.down(middle);
     touch.moveTo(middle + CGPoint(1, 0));
     touch.cancel();
-    EXPECT_NEAR(alphaIn(0), pale, 1e-9);
-    EXPECT_EQ(alphaIn(fade), 1);
+    expectAlpha({ { 0, pale }, { fade, 1 } });
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, TheFadeLetsTouchesThrough)
+TEST_F(ORVPlaybackButtonTouchTest, TheFadeLetsTouchesThrough)
 {
-    const auto target = make<ControlTarget>();
-    target->listenTo(*button);
     touch.tap(middle);
     scheduler.advance(fade / 2);
     touch.tap(middle);
-    EXPECT_EQ(target->lines, (Lines { "down", "up inside", "down", "up inside" }));
+    EXPECT_THAT(target->lines, ElementsAre("down", "up inside", "down", "up inside"));
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, CodeHighlightsItAtOnce)
+TEST_F(ORVPlaybackButtonTouchTest, CodeHighlightsItAtOnceAfterATapToo)
 {
-    button->setHighlighted(true);
-    EXPECT_EQ(alphaIn(0), pale);
-    button->setHighlighted(false);
-    EXPECT_EQ(alphaIn(0), 1);
-    EXPECT_FALSE(button->imageView()->layer()->hasAnimations());
+    for (int times = 0; times < 2; ++times) {
+        button->setHighlighted(true);
+        expectAlpha(pale);
+        button->setHighlighted(false);
+        expectAlpha(1);
+        EXPECT_FALSE(button->imageView()->layer()->hasAnimations());
+        touch.tap(middle);
+        scheduler.advance(1);
+    }
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, ATapDoesNotMakeTheNextHighlightByCodeFade)
-{
-    touch.tap(middle);
-    scheduler.advance(1);
-    button->setHighlighted(true);
-    EXPECT_EQ(alphaIn(0), pale);
-}
-
-TEST_F(ORVPlaybackButtonMotionTest, ADisabledButtonIsPaleAtOnceAndStaysSoWithoutAFinger)
+TEST_F(ORVPlaybackButtonTouchTest, ADisabledButtonIsPaleAtOnceAndStaysSoWithoutAFinger)
 {
     button->setEnabled(false);
-    EXPECT_EQ(alphaIn(0), pale);
+    expectAlpha(pale);
     button->setHighlighted(true);
     button->setHighlighted(false);
-    EXPECT_EQ(alphaIn(0), pale);
+    expectAlpha(pale);
     touch.tap(middle);
-    EXPECT_EQ(alphaIn(0), pale);
+    expectAlpha(pale);
     button->setEnabled(true);
-    EXPECT_EQ(alphaIn(0), 1);
+    expectAlpha(1);
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, ASelectedButtonIsNotPale)
+TEST_F(ORVPlaybackButtonTouchTest, ASelectedButtonIsNotPale)
 {
     button->setSelected(true);
-    EXPECT_EQ(alphaIn(0), 1);
+    expectAlpha(1);
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, ATapTellsTheTargetAndLeavesTheLookToIt)
+TEST_F(ORVPlaybackButtonTouchTest, ATapTellsTheTargetAndLeavesTheLookToIt)
 {
-    const auto target = make<ControlTarget>();
-    target->listenTo(*button);
     touch.tap(middle);
-    EXPECT_EQ(target->lines, (Lines { "down", "up inside" }));
+    EXPECT_THAT(target->lines, ElementsAre("down", "up inside"));
     EXPECT_FALSE(button->isPlaying());
     EXPECT_TRUE(showsPlay());
     target->onEvent = [this] { button->setPlaying(!button->isPlaying()); };
-    target->lines = {};
     touch.down(middle);
     EXPECT_TRUE(button->isPlaying());
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, AButtonMayBeDroppedFromInsideItsOwnAction)
+TEST_F(ORVPlaybackButtonTouchTest, AButtonMayBeDroppedFromInsideItsOwnAction)
 {
     const std::weak_ptr<ORVPlaybackButton> weak = button;
-    const auto target = make<ControlTarget>();
-    button->addTarget(target->pressedAction(), UIControlEvents::TouchUpInside);
     target->onEvent = [this] {
+        if (target->lines.back() != "up inside")
+            return;
         button->setPlaying(true);
-        button->removeFromSuperview();
-        button = nullptr;
+        dropButton();
     };
     touch.tap(middle);
-    EXPECT_EQ(target->lines, Lines { "pressed" });
+    EXPECT_THAT(target->lines, ElementsAre("down", "up inside"));
     EXPECT_TRUE(weak.expired());
     scheduler.advance(1);
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, AButtonMayBeDroppedByWhoHearsThatItsTouchIsTakenAway)
+TEST_F(ORVPlaybackButtonTouchTest, AButtonMayBeDroppedByWhoHearsThatItsTouchIsTakenAway)
 {
     const std::weak_ptr<ORVPlaybackButton> weak = button;
-    const auto target = make<ControlTarget>();
-    button->addTarget(target->pressedAction(), UIControlEvents::TouchCancel);
-    target->onEvent = [this] {
-        button->removeFromSuperview();
-        button = nullptr;
-    };
     touch.down(middle);
+    target->onEvent = [this] { dropButton(); };
     weak.lock()->setEnabled(false);
+    EXPECT_THAT(target->lines, ElementsAre("down", "cancel"));
     EXPECT_TRUE(weak.expired());
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, AButtonThatIsTakenAwayUnderAFingerIsNotPressedAndComesBackWhole)
+TEST_F(ORVPlaybackButtonTouchTest, AButtonThatIsTakenAwayUnderAFingerIsNotPressedAndComesBackWhole)
 {
-    const auto target = make<ControlTarget>();
-    target->listenTo(*button);
     touch.down(middle);
     button->removeFromSuperview();
     touch.up();
-    EXPECT_EQ(target->lines, (Lines { "down", "cancel" }));
+    EXPECT_THAT(target->lines, ElementsAre("down", "cancel"));
     EXPECT_FALSE(button->isHighlighted());
-    window->addSubview(button);
-    runFrames();
-    EXPECT_EQ(alphaIn(0), 1);
+    putBack();
+    expectAlpha(1);
     EXPECT_TRUE(showsPlay());
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, AButtonThatIsTakenAwayWhileItFadesComesBackWhole)
+TEST_F(ORVPlaybackButtonTouchTest, AButtonThatIsTakenAwayWhileItFadesComesBackWhole)
 {
     touch.tap(middle);
     scheduler.advance(0.1);
     button->removeFromSuperview();
-    window->addSubview(button);
-    runFrames();
-    EXPECT_EQ(alphaIn(0), 1);
+    putBack();
+    expectAlpha(1);
 }
 
-TEST_F(ORVPlaybackButtonMotionTest, OnceNothingMovesNoFrameIsAskedFor)
+TEST_F(ORVPlaybackButtonTouchTest, OnceNothingMovesNoFrameIsAskedFor)
 {
     touch.tap(middle);
     button->setPlaying(true);
     scheduler.advance(1);
-    const int frames = scheduler.framesRun();
-    scheduler.advance(10);
-    EXPECT_EQ(scheduler.framesRun(), frames);
+    EXPECT_EQ(framesRunIn(10), 0);
 }
 
 } // namespace

@@ -28,7 +28,6 @@ protected:
     }
 
     const std::shared_ptr<ORVPlaybackSlider> fresh = make<ORVPlaybackSlider>(CGRect(0, 0, width, height));
-    const std::shared_ptr<UIColor> red = UIColor::colorWithRed(1, 0, 0, 1);
     const std::shared_ptr<UIImage> handle = plainImage({ 20, 20 }, Qt::black, 2);
 };
 
@@ -65,48 +64,29 @@ TEST_F(ORVPlaybackSliderAppearanceTest, TheHandleIsAsHighAsTheBarAndNoWiderThanT
     EXPECT_EQ(slider->thumbView()->imageView()->frame().size(), resource->size());
 }
 
-TEST_F(ORVPlaybackSliderAppearanceTest, WhatCodeHasSetWins)
+TEST_F(ORVPlaybackSliderAppearanceTest, WhatCodeHasSetWinsBeforeTheWindowAndInIt)
 {
-    fresh->setThumbImage(handle);
-    fresh->setMaximumWaveformTintColor(red);
-    window->addSubview(fresh);
-    EXPECT_EQ(fresh->thumbImage(), handle);
-    EXPECT_EQ(fresh->thumbView()->imageView()->image(), handle);
-    EXPECT_EQ(fresh->maximumWaveformTintColor(), red);
-    EXPECT_TRUE(areEqual(fresh->maximumTrackView()->tintColor(), red));
+    for (const auto& each : { fresh, slider }) {
+        each->setThumbImage(handle);
+        each->setMaximumWaveformTintColor(red);
+        each->removeFromSuperview();
+        window->addSubview(each);
+        EXPECT_EQ(each->thumbImage(), handle);
+        EXPECT_EQ(each->thumbView()->imageView()->image(), handle);
+        EXPECT_EQ(each->maximumWaveformTintColor(), red);
+        EXPECT_TRUE(areEqual(each->maximumTrackView()->tintColor(), red));
+    }
 }
 
-TEST_F(ORVPlaybackSliderAppearanceTest, WhatCodeSetsInTheWindowStaysWhenItIsEnteredAgain)
-{
-    slider->setThumbImage(handle);
-    slider->setMaximumWaveformTintColor(red);
-    slider->removeFromSuperview();
-    window->addSubview(slider);
-    EXPECT_EQ(slider->thumbImage(), handle);
-    EXPECT_EQ(slider->maximumWaveformTintColor(), red);
-}
-
-TEST_F(ORVPlaybackSliderAppearanceTest, TheHandleAndTheLeftHalfHaveTheInheritedTint)
+TEST_F(ORVPlaybackSliderAppearanceTest, HandleAndLeftHalfInheritTheTintAndTheRightHalfWithoutOneOfItsOwn)
 {
     window->setTintColor(red);
     EXPECT_TRUE(areEqual(slider->minimumTrackView()->tintColor(), red));
     EXPECT_TRUE(areEqual(slider->thumbView()->imageView()->tintColor(), red));
     EXPECT_TRUE(areEqual(slider->maximumTrackView()->tintColor(), orv_oruvanePlaybackSliderTrackColor()));
-}
-
-TEST_F(ORVPlaybackSliderAppearanceTest, WithoutATintOfItsOwnTheRightHalfInheritsToo)
-{
-    window->setTintColor(red);
     slider->setMaximumWaveformTintColor(nullptr);
     EXPECT_FALSE(slider->maximumWaveformTintColor());
     EXPECT_TRUE(areEqual(slider->maximumTrackView()->tintColor(), red));
-}
-
-TEST_F(ORVPlaybackSliderAppearanceTest, WithoutAPictureTheThumbShowsNone)
-{
-    slider->setThumbImage(nullptr);
-    EXPECT_FALSE(slider->thumbImage());
-    EXPECT_FALSE(slider->thumbView()->imageView()->image());
 }
 
 TEST_F(ORVPlaybackSliderAppearanceTest, IsLaidOutByConstraints)

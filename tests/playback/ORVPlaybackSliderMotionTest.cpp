@@ -1,4 +1,3 @@
-#include "platform/layers/CAMediaTimingFunction.h"
 #include "tests/playback/PlaybackSliderFixture.h"
 
 namespace {
@@ -14,26 +13,28 @@ protected:
         setPosition(0);
     }
 
-    static double easeInOut(double time)
+    // Runs the frames up to there; seconds count from now.
+    void expectPositions(const Course& course)
     {
-        return CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseInEaseOut)->valueAt(time);
+        const double start = scheduler.now();
+        for (const CoursePoint& point : course) {
+            scheduler.advance(start + point.seconds - scheduler.now());
+            EXPECT_NEAR(shownPosition(), point.value, 1e-9) << "in " << point.seconds << " s";
+        }
     }
-    double shownPosition() const { return shownThumbCenter() / width; }
 };
+
+// --- One motion --------------------------------------------------------------------------------------
 
 TEST_F(ORVPlaybackSliderMotionTest, AnAnimatedPositionIsReachedEvenlyInATenthOfASecond)
 {
     slider->setCurrentPosition(0.8, Animated::Yes);
     EXPECT_EQ(slider->currentPosition(), 0.8);
     EXPECT_EQ(thumbCenter(), 0.8 * width);
-    EXPECT_EQ(shownPosition(), 0);
-    scheduler.advance(0.025);
-    EXPECT_NEAR(shownPosition(), 0.2, 1e-9);
-    scheduler.advance(0.05);
-    EXPECT_NEAR(shownPosition(), 0.6, 1e-9);
-    scheduler.advance(0.025);
-    EXPECT_NEAR(shownPosition(), 0.8, 1e-9);
+    expectPositions({ { 0, 0 }, { 0.025, 0.2 }, { 0.075, 0.6 }, { 0.1, 0.8 } });
     EXPECT_FALSE(slider->thumbView()->layer()->hasAnimations());
+    scheduler.advance(0.1);
+    EXPECT_FALSE(scheduler.isFrameRequested());
 }
 
 TEST_F(ORVPlaybackSliderMotionTest, APositionThatIsNotAnimatedIsThereAtOnce)
@@ -43,6 +44,39 @@ TEST_F(ORVPlaybackSliderMotionTest, APositionThatIsNotAnimatedIsThereAtOnce)
     EXPECT_EQ(shownPosition(), 0.8);
     EXPECT_FALSE(slider->thumbView()->layer()->hasAnimations());
 }
+
+TEST_F(ORVPlaybackSliderMotionTest, ATapSendsTheThumbThereInThreeTenthsOfASecondSlowlyAtBothEnds)
+{
+    tap(width / 2);
+    expectPositions({ { 0, 0 }, { 0.06, 0.5 * easeInOut(0.2) }, { 0.15, 0.5 * easeInOut(0.5) },
+        { 0.24, 0.5 * easeInOut(0.8) }, { 0.299, 0.5 * easeInOut(0.299 / 0.3) }, { 0.301, 0.5 } });
+    EXPECT_LT(easeInOut(0.2), 0.1);
+    EXPECT_GT(easeInOut(0.8), 0.9);
+}
+
+TEST_F(ORVPlaybackSliderMotionTest, TheCurveAndTheDurationAreThoseThatAreAskedFor)
+{
+    slider->setCurrentPosition(1, 2, UIViewAnimationCurve::EaseIn);
+    const auto easeIn = CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseIn);
+    expectPositions({ { 1, easeIn->valueAt(0.5) }, { 2, 1 } });
+    slider->setCurrentPosition(0, 1, static_cast<UIViewAnimationCurve>(7)); // a curve that there is not
+    expectPositions({ { 0.5, 1 - easeInOut(0.5) }, { 0.75, 1 - easeInOut(0.75) }, { 1, 0 } });
+}
+
+TEST_F(ORVPlaybackSliderMotionTest, ADurationThatIsNotFiniteAndAboveNothingIsNone)
+{
+    double position = 0.1;
+    for (const double duration : { 0.0, -1.0, -1e300, infinity, -infinity, notANumber }) {
+        const AssertionRecorder errors;
+        slider->setCurrentPosition(position, duration, UIViewAnimationCurve::Linear);
+        const NSString error = QStringLiteral("Invalid parameter not satisfying: isfinite(duration)");
+        EXPECT_EQ(errors.messages(), std::vector<NSString>(std::isfinite(duration) ? 0 : 1, error));
+        EXPECT_EQ(shownPosition(), position) << duration;
+        position += 0.1;
+    }
+}
+
+// --- One motion after another ------------------------------------------------------------------------
 
 TEST_F(ORVPlaybackSliderMotionTest, AGlideThatFollowsAnotherOneStartsWhereTheThumbIsShown)
 {
@@ -66,74 +100,17 @@ TEST_F(ORVPlaybackSliderMotionTest, AGlideEndsAtThePositionOfEachMoment)
     scheduler.advance(0.05);
     slider->setCurrentPosition(0.9, Animated::No);
     runFrames();
-    EXPECT_NEAR(shownPosition(), 0.45, 1e-9) << "half of the way to where it goes now";
-    scheduler.advance(0.025);
-    EXPECT_NEAR(shownPosition(), 0.9 * 0.75, 1e-9);
-    scheduler.advance(0.05);
-    EXPECT_NEAR(shownPosition(), 0.9, 1e-9);
-}
-
-TEST_F(ORVPlaybackSliderMotionTest, ATapSendsTheThumbThereInThreeTenthsOfASecondSlowlyAtBothEnds)
-{
-    touch.tap(place(width / 2));
-    EXPECT_EQ(slider->currentPosition(), 0.5);
-    EXPECT_EQ(shownPosition(), 0);
-    scheduler.advance(0.06);
-    EXPECT_NEAR(shownPosition(), 0.5 * easeInOut(0.2), 1e-9);
-    EXPECT_LT(shownPosition(), 0.05);
-    scheduler.advance(0.09);
-    EXPECT_NEAR(shownPosition(), 0.25, 0.001);
-    scheduler.advance(0.09);
-    EXPECT_NEAR(shownPosition(), 0.5 * easeInOut(0.8), 1e-9);
-    EXPECT_GT(shownPosition(), 0.45);
-    scheduler.advance(0.059);
-    EXPECT_LT(shownPosition(), 0.5);
-    scheduler.advance(0.002);
-    EXPECT_EQ(shownPosition(), 0.5);
-}
-
-TEST_F(ORVPlaybackSliderMotionTest, TheCurveAndTheDurationAreThoseThatAreAskedFor)
-{
-    slider->setCurrentPosition(1, 2, UIViewAnimationCurve::EaseIn);
-    scheduler.advance(1);
-    const auto easeIn = CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseIn);
-    EXPECT_NEAR(shownPosition(), easeIn->valueAt(0.5), 1e-9);
-    scheduler.advance(1);
-    EXPECT_EQ(shownPosition(), 1);
-}
-
-TEST_F(ORVPlaybackSliderMotionTest, ADurationThatIsNotAboveNothingIsNone)
-{
-    double position = 0.1;
-    for (const double duration : { 0.0, -1.0, -1e300 }) {
-        slider->setCurrentPosition(position, duration, UIViewAnimationCurve::Linear);
-        EXPECT_EQ(shownPosition(), position) << duration;
-        position += 0.1;
-    }
-}
-
-TEST_F(ORVPlaybackSliderMotionTest, ADurationThatIsNotFiniteIsAProgrammingErrorAndNone)
-{
-    double position = 0.1;
-    for (const double duration : { infinity, -infinity, notANumber }) {
-        const AssertionRecorder errors;
-        slider->setCurrentPosition(position, duration, UIViewAnimationCurve::Linear);
-        EXPECT_THAT(errors.messages(),
-            ElementsAre(QStringLiteral("Invalid parameter not satisfying: isfinite(duration)")));
-        EXPECT_EQ(shownPosition(), position) << duration;
-        position += 0.1;
-    }
+    // Half of the way to where it goes now, and so on.
+    expectPositions({ { 0, 0.9 * 0.5 }, { 0.025, 0.9 * 0.75 }, { 0.075, 0.9 } });
 }
 
 TEST_F(ORVPlaybackSliderMotionTest, AMotionThatNeverEndsCanBeFollowedByAnother)
 {
     slider->setCurrentPosition(0.5, 1e300, UIViewAnimationCurve::Linear);
-    scheduler.advance(1);
+    expectPositions({ { 1, 0 } });
     EXPECT_EQ(slider->currentPosition(), 0.5);
-    EXPECT_NEAR(shownPosition(), 0, 1e-9);
     slider->setCurrentPosition(0, 0.1, UIViewAnimationCurve::Linear);
-    scheduler.advance(0.2);
-    EXPECT_EQ(shownPosition(), 0);
+    expectPositions({ { 0.2, 0 } });
 }
 
 // --- The halves and the thumb ------------------------------------------------------------------------
@@ -148,14 +125,14 @@ TEST_F(ORVPlaybackSliderMotionTest, TheHalvesMeetAtTheThumbInEveryFrameOfAStep)
 
 TEST_F(ORVPlaybackSliderMotionTest, TheHalvesMeetAtTheThumbInEveryFrameAfterATap)
 {
-    touch.tap(place(300));
+    tap(300);
     watchHalvesFor(0.4);
     EXPECT_NEAR(shownThumbCenter(), 300, 1e-9);
 }
 
 TEST_F(ORVPlaybackSliderMotionTest, AnInterruptedMotionGoesOnFromWhereItIs)
 {
-    touch.tap(place(width - 10));
+    tap(width - 10);
     watchHalvesFor(0.15);
     const double before = shownThumbCenter();
     EXPECT_GT(before, 50);
@@ -171,18 +148,18 @@ TEST_F(ORVPlaybackSliderMotionTest, AnInterruptedMotionGoesOnFromWhereItIs)
 TEST_F(ORVPlaybackSliderMotionTest, TheHalvesMeetAtTheThumbInEveryFrameOfADrag)
 {
     setPosition(0.2);
-    double finger = beginDragging();
-    for (const double distance : { 260.0, -310.0, 180.0 }) {
-        const double target = thumbCenter() + distance;
+    takeThumb();
+    double from = 0;
+    for (const double to : { 260.0, -50.0, 130.0 }) {
         for (int step = 1; step <= 20; ++step) {
-            touch.moveTo(place(finger + distance * step / 20));
+            moveThumb(from + (to - from) * step / 20);
             scheduler.advance(scheduler.frameInterval());
             expectHalvesMeetAtTheThumb();
         }
-        finger += distance;
-        EXPECT_NEAR(shownThumbCenter(), target, 1e-9);
+        EXPECT_NEAR(shownThumbCenter(), 0.2 * width + to, 1e-9);
+        from = to;
     }
-    touch.up();
+    letGo();
     watchHalvesFor(0.3);
 }
 
@@ -198,20 +175,12 @@ TEST_F(ORVPlaybackSliderMotionTest, ADragThatInterruptsAMotionKeepsTheHalvesToge
 TEST_F(ORVPlaybackSliderMotionTest, AStepFromOutsideDuringADragHoldsUntilTheNextMove)
 {
     setPosition(0.5);
-    const double finger = beginDragging();
+    takeThumb();
     slider->setCurrentPosition(0.1, Animated::Yes);
     EXPECT_EQ(slider->currentPosition(), 0.1);
     EXPECT_TRUE(slider->isDraggingThumb());
     watchHalvesFor(0.2);
-    touch.moveTo(place(finger + 35));
-    EXPECT_NEAR(slider->currentPosition(), 0.6, 1e-9);
-}
-
-TEST_F(ORVPlaybackSliderMotionTest, NothingIsAskedForOnceThePositionIsReached)
-{
-    slider->setCurrentPosition(0.5, Animated::Yes);
-    scheduler.advance(0.2);
-    EXPECT_FALSE(scheduler.isFrameRequested());
+    EXPECT_EQ(moveThumb(35), Lines { "drag 0.6" });
 }
 
 TEST_F(ORVPlaybackSliderMotionTest, OnlyPlacesChangeFromFrameToFrameAndNoPicture)

@@ -16,23 +16,18 @@ protected:
     {
         return ORVPlaybackSlider::waveformImageForAsset(nullptr, size, scale);
     }
-    static bool isClear(const QImage& picture)
+    static void expectPixels(const std::shared_ptr<UIImage>& picture, const QSize& pixels, CGFloat scale)
     {
-        for (int y = 0; y < picture.height(); ++y)
-            for (int x = 0; x < picture.width(); ++x)
-                if (picture.pixelColor(x, y).alpha() != 0)
-                    return false;
-        return true;
+        ASSERT_TRUE(picture);
+        EXPECT_EQ(picture->qImage().size(), pixels);
+        EXPECT_EQ(picture->scale(), scale);
     }
 };
 
 TEST_F(ORVPlaybackSliderPictureTest, AtExactlyItsSizeAndScaleTheResourceItselfIsThePicture)
 {
     const auto held = resource();
-    ASSERT_TRUE(held);
-    EXPECT_EQ(held->size().width(), 390);
-    EXPECT_EQ(held->size().height(), 44);
-    EXPECT_EQ(held->scale(), 2);
+    expectPixels(held, { 780, 88 }, 2);
     EXPECT_EQ(fitted({ 390, 44 }, 2), held);
     EXPECT_EQ(fitted({ 390, 44 }, 2 + 1e-07), held);
     EXPECT_NE(fitted({ 390, 44 }, 2 + 1.3e-07), held);
@@ -40,17 +35,11 @@ TEST_F(ORVPlaybackSliderPictureTest, AtExactlyItsSizeAndScaleTheResourceItselfIs
 
 TEST_F(ORVPlaybackSliderPictureTest, AtAnotherSizeOrScaleThePictureIsDrawnAnew)
 {
-    const auto held = resource();
     for (const CGSize& size : { CGSize(390, 44.0000001), CGSize(350, 44), CGSize(390, 60) })
-        EXPECT_NE(fitted(size, 2), held);
-    const auto narrow = fitted({ 350, 44 }, 2);
-    ASSERT_TRUE(narrow);
-    EXPECT_EQ(narrow->qImage().size(), QSize(700, 88));
-    EXPECT_EQ(narrow->scale(), 2);
-    const auto dense = fitted({ 390, 44 }, 3);
-    ASSERT_TRUE(dense);
-    EXPECT_EQ(dense->qImage().size(), QSize(1170, 132));
-    EXPECT_EQ(dense->scale(), 3);
+        EXPECT_NE(fitted(size, 2), resource());
+    expectPixels(fitted({ 350, 44 }, 2), { 700, 88 }, 2);
+    expectPixels(fitted({ 390, 44 }, 3), { 1170, 132 }, 3);
+    expectPixels(fitted({ 100, 44 }, 0), { 200, 88 }, 2); // no scale is that of the main screen
 }
 
 TEST_F(ORVPlaybackSliderPictureTest, ThePictureIsStretchedInBothDirections)
@@ -75,23 +64,11 @@ TEST_F(ORVPlaybackSliderPictureTest, ThePictureIsStretchedInBothDirections)
     EXPECT_EQ(different, 0);
 }
 
-TEST_F(ORVPlaybackSliderPictureTest, AScaleOfNothingIsThatOfTheMainScreen)
-{
-    const auto picture = fitted({ 100, 44 }, 0);
-    ASSERT_TRUE(picture);
-    EXPECT_EQ(picture->scale(), 2);
-    EXPECT_EQ(picture->qImage().size(), QSize(200, 88));
-}
-
-TEST_F(ORVPlaybackSliderPictureTest, ASizeThatMakesNoPictureGivesNone)
+TEST_F(ORVPlaybackSliderPictureTest, ASizeOrAScaleThatMakesNoPictureGivesNone)
 {
     for (const CGSize& size : { CGSize(0, 0), CGSize(0, 44), CGSize(390, 0), CGSize(-390, 44),
              CGSize(notANumber, 44), CGSize(390, infinity), CGSize(1e300, 44) })
         EXPECT_FALSE(fitted(size, 2)) << size.width() << " " << size.height();
-}
-
-TEST_F(ORVPlaybackSliderPictureTest, AScaleThatIsNoNumberGivesNoPicture)
-{
     for (const double scale : { notANumber, infinity, -2.0, 1e300 })
         EXPECT_FALSE(fitted({ 350, 44 }, scale)) << scale;
 }
@@ -102,9 +79,9 @@ TEST_F(ORVPlaybackSliderPictureTest, WithoutTheResourceThePictureIsClear)
     empty.makeMain();
     ASSERT_FALSE(resource());
     const auto picture = fitted({ 350, 44 }, 2);
-    ASSERT_TRUE(picture);
-    EXPECT_EQ(picture->qImage().size(), QSize(700, 88));
-    EXPECT_TRUE(isClear(picture->qImage()));
+    expectPixels(picture, { 700, 88 }, 2);
+    const QImage pixels = picture->qImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    EXPECT_EQ(pixels, plainPixels(pixels.size(), Qt::transparent));
     EXPECT_FALSE(fitted({ 0, 0 }, 2));
 }
 

@@ -6,67 +6,56 @@ using ::testing::ElementsAre;
 
 constexpr double smallest = 1.1920928955078125e-07; // a position above it is worth a multiplier
 
-class ORVPlaybackSliderTest : public PlaybackSliderFixture { };
+class ORVPlaybackSliderTest : public PlaybackSliderFixture {
+protected:
+    // Where the halves and the thumb's centre lie.
+    void expectSplit(const CGRect& minimum, const CGRect& maximum)
+    {
+        EXPECT_EQ(slider->minimumTrackView()->frame(), minimum);
+        EXPECT_EQ(slider->maximumTrackView()->frame(), maximum);
+        EXPECT_EQ(thumbCenter(), minimum.right());
+        EXPECT_EQ(slider->thumbView()->frame().height(), minimum.height());
+    }
+};
 
 // --- The position ------------------------------------------------------------------------------------
 
-TEST_F(ORVPlaybackSliderTest, BeginsAtItsLeftEdge) { EXPECT_EQ(slider->currentPosition(), 0); }
-
-TEST_F(ORVPlaybackSliderTest, APositionBeyondAnEndBecomesThatEnd)
+TEST_F(ORVPlaybackSliderTest, APositionIsKeptFrom0To1AndBeyondAnEndBecomesThatEnd)
 {
-    for (const double beyond : { 1.7, 1e300, infinity, std::nextafter(1.0, 2.0) }) {
+    EXPECT_EQ(slider->currentPosition(), 0) << "at first";
+    for (const double position : { 5e-324, 0.1, 1 / 3.0, 1.0, 0.0 }) {
+        slider->setCurrentPosition(position);
+        EXPECT_EQ(slider->currentPosition(), position);
+    }
+    for (const double beyond : { 1.7, 1e300, infinity, std::nextafter(1.0, 2.0), notANumber }) {
         slider->setCurrentPosition(beyond);
         EXPECT_EQ(slider->currentPosition(), 1) << beyond;
     }
+    setPosition(notANumber);
+    EXPECT_EQ(thumbCenter(), width);
     for (const double below : { -0.2, -1e300, -infinity, -5e-324 }) {
         slider->setCurrentPosition(below);
         EXPECT_EQ(slider->currentPosition(), 0) << below;
     }
 }
 
-TEST_F(ORVPlaybackSliderTest, APositionThatIsNoNumberBecomesTheEnd)
-{
-    slider->setCurrentPosition(notANumber);
-    EXPECT_EQ(slider->currentPosition(), 1);
-    runFrames();
-    EXPECT_EQ(thumbCenter(), width);
-}
-
-TEST_F(ORVPlaybackSliderTest, APositionInBetweenIsKeptAsItIs)
-{
-    for (const double position : { 0.0, 5e-324, 0.1, 1 / 3.0, 1.0 }) {
-        slider->setCurrentPosition(position);
-        EXPECT_EQ(slider->currentPosition(), position);
-    }
-}
-
 TEST_F(ORVPlaybackSliderTest, ObserversHearOfAPositionByBothMechanismsAndSeeTheNewOne)
 {
-    const auto changes = make<ChangeLog<double>>(
-        slider, QStringLiteral("currentPosition"), [this] { return slider->currentPosition(); });
+    const auto changes = logChanges(slider, "currentPosition", &ORVPlaybackSlider::currentPosition);
     slider->setCurrentPosition(0.25);
-    EXPECT_THAT(changes->values, ElementsAre(0.25, 0.25));
-    slider->setCurrentPosition(0.25);
-    EXPECT_EQ(changes->values.size(), 4U) << "the same position is told as well";
+    slider->setCurrentPosition(0.25); // the same position is told as well
     slider->setCurrentPosition(0.5, Animated::No);
-    EXPECT_EQ(changes->values.size(), 6U);
     slider->setCurrentPosition(0.75, Animated::Yes);
-    EXPECT_EQ(changes->values.size(), 8U);
     slider->setCurrentPosition(7, 1, UIViewAnimationCurve::EaseIn);
-    EXPECT_EQ(changes->values.size(), 10U);
-    EXPECT_EQ(changes->values.back(), 1);
+    EXPECT_THAT(changes->values, ElementsAre(0.25, 0.25, 0.25, 0.25, 0.5, 0.5, 0.75, 0.75, 1, 1));
 }
 
 TEST_F(ORVPlaybackSliderTest, AnObserverMayDropTheSliderWhileItIsTold)
 {
     const std::weak_ptr<ORVPlaybackSlider> weak = slider;
-    const auto changes
-        = make<ChangeLog<double>>(slider, QStringLiteral("currentPosition"), [] { return 0.0; });
-    changes->whenTold = [this] {
-        if (slider)
-            std::exchange(slider, nullptr)->removeFromSuperview();
-    };
-    slider->setCurrentPosition(0.5, Animated::Yes);
+    const auto changes = logChanges(slider, "currentPosition", &ORVPlaybackSlider::currentPosition);
+    changes->whenTold = [this] { drop(); };
+    weak.lock()->setCurrentPosition(0.5, Animated::Yes);
     EXPECT_EQ(changes->values.size(), 2U);
     scheduler.advance(0.2);
     EXPECT_TRUE(weak.expired());
@@ -96,16 +85,56 @@ TEST_F(ORVPlaybackSliderTest, AtEitherEndHalfOfTheThumbLiesBeyondTheEdge)
 {
     for (const double position : { 0.0, smallest }) {
         setPosition(position);
-        EXPECT_EQ(thumbCenter(), 0) << position;
+        expectSplit({ 0, 0, 0, height }, { 0, 0, width, height });
         EXPECT_EQ(slider->thumbView()->frame().left(), -slider->thumbView()->frame().width() / 2);
-        EXPECT_EQ(slider->minimumTrackView()->frame(), CGRect(0, 0, 0, height));
-        EXPECT_EQ(slider->maximumTrackView()->frame(), CGRect(0, 0, width, height));
     }
     setPosition(1);
-    EXPECT_EQ(thumbCenter(), width);
-    EXPECT_EQ(slider->minimumTrackView()->frame(), CGRect(0, 0, width, height));
-    EXPECT_EQ(slider->maximumTrackView()->frame(), CGRect(width, 0, 0, height));
+    expectSplit({ 0, 0, width, height }, { width, 0, 0, height });
 }
+
+TEST_F(ORVPlaybackSliderTest, TheSplitFollowsANewSizeWithAHiddenThumbToo)
+{
+    setPosition(0.5);
+    resize(200, 60);
+    expectSplit({ 0, 0, 100, 60 }, { 100, 0, 100, 60 });
+    slider->setThumbHidden(true);
+    resize(width);
+    setPosition(0.25);
+    EXPECT_EQ(slider->minimumTrackView()->frame().width(), width / 4);
+    expectHalvesMeetAtTheThumb();
+    resize(0, 0);
+    expectSplit({ 0, 0, 0, 0 }, { 0, 0, 0, 0 });
+}
+
+TEST_F(ORVPlaybackSliderTest, ABarBeyondAnyScreenHarmsNothingAndRecovers)
+{
+    for (const double wide : { 1e6, 1e12, 1e300 }) {
+        resize(wide);
+        setPosition(0.3);
+        touch.tap({ 100, 210 });
+        scheduler.advance(0.5);
+        resize(width);
+        setPosition(0.5);
+        EXPECT_EQ(thumbCenter(), width / 2) << wide;
+        expectHalvesMeetAtTheThumb();
+        tap(70);
+        scheduler.advance(0.5);
+        EXPECT_EQ(slider->currentPosition(), 0.2) << wide;
+    }
+}
+
+TEST_F(ORVPlaybackSliderTest, AFrameThatIsNotFiniteIsAProgrammingErrorAndChangesNothing)
+{
+    setPosition(0.5);
+    for (const double wide : { infinity, -infinity, notANumber }) {
+        const AssertionRecorder errors;
+        resize(wide);
+        EXPECT_FALSE(errors.messages().empty());
+        EXPECT_EQ(thumbCenter(), width / 2);
+    }
+}
+
+// --- The centre's constraint -------------------------------------------------------------------------
 
 TEST_F(ORVPlaybackSliderTest, TheCentreConstraintIsMadeAnewForEachPosition)
 {
@@ -137,24 +166,7 @@ TEST_F(ORVPlaybackSliderTest, ManyPositionsLeaveOneCentreConstraintBehind)
     EXPECT_EQ(slider->constraints().size(), before);
 }
 
-TEST_F(ORVPlaybackSliderTest, TheSplitFollowsANewWidth)
-{
-    setPosition(0.5);
-    slider->setFrame({ 0, 200, 200, 60 });
-    runFrames();
-    EXPECT_EQ(slider->minimumTrackView()->frame(), CGRect(0, 0, 100, 60));
-    EXPECT_EQ(slider->maximumTrackView()->frame(), CGRect(100, 0, 100, 60));
-    EXPECT_EQ(thumbCenter(), 100);
-    EXPECT_EQ(slider->thumbView()->frame().height(), 60);
-}
-
-TEST_F(ORVPlaybackSliderTest, WithoutASizeNothingFails)
-{
-    slider->setFrame({});
-    setPosition(0.5);
-    EXPECT_EQ(slider->minimumTrackView()->frame().width(), 0);
-    EXPECT_EQ(slider->maximumTrackView()->frame().width(), 0);
-}
+// --- The thumb ---------------------------------------------------------------------------------------
 
 TEST_F(ORVPlaybackSliderTest, TheThumbIsAtLeastAsWideAsItsPictureAndAtMost66PointsWhereverItIs)
 {
@@ -191,27 +203,14 @@ TEST_F(ORVPlaybackSliderTest, TheThumbLiesAboveBothHalves)
     EXPECT_EQ(slider->maximumTrackView()->mode(), ORVPlaybackSliderWaveformViewModeAlignRight);
 }
 
-// --- The thumb ---------------------------------------------------------------------------------------
-
 TEST_F(ORVPlaybackSliderTest, AHiddenThumbSwitchesTapsOff)
 {
-    EXPECT_FALSE(slider->isThumbHidden());
-    EXPECT_TRUE(slider->trackTapRecognizer()->isEnabled());
-    slider->setThumbHidden(true);
-    EXPECT_TRUE(slider->isThumbHidden());
-    EXPECT_TRUE(slider->thumbView()->isHidden());
-    EXPECT_FALSE(slider->trackTapRecognizer()->isEnabled());
-    slider->setThumbHidden(false);
-    EXPECT_FALSE(slider->thumbView()->isHidden());
-    EXPECT_TRUE(slider->trackTapRecognizer()->isEnabled());
-}
-
-TEST_F(ORVPlaybackSliderTest, WithAHiddenThumbTheWaveformIsStillSplitAtThePosition)
-{
-    slider->setThumbHidden(true);
-    setPosition(0.25);
-    EXPECT_EQ(slider->minimumTrackView()->frame().width(), width / 4);
-    expectHalvesMeetAtTheThumb();
+    for (const bool hidden : { false, true, false }) {
+        slider->setThumbHidden(hidden);
+        EXPECT_EQ(slider->isThumbHidden(), hidden);
+        EXPECT_EQ(slider->thumbView()->isHidden(), hidden);
+        EXPECT_EQ(slider->trackTapRecognizer()->isEnabled(), !hidden);
+    }
 }
 
 TEST_F(ORVPlaybackSliderTest, ThePositionOfATouchAddsTheBoundsOriginAndIsNotClamped)

@@ -5,70 +5,53 @@ namespace {
 class ORVPlaybackSliderThumbTest : public PlaybackSliderFixture {
 protected:
     double alpha() const { return slider->thumbView()->imageView()->alpha(); }
+    void putFingerOnThumb() { touch.down(place(thumbCenter() + 5)); }
+    // From opaque, which it is still, to half transparent.
+    void expectFadeFromNowOn() const
+    {
+        EXPECT_EQ(alpha(), 0.5);
+        const auto& layer = *slider->thumbView()->imageView()->layer();
+        expectCourse(
+            [&](double seconds) { return layer.presentationValuesAt(scheduler.now() + seconds).opacity; },
+            { { 0, 1 }, { 0.05, 1 - 0.5 * easeInOut(0.25) }, { 0.1, 1 - 0.5 * easeInOut(0.5) },
+                { 0.2, 0.5 } });
+    }
 };
 
-TEST_F(ORVPlaybackSliderThumbTest, IsHalfTransparentAtRest) { EXPECT_EQ(alpha(), 0.5); }
-
-TEST_F(ORVPlaybackSliderThumbTest, IsOpaqueAtOnceWhenAFingerComesDown)
+TEST_F(ORVPlaybackSliderThumbTest, IsHalfTransparentAtRestAndOpaqueAtOnceUnderAFinger)
 {
-    touch.down(place(thumbCenter() + 5));
-    EXPECT_TRUE(slider->thumbView()->isHighlighted());
-    EXPECT_EQ(alpha(), 1);
-    EXPECT_EQ(shownAlphaOfThumb(), 1);
-}
-
-TEST_F(ORVPlaybackSliderThumbTest, FadesBackOverAFifthOfASecondWhenTheFingerLeaves)
-{
-    setPosition(0.5);
-    touch.down(place(thumbCenter()));
-    scheduler.advance(0.6); // no tap any more
-    touch.up();
     EXPECT_EQ(alpha(), 0.5);
+    putFingerOnThumb();
+    EXPECT_TRUE(slider->thumbView()->isHighlighted());
     EXPECT_EQ(shownAlphaOfThumb(), 1);
-    scheduler.advance(0.1);
-    EXPECT_NEAR(shownAlphaOfThumb(), 0.75, 0.001);
-    scheduler.advance(0.099);
-    EXPECT_GT(shownAlphaOfThumb(), 0.5);
-    scheduler.advance(0.002);
-    EXPECT_EQ(shownAlphaOfThumb(), 0.5);
 }
 
-TEST_F(ORVPlaybackSliderThumbTest, StaysOpaqueWhileItIsDragged)
+TEST_F(ORVPlaybackSliderThumbTest, FadesBackOverAFifthOfASecondHoweverTheTouchEnds)
 {
+    putFingerOnThumb();
+    touch.cancel();
+    expectFadeFromNowOn();
+    scheduler.advance(1);
     setPosition(0.5);
-    beginDragging();
+    takeThumb();
     touch.glideTo(place(300), 0.3);
-    EXPECT_EQ(slider->isDraggingThumb(), true);
-    EXPECT_EQ(shownAlphaOfThumb(), 1);
+    EXPECT_TRUE(slider->isDraggingThumb());
+    EXPECT_EQ(shownAlphaOfThumb(), 1) << "all the while";
     touch.up();
-    scheduler.advance(0.25);
-    EXPECT_EQ(shownAlphaOfThumb(), 0.5);
+    expectFadeFromNowOn();
 }
 
-TEST_F(ORVPlaybackSliderThumbTest, AHighlightThatNoFingerAsksForIsPassedOver)
+TEST_F(ORVPlaybackSliderThumbTest, TheHighlightCanBeTakenAwayUnderAFingerAndIsPassedOverWithoutOne)
 {
     slider->thumbView()->setHighlighted(true);
     EXPECT_FALSE(slider->thumbView()->isHighlighted());
     EXPECT_EQ(alpha(), 0.5);
-}
-
-TEST_F(ORVPlaybackSliderThumbTest, TheHighlightCanBeTakenAwayWhileAFingerIsDown)
-{
-    touch.down(place(thumbCenter() + 5));
+    putFingerOnThumb();
     slider->thumbView()->setHighlighted(false);
     EXPECT_FALSE(slider->thumbView()->isHighlighted());
     EXPECT_EQ(alpha(), 0.5);
     slider->thumbView()->setHighlighted(true);
     EXPECT_EQ(alpha(), 1);
-}
-
-TEST_F(ORVPlaybackSliderThumbTest, ACancelledTouchFadesItToo)
-{
-    touch.down(place(thumbCenter() + 5));
-    touch.cancel();
-    EXPECT_EQ(alpha(), 0.5);
-    scheduler.advance(0.3);
-    EXPECT_EQ(shownAlphaOfThumb(), 0.5);
 }
 
 TEST_F(ORVPlaybackSliderThumbTest, ItsPictureLiesInItsMiddle)
@@ -81,11 +64,12 @@ TEST_F(ORVPlaybackSliderThumbTest, ItsPictureLiesInItsMiddle)
     EXPECT_EQ(thumb->imageView()->image(), slider->thumbImage());
 }
 
-TEST_F(ORVPlaybackSliderThumbTest, AThumbWithoutAPictureTakesTouchesWhereItIs)
+TEST_F(ORVPlaybackSliderThumbTest, AThumbWithoutAPictureStandsWhereItShould)
 {
     slider->setThumbImage(nullptr);
     setPosition(0.5);
     EXPECT_EQ(thumbCenter(), width / 2);
+    EXPECT_FALSE(slider->thumbImage());
     EXPECT_FALSE(slider->thumbView()->imageView()->image());
 }
 

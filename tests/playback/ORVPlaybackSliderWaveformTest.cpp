@@ -8,15 +8,19 @@ using ::testing::IsEmpty;
 // How the slider gets the picture of its waveform.
 class ORVPlaybackSliderWaveformTest : public PlaybackSliderFixture {
 protected:
-    static std::shared_ptr<UIImage> resource()
+    // Answers how many completions came inside the call.
+    int request()
     {
-        return UIImage::imageNamed(QStringLiteral("mock_playback_waveform"));
+        const int before = completions;
+        slider->renderWafeformIfNecessaryWithCompletion([this] { ++completions; });
+        return completions - before;
     }
-    ORVPlaybackSlider::Completion countCompletions()
+    void requestWithAsset()
     {
-        return [this] { ++completions; };
+        slider->setAsset(makeAsset());
+        EXPECT_EQ(request(), 0);
     }
-    void request() { slider->renderWafeformIfNecessaryWithCompletion(countCompletions()); }
+    std::size_t jobs() { return executor.global().size(); }
     std::shared_ptr<UIImage> picture() const { return slider->minimumTrackView()->waveformImage(); }
 
     int completions = 0;
@@ -24,31 +28,22 @@ protected:
 
 // --- The need ----------------------------------------------------------------------------------------
 
-TEST_F(ORVPlaybackSliderWaveformTest, WithoutAnAssetTheCompletionComesAtOnceAndNothingElseHappens)
-{
-    slider->setNeedsRenderWaveform();
-    request();
-    EXPECT_EQ(completions, 1);
-    EXPECT_FALSE(slider->isRenderingWaveform());
-    EXPECT_EQ(executor.global().size(), 0U);
-    EXPECT_THAT(log->lines, IsEmpty());
-    EXPECT_FALSE(picture());
-}
-
-TEST_F(ORVPlaybackSliderWaveformTest, WithoutANeedTheCompletionComesAtOnceAndNothingElseHappens)
-{
-    slider->setRenderingWaveform(true);
-    request();
-    EXPECT_EQ(completions, 1);
-    EXPECT_TRUE(slider->isRenderingWaveform()) << "left as it is";
-    EXPECT_EQ(executor.global().size(), 0U);
-    EXPECT_THAT(log->lines, IsEmpty());
-}
-
-TEST_F(ORVPlaybackSliderWaveformTest, NoCompletionIsNeededWhereNothingIsToBeDone)
+TEST_F(ORVPlaybackSliderWaveformTest, WithoutANeedOrAnAssetTheCompletionComesAtOnceAndNothingElseHappens)
 {
     slider->renderWafeformIfNecessaryWithCompletion(nullptr);
-    EXPECT_THAT(log->lines, IsEmpty());
+    slider->setRenderingWaveform(true);
+    EXPECT_EQ(request(), 1);
+    EXPECT_TRUE(slider->isRenderingWaveform()) << "left as it is";
+    slider->setRenderingWaveform(false);
+    slider->setNeedsRenderWaveform();
+    EXPECT_EQ(request(), 1);
+    slider->setAsset(makeAsset());
+    slider->setAsset(nullptr);
+    EXPECT_EQ(request(), 1);
+    EXPECT_FALSE(slider->isRenderingWaveform());
+    EXPECT_EQ(jobs(), 0U);
+    EXPECT_THAT(heard(), IsEmpty());
+    EXPECT_FALSE(picture());
 }
 
 TEST_F(ORVPlaybackSliderWaveformTest, TheSameAssetSetAgainAsksForNothing)
@@ -56,12 +51,12 @@ TEST_F(ORVPlaybackSliderWaveformTest, TheSameAssetSetAgainAsksForNothing)
     slider->setShouldAutomaticallyRenderWaveform(true);
     const auto asset = makeAsset();
     slider->setAsset(asset);
-    EXPECT_THAT(log->takeLines(), ElementsAre("rendering"));
+    EXPECT_THAT(heard(), ElementsAre("rendering"));
     slider->setAsset(asset);
-    EXPECT_THAT(log->lines, IsEmpty());
+    EXPECT_THAT(heard(), IsEmpty());
     slider->setAsset(makeAsset()); // the same sound, another object
-    EXPECT_THAT(log->lines, ElementsAre("rendering"));
-    EXPECT_EQ(executor.global().size(), 2U);
+    EXPECT_THAT(heard(), ElementsAre("rendering"));
+    EXPECT_EQ(jobs(), 2U);
 }
 
 TEST_F(ORVPlaybackSliderWaveformTest, TheNeedStaysOnceItWasStated)
@@ -69,50 +64,37 @@ TEST_F(ORVPlaybackSliderWaveformTest, TheNeedStaysOnceItWasStated)
     slider->setAsset(makeAsset());
     for (int round = 1; round <= 3; ++round) {
         request();
-        EXPECT_EQ(executor.global().size(), 1U);
+        EXPECT_EQ(jobs(), 1U);
         executor.runAll();
         EXPECT_EQ(completions, round);
+        EXPECT_THAT(heard(), ElementsAre("rendering", "rendered"));
     }
-    EXPECT_THAT(
-        log->lines, ElementsAre("rendering", "rendered", "rendering", "rendered", "rendering", "rendered"));
-}
-
-TEST_F(ORVPlaybackSliderWaveformTest, WithoutTheAssetNothingIsRenderedAnyMore)
-{
-    slider->setAsset(makeAsset());
-    slider->setAsset(nullptr);
-    request();
-    EXPECT_EQ(completions, 1);
-    EXPECT_EQ(executor.global().size(), 0U);
 }
 
 TEST_F(ORVPlaybackSliderWaveformTest, RendersByItselfOnlyWhereItWasToldToAndIsInAWindow)
 {
     slider->setAsset(makeAsset());
-    EXPECT_EQ(executor.global().size(), 0U);
     slider->removeFromSuperview();
     slider->setShouldAutomaticallyRenderWaveform(true);
     slider->setNeedsRenderWaveform();
-    EXPECT_EQ(executor.global().size(), 0U);
+    EXPECT_EQ(jobs(), 0U);
     window->addSubview(slider);
-    EXPECT_EQ(executor.global().size(), 1U);
+    EXPECT_EQ(jobs(), 1U);
     slider->setNeedsRenderWaveform();
-    EXPECT_EQ(executor.global().size(), 2U);
+    EXPECT_EQ(jobs(), 2U);
     slider->removeFromSuperview();
-    EXPECT_EQ(executor.global().size(), 2U);
     slider->setShouldAutomaticallyRenderWaveform(false);
     window->addSubview(slider);
-    EXPECT_EQ(executor.global().size(), 2U);
+    EXPECT_EQ(jobs(), 2U);
 }
 
 // --- One rendering -----------------------------------------------------------------------------------
 
 TEST_F(ORVPlaybackSliderWaveformTest, APictureIsMadeOnTheGlobalQueueAndShownOnTheMainOne)
 {
-    slider->setAsset(makeAsset());
-    request();
+    requestWithAsset();
     EXPECT_TRUE(slider->isRenderingWaveform());
-    EXPECT_THAT(log->lines, ElementsAre("rendering"));
+    EXPECT_THAT(heard(), ElementsAre("rendering"));
     ASSERT_TRUE(executor.global().runOne());
     EXPECT_FALSE(picture());
     EXPECT_EQ(completions, 0);
@@ -121,91 +103,68 @@ TEST_F(ORVPlaybackSliderWaveformTest, APictureIsMadeOnTheGlobalQueueAndShownOnTh
     ASSERT_TRUE(picture());
     EXPECT_EQ(picture()->qImage().size(), QSize(700, 88));
     EXPECT_FALSE(slider->isRenderingWaveform());
-    EXPECT_THAT(log->lines, ElementsAre("rendering", "rendered"));
+    EXPECT_THAT(heard(), ElementsAre("rendered"));
     EXPECT_EQ(completions, 1);
 }
 
-TEST_F(ORVPlaybackSliderWaveformTest, TheBeginningIsToldBeforeTheWorkIsHandedOn)
-{
-    std::size_t handedOn = 1;
-    bool rendering = false;
-    log->whenHeard = [&](const std::string& message) {
-        if (message != "rendering")
-            return;
-        handedOn = executor.global().size();
-        rendering = slider->isRenderingWaveform();
-    };
-    slider->setAsset(makeAsset());
-    request();
-    EXPECT_EQ(handedOn, 0U);
-    EXPECT_TRUE(rendering);
-}
-
-TEST_F(ORVPlaybackSliderWaveformTest, TheEndIsToldWhenThePictureIsShownAndBeforeTheCompletion)
+TEST_F(ORVPlaybackSliderWaveformTest, TheMessagesComeInTheirPlaces)
 {
     Lines order;
     log->whenHeard = [&](const std::string& message) {
-        if (message == "rendered")
-            order.push_back(picture() && !slider->isRenderingWaveform() ? "shown and told" : "told");
+        order.push_back(message + (slider->isRenderingWaveform() ? ", is rendering" : "")
+            + (jobs() > 0 ? ", handed on" : "") + (picture() ? ", shown" : ""));
     };
     slider->setAsset(makeAsset());
     slider->renderWafeformIfNecessaryWithCompletion([&] { order.push_back("completed"); });
     executor.runAll();
-    EXPECT_THAT(order, ElementsAre("shown and told", "completed"));
+    EXPECT_THAT(order, ElementsAre("rendering, is rendering", "rendered, shown", "completed"));
 }
 
-TEST_F(ORVPlaybackSliderWaveformTest, BothHalvesShareThePixelsAndTintThem)
-{
-    slider->setAsset(makeAsset());
-    request();
-    executor.runAll();
-    const auto left = slider->minimumTrackView()->waveformImage();
-    const auto right = slider->maximumTrackView()->waveformImage();
-    EXPECT_EQ(left->qImage().cacheKey(), right->qImage().cacheKey());
-    EXPECT_EQ(left->renderingMode(), UIImageRenderingMode::AlwaysTemplate);
-    EXPECT_EQ(right->renderingMode(), UIImageRenderingMode::AlwaysTemplate);
-}
-
-TEST_F(ORVPlaybackSliderWaveformTest, TheResourcesOwnPixelsAreShownWhereItFits)
+TEST_F(ORVPlaybackSliderWaveformTest, BothHalvesShareTheResourcesPixelsWhereItFitsAndTintThem)
 {
     slider->setFrame({ 0, 200, 390, 44 });
-    slider->setAsset(makeAsset());
-    request();
-    const auto held = resource();
+    const auto held = UIImage::imageNamed(QStringLiteral("mock_playback_waveform"));
+    requestWithAsset();
     executor.runAll();
-    EXPECT_EQ(picture()->qImage().cacheKey(), held->qImage().cacheKey());
+    for (const auto& half : { slider->minimumTrackView(), slider->maximumTrackView() }) {
+        EXPECT_EQ(half->waveformImage()->qImage().cacheKey(), held->qImage().cacheKey());
+        EXPECT_EQ(half->waveformImage()->renderingMode(), UIImageRenderingMode::AlwaysTemplate);
+    }
 }
 
 TEST_F(ORVPlaybackSliderWaveformTest, TheSizeIsThatOfTheRequest)
 {
-    slider->setAsset(makeAsset());
-    request();
+    requestWithAsset();
     slider->setFrame({ 0, 200, 200, 44 });
     executor.runAll();
     EXPECT_EQ(picture()->size().width(), width);
-    EXPECT_EQ(executor.global().size(), 0U) << "a new size renders nothing by itself";
+    EXPECT_EQ(jobs(), 0U) << "a new size renders nothing by itself";
 }
 
 TEST_F(ORVPlaybackSliderWaveformTest, OutsideOfAWindowTheMainScreensScaleIsTaken)
 {
     slider->removeFromSuperview();
-    slider->setAsset(makeAsset());
-    request();
+    requestWithAsset();
     executor.runAll();
     ASSERT_TRUE(picture());
     EXPECT_EQ(picture()->scale(), 2);
 }
 
-TEST_F(ORVPlaybackSliderWaveformTest, ABarThatIsNotLaidOutYetShowsNoWaveform)
+TEST_F(ORVPlaybackSliderWaveformTest, ABarThatNoPictureFitsShowsNoneAndEndsItsRendering)
 {
-    slider->setFrame({});
     slider->setAsset(makeAsset());
-    request();
-    executor.runAll();
-    EXPECT_FALSE(picture());
-    EXPECT_EQ(completions, 1);
-    EXPECT_THAT(log->lines, ElementsAre("rendering", "rendered"));
-    EXPECT_FALSE(slider->isRenderingWaveform());
+    for (const double wide : { 0.0, 1e9, 1e300 }) {
+        showPicture();
+        heard();
+        slider->setFrame({ 20, 200, wide, wide > 0 ? height : 0 });
+        request();
+        executor.runAll();
+        EXPECT_FALSE(picture()) << wide;
+        EXPECT_THAT(heard(), ElementsAre("rendering", "rendered"));
+        EXPECT_FALSE(slider->isRenderingWaveform());
+        slider->setFrame({ 20, 200, width, height });
+    }
+    EXPECT_EQ(completions, 3);
 }
 
 TEST_F(ORVPlaybackSliderWaveformTest, NoPictureTakesTheShownOneAway)
@@ -221,11 +180,10 @@ TEST_F(ORVPlaybackSliderWaveformTest, NoPictureTakesTheShownOneAway)
 
 TEST_F(ORVPlaybackSliderWaveformTest, TwoRequestsInARowAreTwoJobsAndBothResultsAreShownInTurn)
 {
-    slider->setAsset(makeAsset());
-    request();
+    requestWithAsset();
     slider->setFrame({ 0, 200, 200, 44 });
     request();
-    EXPECT_EQ(executor.global().size(), 2U);
+    EXPECT_EQ(jobs(), 2U);
     executor.global().runAll();
     ASSERT_TRUE(executor.main().runOne());
     EXPECT_EQ(picture()->size().width(), width);
@@ -233,28 +191,25 @@ TEST_F(ORVPlaybackSliderWaveformTest, TwoRequestsInARowAreTwoJobsAndBothResultsA
     ASSERT_TRUE(executor.main().runOne());
     EXPECT_EQ(picture()->size().width(), 200);
     EXPECT_EQ(completions, 2);
-    EXPECT_THAT(log->lines, ElementsAre("rendering", "rendering", "rendered", "rendered"));
+    EXPECT_THAT(heard(), ElementsAre("rendering", "rendering", "rendered", "rendered"));
 }
 
 // --- Those who go meanwhile --------------------------------------------------------------------------
 
 TEST_F(ORVPlaybackSliderWaveformTest, ASliderThatIsReleasedMeanwhileIsNotKeptAndNobodyHearsOfTheResult)
 {
-    slider->setAsset(makeAsset());
-    for (const bool duringTheWork : { true, false }) {
-        slider = addView<ORVPlaybackSlider>({ 0, 0, width, height });
-        slider->setDelegate(log);
-        slider->setAsset(makeAsset());
-        request();
-        if (!duringTheWork)
+    for (const bool isPictureMade : { false, true }) {
+        makeAnew();
+        requestWithAsset();
+        if (isPictureMade)
             executor.global().runAll();
-        log->takeLines();
+        heard();
         const std::weak_ptr<ORVPlaybackSlider> weak = slider;
-        std::exchange(slider, nullptr)->removeFromSuperview();
+        drop();
         EXPECT_TRUE(weak.expired());
         executor.runAll();
         EXPECT_EQ(completions, 0);
-        EXPECT_THAT(log->lines, IsEmpty());
+        EXPECT_THAT(heard(), IsEmpty());
     }
 }
 
@@ -274,40 +229,35 @@ TEST_F(ORVPlaybackSliderWaveformTest, WhatOthersOwnGoesWithTheResultOnTheMainQue
     EXPECT_TRUE(weakAsset.expired());
 }
 
-TEST_F(ORVPlaybackSliderWaveformTest, SliderAndDelegateMayGoFromInsideTheMessages)
+TEST_F(ORVPlaybackSliderWaveformTest, TheSliderMayGoFromInsideTheMessagesAndTheCompletion)
 {
-    for (const char* message : { "rendering", "rendered" })
-        for (const bool dropsSlider : { true, false }) {
-            completions = 0;
-            log = std::make_shared<SliderLog>();
-            slider = addView<ORVPlaybackSlider>({ 0, 0, width, height });
-            slider->setDelegate(log);
-            log->whenHeard = [this, message, dropsSlider](const std::string& heard) {
-                if (heard != message)
-                    return;
-                if (dropsSlider)
-                    std::exchange(slider, nullptr)->removeFromSuperview();
-                else
-                    log = nullptr;
-            };
-            slider->setAsset(makeAsset());
-            request();
-            executor.runAll();
-            const bool goneBefore = dropsSlider && message == std::string("rendering");
-            EXPECT_EQ(completions, goneBefore ? 0 : 1) << message;
-            EXPECT_EQ(slider == nullptr, dropsSlider);
-            EXPECT_EQ(log == nullptr, !dropsSlider);
-        }
+    for (const char* message : { "rendering", "rendered", "completion" }) {
+        makeAnew();
+        fromInside(message, [this] { drop(); });
+        const std::weak_ptr<ORVPlaybackSlider> weak = slider;
+        slider->setAsset(makeAsset());
+        bool completed = false;
+        slider->renderWafeformIfNecessaryWithCompletion([&] {
+            completed = true;
+            log->whenHeard("completion");
+        });
+        executor.runAll();
+        EXPECT_EQ(completed, message != std::string("rendering")) << message;
+        EXPECT_TRUE(weak.expired()) << message;
+    }
 }
 
-TEST_F(ORVPlaybackSliderWaveformTest, TheCompletionMayReleaseTheSlider)
+TEST_F(ORVPlaybackSliderWaveformTest, TheDelegateMayGoFromInsideTheMessages)
 {
-    slider->setAsset(makeAsset());
-    const std::weak_ptr<ORVPlaybackSlider> weak = slider;
-    slider->renderWafeformIfNecessaryWithCompletion(
-        [this] { std::exchange(slider, nullptr)->removeFromSuperview(); });
-    executor.runAll();
-    EXPECT_TRUE(weak.expired());
+    for (const char* message : { "rendering", "rendered" }) {
+        log = std::make_shared<SliderLog>();
+        makeAnew();
+        fromInside(message, [this] { log = nullptr; });
+        requestWithAsset();
+        executor.runAll();
+        EXPECT_FALSE(log) << message;
+    }
+    EXPECT_EQ(completions, 2);
 }
 
 } // namespace

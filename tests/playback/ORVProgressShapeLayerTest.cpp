@@ -3,6 +3,7 @@
 #include "platform/layers/CABasicAnimation.h"
 #include "platform/layers/CALayerTree.h"
 #include "platform/layers/CATransaction.h"
+#include "tests/playback/Course.h"
 #include "tests/support/ManualScheduler.h"
 
 #include <gtest/gtest.h>
@@ -21,9 +22,9 @@ protected:
     {
         return layer->presentationValuesAt(scheduler.now() + seconds).strokeEnd;
     }
-    static double easeOut(double time)
+    void expectEnds(const Course& course) const
     {
-        return CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseOut)->valueAt(time);
+        expectCourse([this](double seconds) { return shownEndIn(seconds); }, course);
     }
 
     const NSString strokeStart = QStringLiteral("strokeStart");
@@ -32,15 +33,11 @@ protected:
     std::shared_ptr<ORVProgressShapeLayer> layer = make<ORVProgressShapeLayer>();
 };
 
-TEST_F(ORVProgressShapeLayerTest, ItsStrokeEndsDoNotMoveAtFirst)
+TEST_F(ORVProgressShapeLayerTest, AtFirstItsStrokeEndsDoNotMoveNotEvenInAWindow)
 {
     EXPECT_FALSE(layer->progressAnimationsEnabled());
     EXPECT_EQ(layer->actionForKey(strokeStart), nullptr);
     EXPECT_EQ(layer->actionForKey(strokeEnd), nullptr);
-}
-
-TEST_F(ORVProgressShapeLayerTest, SwitchedOffItMovesNothingEvenInAWindow)
-{
     const CALayerTree tree(layer);
     layer->setStrokeStart(0.25);
     layer->setStrokeEnd(0.5);
@@ -67,31 +64,20 @@ TEST_F(ORVProgressShapeLayerTest, SwitchedOnAStrokeEndEasesOutFromTheCurrentValu
     }
 }
 
-TEST_F(ORVProgressShapeLayerTest, AMotionTakesAQuarterOfASecond)
+TEST_F(ORVProgressShapeLayerTest, AMotionTakesAQuarterOfASecondOrTheDurationOfItsTransaction)
 {
-    layer->setStrokeEnd(0.2);
     layer->setProgressAnimationsEnabled(true);
-    layer->setStrokeEnd(0.6);
-    EXPECT_EQ(layer->strokeEnd(), 0.6);
-    EXPECT_DOUBLE_EQ(shownEndIn(0), 0.2);
-    EXPECT_NEAR(shownEndIn(0.125), 0.2 + 0.4 * easeOut(0.5), 1e-12);
-    EXPECT_LT(shownEndIn(0.249), 0.6);
-    EXPECT_EQ(shownEndIn(0.25), 0.6);
+    layer->setStrokeEnd(0.5);
+    EXPECT_EQ(layer->strokeEnd(), 0.5);
+    expectEnds({ { 0, 1 }, { 0.125, 1 - 0.5 * easeOut(0.5) }, { 0.25, 0.5 } });
     scheduler.advance(0.25);
     EXPECT_FALSE(layer->hasAnimations());
-}
-
-TEST_F(ORVProgressShapeLayerTest, AMotionTakesTheDurationOfItsTransaction)
-{
-    layer->setProgressAnimationsEnabled(true);
     {
         const CATransaction::Guard transaction;
         CATransaction::setAnimationDuration(2);
         layer->setStrokeEnd(0);
     }
-    EXPECT_NEAR(shownEndIn(1), 1 - easeOut(0.5), 1e-12);
-    EXPECT_GT(shownEndIn(1.99), 0);
-    EXPECT_EQ(shownEndIn(2), 0);
+    expectEnds({ { 1, 0.5 - 0.5 * easeOut(0.5) }, { 1.99, 0.5 - 0.5 * easeOut(0.995) }, { 2, 0 } });
 }
 
 TEST_F(ORVProgressShapeLayerTest, AMotionDuringAnotherStartsFromTheValueAndNotFromWhatIsShown)
@@ -102,8 +88,7 @@ TEST_F(ORVProgressShapeLayerTest, AMotionDuringAnotherStartsFromTheValueAndNotFr
     scheduler.advance(0.1);
     EXPECT_LT(shownEndIn(0), 0.4);
     layer->setStrokeEnd(0.5);
-    EXPECT_DOUBLE_EQ(shownEndIn(0), 0.4);
-    EXPECT_NEAR(shownEndIn(0.125), 0.4 + 0.1 * easeOut(0.5), 1e-12);
+    expectEnds({ { 0, 0.4 }, { 0.125, 0.4 + 0.1 * easeOut(0.5) }, { 0.25, 0.5 } });
 }
 
 TEST_F(ORVProgressShapeLayerTest, SwitchedOffInMidFlightItIsAtItsEndAtOnce)

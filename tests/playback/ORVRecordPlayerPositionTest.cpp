@@ -1,199 +1,156 @@
 #include "tests/playback/RecordPlayerFixture.h"
 
+#include <gmock/gmock.h>
+
 #include <cmath>
 
 namespace {
 
+using testing::IsEmpty;
+
+// A player of half a second of sound, which is ready and plays.
+class ORVRecordPlayerPositionTest : public ORVRecordPlayerTest {
+protected:
+    ORVRecordPlayerPositionTest() { makeReadyPlayer(); }
+
+    // Answers where the player is when the seek has come through.
+    double positionAfterSeekTo(double seconds)
+    {
+        player->setTimePosition(seconds);
+        executor.runAll();
+        EXPECT_FALSE(player->isSeeking());
+        return player->timePosition();
+    }
+};
+
 // --- Positions and the end -------------------------------------------------------------------------------
 
-TEST_F(ORVRecordPlayerTest, ReportsThePositionTenTimesASecond)
+TEST_F(ORVRecordPlayerPositionTest, ReportsThePositionTenTimesASecond)
 {
-    makeReadyPlayer();
-    scheduler.advance(0.45);
-    EXPECT_EQ(delegate->lines, (Lines { "at 0.1", "at 0.2", "at 0.3", "at 0.4" }));
+    EXPECT_EQ(heardIn(0.45), (Lines { "at 0.1", "at 0.2", "at 0.3", "at 0.4" }));
     EXPECT_NEAR(player->timePosition(), 0.45, 1e-9);
 }
 
-TEST_F(ORVRecordPlayerTest, ReportsNothingWhilePausedAndGoesOnWhereItStood)
+TEST_F(ORVRecordPlayerPositionTest, ReportsNothingWhilePausedAndGoesOnWhereItStood)
 {
-    makeReadyPlayer();
-    scheduler.advance(0.25);
+    heardIn(0.25);
     player->setPaused(true);
-    delegate->takeLines();
-    scheduler.advance(5);
-    EXPECT_TRUE(delegate->lines.empty());
+    EXPECT_THAT(heardIn(5), IsEmpty());
     EXPECT_NEAR(player->timePosition(), 0.25, 1e-9);
     player->setPaused(false);
-    scheduler.advance(0.1);
-    EXPECT_EQ(delegate->lines, Lines { "at 0.35" });
+    EXPECT_EQ(heardIn(0.1), Lines { "at 0.35" });
 }
 
-TEST_F(ORVRecordPlayerTest, ATickAtExactlyTheDurationIsTheEndReportedBeforeThePositionGoesBackToZero)
+TEST_F(ORVRecordPlayerPositionTest, ATickAtExactlyTheDurationIsTheEndReportedBeforeThePositionGoesBackToZero)
 {
-    makeReadyPlayer();
     bool pausedAtEnd = false;
     delegate->whenHeard = [&](const std::string& line, ORVRecordPlayer& sender) {
         if (line == "end")
             pausedAtEnd = sender.isPaused() && sender.assetPlayer()->rate() == 0;
     };
-    scheduler.advance(0.5);
-    EXPECT_EQ(delegate->lines, (Lines { "at 0.1", "at 0.2", "at 0.3", "at 0.4", "end", "at 0" }));
+    EXPECT_EQ(heardIn(0.5), wholeSound);
     EXPECT_TRUE(pausedAtEnd) << "isPaused() is true before the end is reported";
     EXPECT_EQ(device.lastRun().samples().size(), 4000U) << "every sample has been heard";
-}
-
-TEST_F(ORVRecordPlayerTest, FindsTheEndOfASoundThatIsNoWholeNumberOfTicks)
-{
-    const ToneFile odd(sampleRate / 4 + 1, sampleRate);
-    makePlayer(odd.url());
-    executor.runAll();
-    scheduler.advance(1);
-    EXPECT_EQ(delegate->lines, (Lines { "ready", "at 0.1", "at 0.2", "end", "at 0" }));
-}
-
-TEST_F(ORVRecordPlayerTest, AfterTheEndItIsReadyPausedAndAtTheStart)
-{
-    makeReadyPlayer();
-    scheduler.advance(0.6);
+    scheduler.advance(0.1);
     EXPECT_TRUE(player->isReadyForPlayback());
     EXPECT_TRUE(player->isPaused());
     EXPECT_FALSE(player->isSeeking()) << "the rewind is no seek of the owner's";
     EXPECT_EQ(player->timePosition(), 0);
 }
 
-TEST_F(ORVRecordPlayerTest, AfterTheEndReportsNothingUntilItIsResumedAndPlaysAgainFromTheStart)
+TEST_F(ORVRecordPlayerPositionTest, FindsTheEndOfASoundThatIsNoWholeNumberOfTicks)
 {
-    makeReadyPlayer();
-    scheduler.advance(0.6);
-    delegate->takeLines();
-    scheduler.advance(5);
-    EXPECT_TRUE(delegate->lines.empty());
-    player->setPaused(false);
-    scheduler.advance(0.5);
-    EXPECT_EQ(delegate->lines, (Lines { "at 0.1", "at 0.2", "at 0.3", "at 0.4", "end", "at 0" }));
+    const ToneFile odd(sampleRate / 4 + 1, sampleRate);
+    makePlayer(odd.url());
+    executor.runAll();
+    EXPECT_EQ(heardIn(1), (Lines { "ready", "at 0.1", "at 0.2", "end", "at 0" }));
 }
 
-TEST_F(ORVRecordPlayerTest, EndsAHundredTimesOver)
+TEST_F(ORVRecordPlayerPositionTest, EndsAHundredTimesOverAndReportsNothingUntilItIsResumed)
 {
-    makeReadyPlayer();
     for (int i = 0; i < 100; ++i) {
         player->setPaused(false);
-        scheduler.advance(0.6);
-        ASSERT_EQ(delegate->takeLines(), (Lines { "at 0.1", "at 0.2", "at 0.3", "at 0.4", "end", "at 0" }))
-            << i;
+        ASSERT_EQ(heardIn(0.6), wholeSound) << i;
+        ASSERT_THAT(heardIn(5), IsEmpty()) << i;
     }
 }
 
-TEST_F(ORVRecordPlayerTest, KeepsItsTimeWithoutASoundDevice)
+TEST_F(ORVRecordPlayerPositionTest, KeepsItsTimeWithoutASoundDevice)
 {
     device.setAvailable(false);
     makeReadyPlayer();
-    scheduler.advance(0.5);
-    EXPECT_EQ(delegate->lines, (Lines { "at 0.1", "at 0.2", "at 0.3", "at 0.4", "end", "at 0" }));
+    EXPECT_EQ(heardIn(0.5), wholeSound);
 }
 
 // --- Seeking ---------------------------------------------------------------------------------------------
 
-TEST_F(ORVRecordPlayerTest, ASeekBeforeItIsReadyIsIgnoredAndForgotten)
+TEST_F(ORVRecordPlayerPositionTest, ASeekBeforeItIsReadyIsIgnoredAndForgotten)
 {
     makePlayer();
     player->setTimePosition(0.3);
     EXPECT_FALSE(player->isSeeking());
     executor.runAll();
-    scheduler.advance(0.1);
-    EXPECT_EQ(delegate->lines, (Lines { "ready", "at 0.1" }));
+    EXPECT_EQ(heardIn(0.1), (Lines { "ready", "at 0.1" }));
 }
 
-TEST_F(ORVRecordPlayerTest, DuringASeekNoPositionIsReportedAndAfterItTheyGoOnFromTheNewOne)
+TEST_F(ORVRecordPlayerPositionTest, DuringASeekNoPositionIsReportedAndAfterItTheyGoOnFromTheNewOne)
 {
-    makeReadyPlayer();
-    scheduler.advance(0.1);
-    delegate->takeLines();
+    heardIn(0.1);
     player->setTimePosition(0.3);
     EXPECT_TRUE(player->isSeeking());
     scheduler.setAfterTurn(nullptr); // the seek does not come through
-    scheduler.advance(1);
+    EXPECT_THAT(heardIn(1), IsEmpty());
     EXPECT_TRUE(player->isSeeking());
-    EXPECT_TRUE(delegate->lines.empty());
 
     executor.runAll();
     EXPECT_FALSE(player->isSeeking());
-    EXPECT_EQ(delegate->takeLines(), Lines { "at 0.3" });
+    EXPECT_EQ(heard(), Lines { "at 0.3" });
     scheduler.setAfterTurn([this] { executor.runAll(); });
-    scheduler.advance(0.1);
-    EXPECT_EQ(delegate->lines, Lines { "at 0.4" });
+    EXPECT_EQ(heardIn(0.1), Lines { "at 0.4" });
 }
 
-TEST_F(ORVRecordPlayerTest, DropsTicksWhileItIsMarkedAsSeeking)
+TEST_F(ORVRecordPlayerPositionTest, DropsTicksWhileItIsMarkedAsSeeking)
 {
-    makeReadyPlayer();
     player->setSeeking(true);
-    scheduler.advance(0.25);
-    EXPECT_TRUE(delegate->lines.empty());
+    EXPECT_THAT(heardIn(0.25), IsEmpty());
     player->setSeeking(false);
-    scheduler.advance(0.1);
-    EXPECT_EQ(delegate->lines, Lines { "at 0.3" });
+    EXPECT_EQ(heardIn(0.1), Lines { "at 0.3" });
 }
 
-TEST_F(ORVRecordPlayerTest, ASeekCancelledByALaterOneLeavesTheSeekingToTheLaterOne)
+TEST_F(ORVRecordPlayerPositionTest, ASeekCancelledByALaterOneLeavesTheSeekingToTheLaterOne)
 {
-    makeReadyPlayer();
     player->setPaused(true);
     player->setTimePosition(0.1);
     player->setTimePosition(0.2);
-    // The cancelled seek is heard of first, the later one's end after it.
-    std::vector<bool> seeking;
+    std::vector<bool> seeking; // after each job: the first seek, its cancellation, the second, a tick
     while (executor.main().runOne())
         seeking.push_back(player->isSeeking());
-    ASSERT_GE(seeking.size(), 2U);
-    EXPECT_TRUE(seeking.front());
-    EXPECT_FALSE(seeking.back());
+    EXPECT_THAT(seeking, testing::ElementsAre(true, true, false, false));
     EXPECT_NEAR(player->timePosition(), 0.2, 1e-9);
 }
 
-TEST_F(ORVRecordPlayerTest, SeeksWhilePausedWithoutReportingAndResumesFromThere)
+TEST_F(ORVRecordPlayerPositionTest, SeeksWhilePausedWithoutReportingAndResumesFromThere)
 {
-    makeReadyPlayer();
     player->setPaused(true);
-    player->setTimePosition(0.25);
-    executor.runAll();
-    EXPECT_TRUE(delegate->lines.empty());
-    EXPECT_NEAR(player->timePosition(), 0.25, 1e-9);
+    EXPECT_NEAR(positionAfterSeekTo(0.25), 0.25, 1e-9);
+    EXPECT_THAT(heard(), IsEmpty());
     player->setPaused(false);
-    scheduler.advance(0.1);
-    EXPECT_EQ(delegate->lines, Lines { "at 0.35" });
+    EXPECT_EQ(heardIn(0.1), Lines { "at 0.35" });
 }
 
-TEST_F(ORVRecordPlayerTest, SeeksNoFurtherThanTheSoundGoes)
+TEST_F(ORVRecordPlayerPositionTest, SeeksNoFurtherThanTheSoundGoesAndNowhereWithoutANumber)
 {
-    makeReadyPlayer();
     player->setPaused(true);
-    player->setTimePosition(-3);
-    executor.runAll();
-    EXPECT_EQ(player->timePosition(), 0);
-    player->setTimePosition(1e12);
-    executor.runAll();
-    EXPECT_EQ(player->timePosition(), 0.5);
-    EXPECT_FALSE(player->isSeeking());
+    EXPECT_EQ(positionAfterSeekTo(-3), 0);
+    EXPECT_EQ(positionAfterSeekTo(1e12), 0.5);
+    EXPECT_NEAR(positionAfterSeekTo(0.25), 0.25, 1e-9);
+    EXPECT_NEAR(positionAfterSeekTo(std::nan("")), 0.25, 1e-9);
 }
 
-TEST_F(ORVRecordPlayerTest, ASeekToNowhereEndsAndMovesNothing)
+TEST_F(ORVRecordPlayerPositionTest, ASeekToTheEndWhilePlayingIsTheEnd)
 {
-    makeReadyPlayer();
-    player->setPaused(true);
-    player->setTimePosition(0.25);
-    player->setTimePosition(std::nan(""));
-    executor.runAll();
-    EXPECT_FALSE(player->isSeeking());
-    EXPECT_NEAR(player->timePosition(), 0.25, 1e-9);
-}
-
-TEST_F(ORVRecordPlayerTest, ASeekToTheEndWhilePlayingIsTheEnd)
-{
-    makeReadyPlayer();
     player->setTimePosition(0.5);
-    scheduler.advance(0.2);
-    EXPECT_EQ(delegate->lines, (Lines { "end", "at 0" }));
+    EXPECT_EQ(heardIn(0.2), (Lines { "end", "at 0" }));
     EXPECT_TRUE(player->isPaused());
 }
 

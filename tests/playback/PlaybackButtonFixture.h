@@ -7,6 +7,7 @@
 #include "platform/views/UIAppearance.h"
 #include "playback/ORVPlaybackButton.h"
 #include "tests/playback/ChangeLog.h"
+#include "tests/playback/Course.h"
 #include "tests/support/AssertionRecorder.h"
 #include "tests/support/Pictures.h"
 #include "tests/support/SceneFixture.h"
@@ -22,6 +23,11 @@ protected:
     }
     ~PlaybackButtonFixture() override { EXPECT_EQ(assertions.messages(), expectedAssertions); }
 
+    void putBack()
+    {
+        window->addSubview(button);
+        runFrames();
+    }
     static std::shared_ptr<UIImage> iconNamed(const char* name)
     {
         return UIImage::imageNamed(QLatin1String(name));
@@ -33,33 +39,44 @@ protected:
     }
     bool showsPlay() const { return shows(play); }
     bool showsPause() const { return shows(pause); }
-
-    // What is shown so many seconds from now.
-    CALayerValues iconIn(double seconds) const
-    {
-        return button->imageView()->layer()->presentationValuesAt(scheduler.now() + seconds);
-    }
-    double scaleIn(double seconds) const { return iconIn(seconds).transform.m11(); }
+    bool showsNoIcon() const { return button->imageView()->image() == nullptr; }
     bool isSwitching() const
     {
         return button->imageView()->layer()->animationForKey(QStringLiteral("imageViewSwitch")) != nullptr;
     }
-    // The alpha of the icon, which the ring has as well.
-    double alphaIn(double seconds) const
+
+    // What is shown of the icon so many seconds from now.
+    CALayerValues iconIn(double seconds) const
     {
-        const double time = scheduler.now() + seconds;
-        const double alpha = iconIn(seconds).opacity;
-        EXPECT_EQ(button->progressView()->layer()->presentationValuesAt(time).opacity, alpha);
-        return alpha;
+        return button->imageView()->layer()->presentationValuesAt(scheduler.now() + seconds);
     }
-    static double easeInOut(double time)
+    void expectScale(const Course& course) const
     {
-        return CAMediaTimingFunction::functionWithName(kCAMediaTimingFunctionEaseInEaseOut)->valueAt(time);
+        expectCourse([this](double seconds) { return iconIn(seconds).transform.m11(); }, course);
+        expectCourse([this](double seconds) { return iconIn(seconds).transform.m22(); }, course);
+    }
+    // The alpha of icon and ring.
+    void expectAlpha(const Course& course) const
+    {
+        expectCourse([this](double seconds) { return iconIn(seconds).opacity; }, course);
+        const auto& ring = *button->progressView()->layer();
+        expectCourse(
+            [&](double seconds) { return ring.presentationValuesAt(scheduler.now() + seconds).opacity; },
+            course);
+    }
+    void expectAlpha(double alpha) const { expectAlpha({ { 0, alpha } }); }
+    void expectPlaces(const CGRect& ring, const CGRect& icon)
+    {
+        runFrames();
+        EXPECT_EQ(button->progressView()->frame(), ring);
+        EXPECT_EQ(button->imageView()->frame(), icon);
     }
 
     static constexpr double pale = 0.20000000298023224; // 0.2 in single precision
     static constexpr double fade = 0.4699999988079071; // 0.47 s in single precision
     static constexpr CGPoint middle { 122, 122 };
+    static constexpr CGRect wholeButton { 0, 0, 44, 44 };
+    static constexpr CGRect iconInTheMiddle { 12, 12, 20, 20 };
 
     const NSBundle::MainReplacement mainBundle { make<NSBundle>(
         sourcePath("resources"), std::vector<NSString> { QStringLiteral("en") }) };

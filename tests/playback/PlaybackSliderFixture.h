@@ -3,9 +3,11 @@
 
 #include "platform/foundation/NSBundle.h"
 #include "platform/graphics/UIColor.h"
+#include "platform/host/FramePainter.h"
 #include "platform/layout/NSLayoutConstraint.h"
 #include "playback/ORVPlaybackSlider.h"
 #include "tests/playback/ChangeLog.h"
+#include "tests/playback/Course.h"
 #include "tests/support/AssertionRecorder.h"
 #include "tests/support/ManualExecutor.h"
 #include "tests/support/Pictures.h"
@@ -71,24 +73,80 @@ protected:
         EXPECT_EQ(conflicts, 0);
     }
 
-    // A place on the bar, in the window.
-    CGPoint place(double x) const { return slider->convertPointToView({ x, height / 2 }, nullptr); }
-    double thumbCenter() const { return slider->thumbView()->frame().center().x(); }
     void setPosition(double position)
     {
         slider->setCurrentPosition(position);
         runFrames();
     }
-    // Begins a drag ten points right of the thumb's centre; from here on every move of the finger counts.
-    // Answers where on the bar the finger is now.
-    double beginDragging()
+    void resize(double newWidth, double newHeight = height)
     {
-        const double start = thumbCenter() + 10;
-        touch.down(place(start));
-        touch.wait(0.05);
-        touch.moveTo(place(start + dragBeginning));
-        return start + dragBeginning;
+        slider->setFrame({ 20, 200, newWidth, newHeight });
+        runFrames();
     }
+    // Another slider in the place of this one, with the same delegate.
+    void makeAnew()
+    {
+        drop();
+        slider = addView<ORVPlaybackSlider>({ 20, 200, width, height });
+        slider->setDelegate(log);
+        runFrames();
+    }
+    void drop()
+    {
+        if (slider)
+            std::exchange(slider, nullptr)->removeFromSuperview();
+    }
+
+    // --- Fingers: each answers what the delegate has heard of it ----------------------------------------
+
+    Lines heard() { return log ? log->takeLines() : Lines(); }
+    // A place on the bar, in the window.
+    CGPoint place(double x) const { return slider->convertPointToView({ x, height / 2 }, nullptr); }
+    Lines tap(double x)
+    {
+        touch.tap(place(x));
+        return heard();
+    }
+    // Begins a drag ten points right of the thumb's centre; from here on every move of the finger counts.
+    Lines takeThumb()
+    {
+        finger = place(thumbCenter() + 10);
+        touch.down(finger);
+        touch.wait(0.05);
+        finger += CGPoint(dragBeginning, 0);
+        touch.moveTo(finger);
+        return heard();
+    }
+    // That far from where the drag has begun.
+    Lines moveThumb(double distance)
+    {
+        touch.moveTo(finger + CGPoint(distance, 0));
+        return heard();
+    }
+    Lines letGo()
+    {
+        touch.up();
+        return heard();
+    }
+    // A whole drag.
+    Lines dragThumb(double distance)
+    {
+        Lines all = takeThumb();
+        for (const Lines& lines : { moveThumb(distance), letGo() })
+            all.insert(all.end(), lines.begin(), lines.end());
+        return all;
+    }
+    // Does something whenever the delegate hears a message.
+    void fromInside(const std::string& message, const std::function<void()>& action)
+    {
+        log->whenHeard = [message, action](const std::string& heardMessage) {
+            if (heardMessage == message)
+                action();
+        };
+    }
+
+    // --- The picture -------------------------------------------------------------------------------------
+
     static std::shared_ptr<AVAsset> makeAsset()
     {
         return AVAsset::assetWithURL(QUrl::fromLocalFile(QStringLiteral("/sounds/tram.m4a")));
@@ -101,7 +159,10 @@ protected:
         runFrames();
     }
 
-    // What is to be seen of a view at this moment, in its superview.
+    // --- What is to be seen at this moment ---------------------------------------------------------------
+
+    double thumbCenter() const { return slider->thumbView()->frame().center().x(); }
+    // The view's place in its superview.
     static CGRect shown(const UIView& view)
     {
         const CALayerValues values = view.layer()->presentationValues();
@@ -112,6 +173,12 @@ protected:
     double shownAlphaOfThumb() const
     {
         return slider->thumbView()->imageView()->layer()->presentationValues().opacity;
+    }
+    double shownPosition() const { return shownThumbCenter() / width; }
+    QColor shownColor(double x) const
+    {
+        const CGPoint point = place(x) * screenGeometry.scale;
+        return FramePainter(frame).paintScreen().pixelColor(qRound(point.x()), qRound(point.y()));
     }
     // Both halves of the waveform meet at the thumb's centre, and the picture in them stands still.
     void expectHalvesMeetAtTheThumb() const
@@ -144,11 +211,13 @@ protected:
     static constexpr double infinity = std::numeric_limits<double>::infinity();
     static constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
+    CGPoint finger; // where the drag has begun
     const NSBundle::MainReplacement mainBundle { make<NSBundle>(sourcePath("resources")) };
     ManualExecutor executor;
     AssertionRecorder assertions;
     int conflicts = 0; // between constraints
     const NSLayoutConstraint::ConflictReplacement conflictCounter { [this](auto&) { ++conflicts; } };
+    const std::shared_ptr<UIColor> red = UIColor::colorWithRed(1, 0, 0, 1);
     std::shared_ptr<SliderLog> log = std::make_shared<SliderLog>();
     std::shared_ptr<ORVPlaybackSlider> slider = addView<ORVPlaybackSlider>({ 20, 200, width, height });
 };

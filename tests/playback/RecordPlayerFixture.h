@@ -66,8 +66,18 @@ protected:
     {
         makePlayer();
         executor.runAll();
-        delegate->takeLines();
+        heard();
     }
+    // What the delegate hears meanwhile, or has heard since it was asked for last.
+    Lines heardIn(double seconds)
+    {
+        scheduler.advance(seconds);
+        return delegate->takeLines();
+    }
+    Lines heard() { return heardIn(0); }
+
+    // What is heard of half a second of sound from its start.
+    const Lines wholeSound { "at 0.1", "at 0.2", "at 0.3", "at 0.4", "end", "at 0" };
 
     ManualScheduler scheduler;
     ManualExecutor executor;

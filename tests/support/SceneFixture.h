@@ -40,6 +40,14 @@ protected:
         return count;
     }
 
+    // How many frames are run on the way there.
+    int framesRunIn(double seconds)
+    {
+        const int before = scheduler.framesRun();
+        scheduler.advance(seconds);
+        return scheduler.framesRun() - before;
+    }
+
     // A view of the class, added to the window.
     template <typename View = UIView> std::shared_ptr<View> addView(const CGRect& rect)
     {
