@@ -4,6 +4,7 @@
 #include "platform/host/HostApplication.h"
 #include "platform/host/HostEnvironment.h"
 #include "platform/host/HostOptions.h"
+#include "platform/host/ToolkitMessages.h"
 
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -60,6 +61,7 @@ int UIApplicationMain(
         return 0;
     }
     HostEnvironment::apply(HostEnvironment::settingsFor(HostSurroundings::ofThisMachine()));
+    ToolkitMessages::dropSearchesForFonts();
     QGuiApplication application(argc, argv);
     return runApplication(options, argv, principalClassName, delegateClassName);
 }

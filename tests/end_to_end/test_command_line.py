@@ -1,6 +1,7 @@
 """The program started in other ways than a plain one."""
 
 import os
+import plistlib
 import struct
 import subprocess
 from pathlib import Path
@@ -57,6 +58,16 @@ class CommandLineTest(StageTest):
         code, process = self.run_program("--screenshot", self.folder / "screen.png")
         self.assertEqual(code, 0, process.errors)
         self.assertNotIn("font", process.errors)
+
+    def test_names_in_any_script_are_shown_without_a_word(self):
+        program, resources = self.copy_program()
+        people = plistlib.loads((resources / "FakePeople.plist").read_bytes())
+        for person, name in zip(people, ("বাংলা", "한국어", "עברית", "தமிழ்", "አማርኛ", "ไทย", "中文", "العربية")):
+            person["full_name"] = name
+        (resources / "FakePeople.plist").write_bytes(plistlib.dumps(people))
+        code, process = self.run_program("--screenshot", self.folder / "screen.png", program=program)
+        self.assertEqual(code, 0, process.errors)
+        self.assertEqual(process.errors, "")
 
     def test_paths_may_have_blanks_and_letters_of_any_language(self):
         program, _ = self.copy_program("a folder für 録音")
