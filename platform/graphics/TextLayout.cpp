@@ -101,6 +101,8 @@ TextLayout::TextLayout(const NSString& text, const TextStyle& style, CGFloat wid
     QStringList paragraphs = paragraphsOf(visiblePart(text, style, m_width));
     while (style.maximumLines > 0 && paragraphs.size() > 1 && paragraphs.last().isEmpty())
         paragraphs.removeLast(); // an empty line at the end is nothing that an ellipsis would stand for
+    for (const NSString& paragraph : std::as_const(paragraphs))
+        m_font->prepareFor(paragraph);
     for (qsizetype index = 0; index < paragraphs.size(); ++index) {
         const int linesLeft = style.maximumLines > 0 ? style.maximumLines - lineCount() : 0;
         if (style.maximumLines > 0 && linesLeft == 0)

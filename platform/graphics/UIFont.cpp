@@ -1,5 +1,7 @@
 #include "platform/graphics/UIFont.h"
 
+#include "platform/graphics/FontCatalogue.h"
+
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QFontMetricsF>
@@ -13,16 +15,6 @@ namespace {
 
 const NSString systemFamily = QStringLiteral("Inter");
 const NSString emojiFamily = QStringLiteral("Noto Color Emoji");
-
-// What has letters that a face lacks, before the system's own choice, which may take emoji from a font that
-// has them without colours. They are never the first to be asked: their digits are pictures, too.
-const QStringList& fallbackFamilies()
-{
-    static const QStringList families = QFontDatabase::hasFamily(systemFamily)
-        ? QStringList { systemFamily, emojiFamily }
-        : QStringList { systemFamily };
-    return families;
-}
 
 struct NamedFace {
     NSString name;
@@ -38,6 +30,29 @@ const std::array<NamedFace, 2>& namedFaces()
             { QStringLiteral("Roboto Condensed"), UIFontWeight::Bold, 78 } },
     } };
     return faces;
+}
+
+FontCatalogue& catalogue()
+{
+    static FontCatalogue fonts([] {
+        std::vector<NSString> families { systemFamily };
+        for (const NamedFace& named : namedFaces())
+            families.push_back(named.face.family);
+        return families;
+    }());
+    return fonts;
+}
+
+// What has letters that a face lacks, before the system's own choice, which may take emoji from a font that
+// has them without colours. They are never the first to be asked: their digits are pictures, too.
+const QStringList& fallbackFamilies()
+{
+    static const QStringList systemAlone { systemFamily };
+    if (!catalogue().isWhole())
+        return systemAlone;
+    static const QStringList families
+        = QFontDatabase::hasFamily(systemFamily) ? QStringList { systemFamily, emojiFamily } : systemAlone;
+    return families;
 }
 
 // How far the lines of a face reach from the baseline and from each other, in parts of its size.
@@ -113,6 +128,8 @@ std::shared_ptr<UIFont> UIFont::fontWithSize(CGFloat size) const
 {
     return fontWithFace(m_name, m_face, size);
 }
+
+void UIFont::prepareFor(const NSString& text) const { catalogue().readFor(text, m_face.family); }
 
 NSString UIFont::familyName() const { return QFontInfo(qFont()).family(); }
 

@@ -45,6 +45,8 @@ public:
     // From one baseline to the next.
     CGFloat lineHeight() const { return metrics().ascender - metrics().descender + metrics().leading; }
 
+    // Looks for the letters that the face lacks; to be called before the text is drawn in a qFont().
+    void prepareFor(const NSString& text) const;
     // For drawing. Its size is a whole number of pixels; qFontScale() is what remains to reach pointSize().
     QFont qFont() const;
     CGFloat qFontScale() const;

@@ -46,19 +46,109 @@ bool hasColor(const QImage& picture)
 
 struct Script {
     const char* name;
-    std::vector<const char*> letters;
+    const char* letters; // between blanks
 };
 
+// All that the Unicode Standard Annex 31 recommends or knows to be in use, but Thaana; and of what it leaves
+// to scholars and musicians, some.
 const Script scripts[] = {
-    { "Chinese", { "中", "国", "书", "龍" } },
-    { "Japanese", { "あ", "カ", "録", "々" } },
-    { "Korean", { "한", "글", "녹" } },
-    { "Thai", { "ก", "ข", "ฮ", "เ" } },
-    { "Hindi", { "क", "ह", "अ", "न्दी" } },
-    { "Arabic", { "ع", "ب", "ك", "لا" } },
-    { "Hebrew", { "ש", "ל", "ם" } },
-    { "Emoji", { "😀", "🎙", "🚋", "👩‍🎤", "🇯🇵" } },
+    { "Arabic", "ع ب ك لا" },
+    { "Armenian", "Հ ա յ" },
+    { "Bengali", "ক ল স্ত" },
+    { "Bopomofo", "ㄅ ㄆ ㄇ" },
+    { "Cyrillic", "Р ж ў" },
+    { "Devanagari", "क ह अ न्दी" },
+    { "Ethiopic", "አ ማ ኛ" },
+    { "Georgian", "ქ ა რ" },
+    { "Greek", "Ω λ ύ" },
+    { "Gujarati", "ક જ ત્ર" },
+    { "Gurmukhi", "ਪ ਜ ਬ" },
+    { "Chinese", "中 国 书 龍" },
+    { "Korean", "한 글 녹" },
+    { "Hebrew", "ש ל ם" },
+    { "Hiragana", "あ ら が" },
+    { "Kannada", "ಕ ನ ಡ" },
+    { "Katakana", "カ タ ナ" },
+    { "Japanese", "録 々 峠" },
+    { "Khmer", "ភ ស ខ្មែ" },
+    { "Lao", "ລ າ ວ" },
+    { "Latin", "Ł ễ ß" },
+    { "Malayalam", "മ ല ളം" },
+    { "Burmese", "မ န ပ" },
+    { "Oriya", "ଓ ଡ ଆ" },
+    { "Sinhala", "ස ල හ" },
+    { "Tamil", "த ம ழ்" },
+    { "Telugu", "త ల గ" },
+    { "Thai", "ก ข ฮ เ" },
+    { "Tibetan", "བ ཡ ག" },
+    { "Adlam", "𞤀 𞤣 𞤤" },
+    { "Balinese", "ᬅ ᬓ ᬲ" },
+    { "Bamum", "ꚠ ꚡ ꚢ" },
+    { "Batak", "ᯀ ᯂ ᯅ" },
+    { "Canadian syllables", "ᐃ ᓄ ᒃ" },
+    { "Chakma", "𑄌 𑄋 𑄟" },
+    { "Cham", "ꨌ ꨍ ꨣ" },
+    { "Cherokee", "Ꮳ Ꮃ Ꭹ" },
+    { "Rohingya", "𐴀 𐴁 𐴂" },
+    { "Javanese", "ꦗ ꦮ ꦱ" },
+    { "Kayah Li", "ꤊ ꤋ ꤌ" },
+    { "Lepcha", "ᰛ ᰕ ᰁ" },
+    { "Limbu", "ᤗ ᤁ ᤂ" },
+    { "Lisu", "ꓐ ꓑ ꓒ" },
+    { "Mandaic", "ࡀ ࡁ ࡂ" },
+    { "Meetei Mayek", "ꯃ ꯤ ꯇ" },
+    { "Miao", "𖼀 𖼁 𖼂" },
+    { "New Tai Lue", "ᦑ ᦟ ᦀ" },
+    { "Newa", "𑐣 𑐥 𑐀" },
+    { "N'Ko", "ߒ ߞ ߏ" },
+    { "Nyiakeng Puachue Hmong", "𞄀 𞄁 𞄂" },
+    { "Ol Chiki", "ᱚ ᱞ ᱪ" },
+    { "Osage", "𐓏 𐓘 𐓻" },
+    { "Saurashtra", "ꢱ ꢬ ꢀ" },
+    { "Sundanese", "ᮞ ᮔ ᮃ" },
+    { "Syloti Nagri", "ꠍ ꠟ ꠇ" },
+    { "Syriac", "ܣ ܘ ܪ" },
+    { "Tai Le", "ᥖ ᥭ ᥰ" },
+    { "Tai Tham", "ᨲ ᩅ ᨠ" },
+    { "Tai Viet", "ꪀ ꪕ ꪒ" },
+    { "Tifinagh", "ⵜ ⵉ ⴼ" },
+    { "Vai", "ꕙ ꔤ ꔀ" },
+    { "Wancho", "𞋒 𞋀 𞋉" },
+    { "Yi", "ꆈ ꌠ ꉙ" },
+    { "Mongolian", "ᠮ ᠣ ᠩ" },
+    { "Buginese", "ᨒ ᨈ ᨀ" },
+    { "Tagalog", "ᜊ ᜌ ᜀ" },
+    { "Coptic", "ⲁ ⲃ ⲅ" },
+    { "Cuneiform", "𒀀 𒀁 𒀂" },
+    { "Egyptian hieroglyphs", "𓀀 𓀁 𓀂" },
+    { "Gothic", "𐌰 𐌱 𐌲" },
+    { "Ogham", "ᚁ ᚂ ᚃ" },
+    { "Runes", "ᚠ ᚢ ᚦ" },
+    { "Braille", "⠁ ⠃ ⠉" },
+    { "mathematics", "∮ 𝔄 𝛼" },
+    { "music", "𝄞 ♩ 𝄢" },
 };
+constexpr const char* emoji = "😀 🎙 🚋 👩‍🎤 🇯🇵";
+
+std::vector<QImage> inksOf(const char* letters)
+{
+    std::vector<QImage> inks;
+    for (const QString& letter : QString::fromUtf8(letters).split(QLatin1Char(' ')))
+        inks.push_back(inkOf(letter));
+    return inks;
+}
+
+// Each of the letters has ink of its own.
+void expectLetters(const char* name, const char* letters)
+{
+    const std::vector<QImage> inks = inksOf(letters);
+    for (std::size_t index = 0; index < inks.size(); ++index) {
+        const auto here = inks.begin() + static_cast<std::ptrdiff_t>(index);
+        EXPECT_FALSE(here->isNull()) << name << ", letter " << index;
+        EXPECT_NE(*here, missingLetter()) << name << ", letter " << index;
+        EXPECT_EQ(std::find(inks.begin(), here, *here), here) << name << ", letter " << index;
+    }
+}
 
 TEST(GalleryScriptsTest, AMissingLetterIsSeen)
 {
@@ -68,33 +158,23 @@ TEST(GalleryScriptsTest, AMissingLetterIsSeen)
 
 TEST(GalleryScriptsTest, EveryScriptIsDrawnWithLettersOfItsOwn)
 {
-    for (const Script& script : scripts) {
-        std::vector<QImage> drawn;
-        for (const char* letter : script.letters) {
-            const QImage ink = inkOf(QString::fromUtf8(letter));
-            EXPECT_FALSE(ink.isNull()) << script.name << ' ' << letter;
-            EXPECT_NE(ink, missingLetter()) << script.name << ' ' << letter;
-            for (const QImage& other : drawn)
-                EXPECT_NE(ink, other) << script.name << ' ' << letter;
-            drawn.push_back(ink);
-        }
-    }
+    for (const Script& script : scripts)
+        expectLetters(script.name, script.letters);
 }
 
 TEST(GalleryScriptsTest, EmojiHaveTheirColours)
 {
-    for (const char* letter : scripts[std::size(scripts) - 1].letters)
-        EXPECT_TRUE(hasColor(inkOf(QString::fromUtf8(letter)))) << letter;
+    expectLetters("emoji", emoji);
+    for (const QImage& ink : inksOf(emoji))
+        EXPECT_TRUE(hasColor(ink));
     EXPECT_FALSE(hasColor(inkOf(QStringLiteral("a"))));
 }
 
 TEST(GalleryScriptsTest, LettersAmongLatinOnesAreDrawnToo)
 {
-    const QImage plain = inkOf(QStringLiteral("Tram"));
-    for (const Script& script : scripts)
-        EXPECT_GT(
-            inkOf(QStringLiteral("Tram ") + QString::fromUtf8(script.letters[0])).width(), plain.width() + 10)
-            << script.name;
+    const int plain = inkOf(QStringLiteral("Tram")).width();
+    for (const char* letter : { "中", "あ", "한", "ก", "अ", "ع", "ש", "ა", "አ", "😀" })
+        EXPECT_GT(inkOf(QStringLiteral("Tram ") + QString::fromUtf8(letter)).width(), plain + 10) << letter;
 }
 
 } // namespace
