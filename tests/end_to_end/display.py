@@ -12,6 +12,7 @@ from processes import ChildProcess, wait_until
 LEFT_BUTTON = 1
 CLIENT_MESSAGE = 33
 NO_EVENTS = 0
+FOCUS_TO_PARENT = 2
 
 
 class ClientMessage(ctypes.Structure):
@@ -40,6 +41,7 @@ class Display:
         self._x11.XOpenDisplay.restype = ctypes.c_void_p
         self._x11.XDefaultRootWindow.restype = ctypes.c_ulong
         self._x11.XInternAtom.restype = ctypes.c_ulong
+        self._x11.XStringToKeysym.restype = ctypes.c_ulong
         self._connection = None
         reader, writer = os.pipe()
         try:
@@ -96,6 +98,14 @@ class Display:
         self._tests.XTestFakeButtonEvent(self._connection, LEFT_BUTTON, 0, 0)
         self._x11.XSync(self._connection, 0)
 
+    def press(self, title, modifier, key):
+        """Presses a key of the window of that name together with a modifier; both by the X library's names."""
+        self._x11.XSetInputFocus(self._connection, ctypes.c_ulong(self._window(title)), FOCUS_TO_PARENT, 0)
+        codes = [self._key_code(modifier), self._key_code(key)]
+        for code, is_down in [*((code, 1) for code in codes), *((code, 0) for code in reversed(codes))]:
+            self._tests.XTestFakeKeyEvent(self._connection, code, is_down, 0)
+        self._x11.XSync(self._connection, 0)
+
     def close_window(self, title):
         """Asks the program to close its window, as a title bar's button does."""
         message = ClientMessage(
@@ -105,6 +115,10 @@ class Display:
         self._x11.XSendEvent(
             self._connection, ctypes.c_ulong(message.window), 0, NO_EVENTS, ctypes.byref(message))
         self._x11.XSync(self._connection, 0)
+
+    def _key_code(self, name):
+        symbol = ctypes.c_ulong(self._x11.XStringToKeysym(name.encode()))
+        return self._x11.XKeysymToKeycode(self._connection, symbol)
 
     def _atom(self, name):
         return self._x11.XInternAtom(self._connection, name.encode(), 0)
