@@ -13,6 +13,7 @@ std::vector<LayoutNode*> nodesOf(const NSLayoutConstraint& constraint)
 {
     std::vector<LayoutNode*> nodes;
     const LayoutExpression expression = LayoutExpression::of(constraint);
+    nodes.reserve(expression.terms().size());
     for (const auto& term : expression.terms()) {
         LayoutNode* const node = &LayoutNode::ensure(*term.item);
         if (std::ranges::find(nodes, node) == nodes.end())
@@ -30,14 +31,14 @@ std::shared_ptr<LayoutIsland> LayoutIsland::islandOf(const NSLayoutConstraint& c
 
 void LayoutIsland::add(NSLayoutConstraint& constraint)
 {
-    const auto nodes = nodesOf(constraint);
+    auto nodes = nodesOf(constraint);
     std::shared_ptr<LayoutIsland> island;
     for (const LayoutNode* const node : nodes)
         if (isFree(*node) && node->island())
             island = merged(island, islandOf(*node));
     if (!island)
         island = std::make_shared<LayoutIsland>();
-    island->admit(constraint, nodes);
+    island->admit(constraint, std::move(nodes));
 }
 
 // The larger of the two, with the other one in it; the first may be null.
@@ -52,7 +53,7 @@ std::shared_ptr<LayoutIsland> LayoutIsland::merged(
     return first;
 }
 
-void LayoutIsland::admit(NSLayoutConstraint& constraint, const std::vector<LayoutNode*>& nodes)
+void LayoutIsland::admit(NSLayoutConstraint& constraint, std::vector<LayoutNode*> nodes)
 {
     for (LayoutNode* const node : nodes) {
         node->addConstraint(constraint);
@@ -63,7 +64,7 @@ void LayoutIsland::admit(NSLayoutConstraint& constraint, const std::vector<Layou
             addNode(*node);
         }
     }
-    addConstraint(constraint, nodes);
+    addConstraint(constraint, std::move(nodes));
 }
 
 void LayoutIsland::annex(LayoutIsland& other)

@@ -26,7 +26,7 @@ public:
 private:
     static std::shared_ptr<LayoutIsland> merged(
         std::shared_ptr<LayoutIsland> first, std::shared_ptr<LayoutIsland> second);
-    void admit(NSLayoutConstraint&, const std::vector<LayoutNode*>& nodes);
+    void admit(NSLayoutConstraint&, std::vector<LayoutNode*> nodes);
     void annex(LayoutIsland& other);
     void expel(NSLayoutConstraint&);
     void takeOutIfUnused(LayoutNode&);

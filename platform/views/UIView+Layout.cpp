@@ -36,6 +36,8 @@ void UIView::superviewsNeedUpdateConstraints()
 
 void UIView::updateConstraintsIfNeeded()
 {
+    if (!hasPendingConstraintUpdate())
+        return;
     const KeepAlive keepAlive(*this);
     for (int round = 0; round < maximumUpdateRounds && hasPendingConstraintUpdate(); ++round)
         updateConstraintsOnce();
@@ -77,9 +79,9 @@ void UIView::layerWillLayoutTree(CALayer&)
     LayoutIsland::solvePending();
 }
 
+// The layer keeps its delegate alive as long as it tells it.
 void UIView::layoutSublayersOfLayer(CALayer&)
 {
-    const KeepAlive keepAlive(*this);
     UIViewOwner::tell(m_owner, &UIViewOwner::viewWillLayoutSubviews);
     updateConstraintsIfNeeded();
     refreshInsets();

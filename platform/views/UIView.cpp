@@ -100,8 +100,9 @@ CGRect UIView::bounds() const { return m_layer->bounds(); }
 
 void UIView::setBounds(const CGRect& bounds)
 {
-    NSParameterAssert(isFinite(bounds), "UIView", "isfinite(bounds)");
-    if (!isFinite(bounds))
+    const bool accepted = isFinite(bounds);
+    NSParameterAssert(accepted, "UIView", "isfinite(bounds)");
+    if (!accepted)
         return;
     const CGRect oldBounds = m_layer->bounds();
     const CGSize oldSize = oldBounds.size();
@@ -124,8 +125,9 @@ CGPoint UIView::center() const { return m_layer->position(); }
 
 void UIView::setCenter(const CGPoint& center)
 {
-    NSParameterAssert(isFinite(center), "UIView", "isfinite(center)");
-    if (!isFinite(center))
+    const bool accepted = isFinite(center);
+    NSParameterAssert(accepted, "UIView", "isfinite(center)");
+    if (!accepted)
         return;
     const bool moves = center != m_layer->position();
     m_layer->setPosition(center);

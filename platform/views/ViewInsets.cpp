@@ -135,6 +135,8 @@ void ViewInsets::refreshAll()
 
 void ViewInsets::refreshInside(const UIView& moved)
 {
+    if (followed().empty())
+        return;
     std::vector<std::weak_ptr<UIView>> views; // told one by one, of which each may do anything
     for (const ViewInsets* insets : followed())
         if (moved.containsView(insets->m_view))
