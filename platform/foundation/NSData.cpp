@@ -11,8 +11,7 @@ namespace {
 
 FileContents tooLarge(qint64 bytes, qint64 mostBytes)
 {
-    return { {}, QStringLiteral("%1 bytes are more than the %2 that are read").arg(bytes).arg(mostBytes),
-        true };
+    return { {}, QStringLiteral("%1 bytes are more than the %2 that are read").arg(bytes).arg(mostBytes) };
 }
 
 } // namespace
@@ -22,16 +21,18 @@ FileContents FileContents::read(const NSString& path, qint64 mostBytes)
     QFile file(path);
     // Only plain files: to open a pipe would wait for its other end.
     if (path.isEmpty() || !QFileInfo(path).isFile())
-        return { {}, QStringLiteral("there is no such file"), false };
+        return { {}, QStringLiteral("there is no such file"), true };
     if (!file.open(QIODevice::ReadOnly))
-        return { {}, file.errorString(), false };
+        return { {}, file.errorString() };
     if (file.size() > mostBytes)
         return tooLarge(file.size(), mostBytes);
     // One byte more shows a file that has grown meanwhile.
     NSData data = file.read(std::min(file.size(), mostBytes) + 1);
     if (data.size() > mostBytes)
         return tooLarge(data.size(), mostBytes);
-    return { data.isNull() ? NSData("") : std::move(data), {}, false };
+    if (file.error() != QFile::NoError)
+        return { {}, file.errorString() };
+    return { data.isNull() ? NSData("") : std::move(data), {} };
 }
 
 NSData dataWithContentsOfURL(const NSURL& url, qint64 mostBytes)
@@ -40,7 +41,7 @@ NSData dataWithContentsOfURL(const NSURL& url, qint64 mostBytes)
     if (path.isEmpty())
         return {};
     const FileContents contents = FileContents::read(path, mostBytes);
-    if (contents.isTooLarge)
+    if (contents.data.isNull() && !contents.isMissing)
         FileProblem::tell(path, FileProblem::noLine, contents.problem);
     return contents.data;
 }

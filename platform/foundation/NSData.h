@@ -7,7 +7,7 @@
 struct FileContents {
     NSData data; // nil where the file cannot be read, else at least empty
     NSString problem;
-    bool isTooLarge = false;
+    bool isMissing = false; // there is no such file
 
     // Nothing that an application brings with it is larger; a file beyond this is damaged or no such thing.
     static constexpr qint64 largestSize = 64 * 1024 * 1024;
@@ -16,6 +16,6 @@ struct FileContents {
     static FileContents read(const NSString& path, qint64 mostBytes = largestSize);
 };
 
-// dataWithContentsOfURL: — nil when the address names no readable file; an empty file gives empty data. One
-// that is too large is told of on standard error.
+// dataWithContentsOfURL: — nil when the address names no readable file; an empty file gives empty data. Why a
+// file that is there cannot be read is told on standard error.
 NSData dataWithContentsOfURL(const NSURL&, qint64 mostBytes = FileContents::largestSize);

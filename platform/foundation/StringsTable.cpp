@@ -1,15 +1,13 @@
 #include "platform/foundation/StringsTable.h"
 
-#include <QStringDecoder>
+#include "platform/foundation/EncodedText.h"
 
 namespace {
 
-// Reads the bytes of one table: all its marks are ASCII, and only the texts between quotes are decoded.
 class StringsParser {
 public:
-    explicit StringsParser(const NSData& text)
+    explicit StringsParser(const NSString& text)
         : m_text(text)
-        , m_position(text.startsWith("\xEF\xBB\xBF") ? 3 : 0)
     {
     }
 
@@ -19,15 +17,17 @@ public:
         return std::move(m_table);
     }
 
-private:
+    // Whether the whole text was looked at, be it in vain.
     bool isAtEnd() const { return m_position >= m_text.size(); }
-    char current() const { return isAtEnd() ? '\0' : m_text.at(m_position); }
-    bool isAt(const char* mark) const { return QByteArrayView(m_text).sliced(m_position).startsWith(mark); }
+
+private:
+    QChar current() const { return isAtEnd() ? QChar() : m_text.at(m_position); }
+    bool isAt(QStringView mark) const { return QStringView(m_text).sliced(m_position).startsWith(mark); }
 
     void advance(qsizetype count = 1)
     {
         for (; count > 0 && !isAtEnd(); --count)
-            m_line += m_text.at(m_position++) == '\n';
+            m_line += m_text.at(m_position++) == u'\n';
     }
 
     bool fail(const char* message) { return fail(message, m_line); }
@@ -37,19 +37,25 @@ private:
         return false;
     }
 
+    bool failAtEnd(const char* message, int line)
+    {
+        m_position = m_text.size();
+        return fail(message, line);
+    }
+
     // White space and comments; false when a comment does not end.
     bool skipSpace()
     {
         while (!isAtEnd()) {
-            if (QByteArrayView(" \t\r\n").contains(current())) {
+            if (QStringView(u" \t\r\n").contains(current())) {
                 advance();
-            } else if (isAt("//")) {
-                while (!isAtEnd() && current() != '\n')
+            } else if (isAt(u"//")) {
+                while (!isAtEnd() && current() != u'\n')
                     advance();
-            } else if (isAt("/*")) {
-                const auto end = m_text.indexOf("*/", m_position + 2);
+            } else if (isAt(u"/*")) {
+                const auto end = m_text.indexOf(u"*/", m_position + 2);
                 if (end < 0)
-                    return fail("a comment does not end");
+                    return failAtEnd("a comment does not end", m_line);
                 advance(end + 2 - m_position);
             } else {
                 break;
@@ -60,7 +66,7 @@ private:
 
     bool skipToNextEntry() { return skipSpace() && !isAtEnd(); }
 
-    bool readMark(char mark, const char* messageWhenMissing)
+    bool readMark(QChar mark, const char* messageWhenMissing)
     {
         if (!skipSpace())
             return false;
@@ -75,8 +81,8 @@ private:
     {
         NSString key;
         NSString text;
-        if (!readString(key) || !readMark('=', "expected \"=\" after the key") || !readString(text)
-            || !readMark(';', "expected \";\" after the text"))
+        if (!readString(key) || !readMark(u'=', "expected \"=\" after the key") || !readString(text)
+            || !readMark(u';', "expected \";\" after the text"))
             return false;
         m_table.entries.insert(key, text);
         return true;
@@ -84,49 +90,47 @@ private:
 
     bool readString(NSString& string)
     {
-        if (!readMark('"', "expected a text in quotes"))
+        if (!readMark(u'"', "expected a text in quotes"))
             return false;
         const int firstLine = m_line;
         string = QStringLiteral("");
-        while (current() != '"') {
+        while (current() != u'"') {
             if (isAtEnd())
                 return fail("a text in quotes does not end", firstLine);
-            if (!(current() == '\\' ? readEscape(string) : readPlainText(string)))
+            if (current() != u'\\')
+                readPlainText(string);
+            else if (!readEscape(string))
                 return false;
         }
         advance();
         return string.isValidUtf16() || fail("half of a surrogate pair", firstLine);
     }
 
-    bool readPlainText(NSString& string)
+    void readPlainText(NSString& string)
     {
         auto end = m_position;
-        while (end < m_text.size() && m_text.at(end) != '"' && m_text.at(end) != '\\')
+        while (end < m_text.size() && m_text.at(end) != u'"' && m_text.at(end) != u'\\')
             ++end;
-        QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-        string += decoder.decode(QByteArrayView(m_text).sliced(m_position, end - m_position));
-        if (decoder.hasError())
-            return fail("the text is not UTF-8");
+        string += QStringView(m_text).sliced(m_position, end - m_position);
         advance(end - m_position);
-        return true;
     }
 
     bool readEscape(NSString& string)
     {
         advance();
-        const char escape = current();
-        if (escape == 'U')
+        const QChar escape = current();
+        if (escape == u'U')
             return readUnicodeEscape(string);
-        switch (escape) {
-        case 'n':
+        switch (escape.unicode()) {
+        case u'n':
             string += u'\n';
             break;
-        case 't':
+        case u't':
             string += u'\t';
             break;
-        case '"':
-        case '\\':
-            string += QLatin1Char(escape);
+        case u'"':
+        case u'\\':
+            string += escape;
             break;
         default:
             return fail("unknown escape after a backslash");
@@ -139,9 +143,9 @@ private:
     bool readUnicodeEscape(NSString& string)
     {
         advance();
-        const NSData digits = m_text.mid(m_position, 4);
-        bool isNumber = digits.size() == 4 && std::all_of(digits.cbegin(), digits.cend(), [](char digit) {
-            return std::isxdigit(static_cast<unsigned char>(digit)) != 0;
+        const NSString digits = m_text.mid(m_position, 4);
+        bool isNumber = digits.size() == 4 && std::all_of(digits.cbegin(), digits.cend(), [](QChar digit) {
+            return std::isxdigit(digit.toLatin1()) != 0; // 0 for what is not Latin
         });
         if (!isNumber)
             return fail("\\U needs four hexadecimal digits");
@@ -150,12 +154,20 @@ private:
         return true;
     }
 
-    const NSData& m_text;
-    qsizetype m_position;
+    const NSString& m_text;
+    qsizetype m_position = 0;
     int m_line = 1;
     StringsTable m_table;
 };
 
 } // namespace
 
-StringsTable StringsTable::parse(const NSData& text) { return StringsParser(text).parse(); }
+StringsTable StringsTable::parse(const NSData& data)
+{
+    const EncodedText text = EncodedText::decode(data);
+    StringsParser parser(text.text);
+    StringsTable table = parser.parse();
+    if (!text.problem.isEmpty() && parser.isAtEnd())
+        table.error = Error { text.problemLine, text.problem };
+    return table;
+}

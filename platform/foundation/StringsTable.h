@@ -1,7 +1,7 @@
 // Reads a table of localised strings: lines of "key" = "text"; with comments between them.
 //
-// The text is UTF-8, with or without a byte order mark. Reading stops at the first error and keeps
-// the entries before it.
+// The text is UTF-8, or in the form of Unicode that its bytes show (EncodedText). Reading stops at the first
+// error and keeps the entries before it.
 #pragma once
 
 #include "platform/foundation/FoundationTypes.h"

@@ -1,8 +1,7 @@
 // The characters of an XML document, decoded from its bytes.
 //
 // The encoding is found as the XML recommendation says (Appendix F): by the byte order mark, by the zeros
-// around the first character, else by the declaration, else it is UTF-8. Every encoding that ICU knows is
-// read. What is not in the encoding that it names is refused, so that nothing is ever read wrong.
+// around the first character, else by the declaration, else it is UTF-8. EncodedText reads it.
 #pragma once
 
 #include "platform/foundation/FoundationTypes.h"

@@ -58,3 +58,12 @@ TEST(NSDataTest, TheCapIsWhatTheCallerSays)
     EXPECT_TRUE(dataWithContentsOfURL(url, 4).isNull());
     EXPECT_FALSE(testing::internal::GetCapturedStderr().empty());
 }
+
+TEST(NSDataTest, WhyAFileThatIsThereCannotBeReadIsTold)
+{
+    const NSString unreadable = QStringLiteral("/proc/self/mem"); // nothing lies at its beginning
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(contentsOf(unreadable).isNull());
+    EXPECT_TRUE(contentsOf(QStringLiteral("/no such file")).isNull());
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), testing::MatchesRegex("/proc/self/mem: .+\n"));
+}

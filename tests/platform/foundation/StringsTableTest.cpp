@@ -3,6 +3,7 @@
 #include "tests/support/SourcePath.h"
 
 #include <QFile>
+#include <QStringEncoder>
 
 #include <gmock/gmock.h>
 
@@ -44,6 +45,35 @@ TEST(StringsTableTest, SkipsAByteOrderMark)
     EXPECT_EQ(valueOf("\xEF\xBB\xBF\"a\" = \"A\";", "a"), QStringLiteral("A"));
 }
 
+TEST(StringsTableTest, EveryFormOfUnicodeIsRead)
+{
+    const NSString text = NSString::fromUtf8("\n/* ö */ \"Größe\" = \"размер, 大小, 😀\\n\";\n\"b\" = \"B\";");
+    for (const auto form : { QStringConverter::Utf8, QStringConverter::Utf16LE, QStringConverter::Utf16BE,
+             QStringConverter::Utf32LE, QStringConverter::Utf32BE })
+        for (const auto mark : { QStringConverter::Flag::Default, QStringConverter::Flag::WriteBom }) {
+            const NSData data = QStringEncoder(form, mark).encode(text);
+            const StringsTable table = StringsTable::parse(data);
+            EXPECT_FALSE(table.error) << QStringConverter::nameForEncoding(form);
+            EXPECT_EQ(table.entries.size(), 2) << QStringConverter::nameForEncoding(form);
+            EXPECT_EQ(
+                table.entries.value(NSString::fromUtf8("Größe")), NSString::fromUtf8("размер, 大小, 😀\n"));
+            EXPECT_EQ(table.entries.value(QStringLiteral("b")), QStringLiteral("B"));
+        }
+}
+
+TEST(StringsTableTest, WhatIsNotInItsEncodingIsRefusedByName)
+{
+    const NSString text = QStringLiteral("\"a\" = \"A\";\n\"b\" = \"B\";");
+    expectError(
+        QStringEncoder(QStringConverter::Utf16LE, QStringConverter::Flag::WriteBom).encode(text) + "\n", 2,
+        "the text is not in its encoding, \"UTF-16LE\"");
+    expectError(QStringEncoder(QStringConverter::Utf16BE).encode(text) + NSData("\xD8", 1), 2,
+        "the text is not in its encoding, \"UTF-16BE\"");
+    expectError("\"a\" = \"Gr\xF6\xDF"
+                "e\";", // in Latin letters of one byte
+        1, "the text is not in its encoding, \"UTF-8\"");
+}
+
 TEST(StringsTableTest, UnderstandsEscapes)
 {
     EXPECT_EQ(valueOf(R"("a" = "1\n2\t3\"4\\5";)", "a"), QStringLiteral("1\n2\t3\"4\\5"));
@@ -83,8 +113,10 @@ TEST(StringsTableTest, ErrorsNameTheirLine)
     expectError("\"a\" = \"\\U12G4\";", 1, "\\U needs four hexadecimal digits");
     expectError("\"a\" = \"\\U12", 1, "\\U needs four hexadecimal digits");
     expectError("\"a\" = \"\\UD83D\";", 1, "half of a surrogate pair");
-    expectError("\"a\" = \"\xFF\";", 1, "the text is not UTF-8");
-    expectError("\"a\" = \"\xC3\";", 1, "the text is not UTF-8");
+    expectError("\"a\" = \"\xFF\";", 1, "the text is not in its encoding, \"UTF-8\"");
+    expectError("\"a\" = \"A\";\n\"b\" = \"\n\xC3\";", 3, "the text is not in its encoding, \"UTF-8\"");
+    expectError("\"a\" = \"A\";\n/* \xE4", 2, "the text is not in its encoding, \"UTF-8\"");
+    expectError("\"a\" = A;\n\"b\" = \"\xE4\";", 1, "expected a text in quotes");
 }
 
 TEST(StringsTableTest, EntriesBeforeAnErrorAreKept)
