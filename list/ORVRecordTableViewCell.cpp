@@ -175,8 +175,6 @@ void ORVRecordTableViewCell::addPlaybackSliderIfNecessary()
 void ORVRecordTableViewCell::removePlaybackSliderIfNecessary()
 {
     m_playbackSlider->removeFromSuperview();
-    if (m_playbackSlider->superview())
-        return; // one of those who heard of the removal has shown it again
     // The slider holds its height itself and would keep it, one more at every opening.
     NSLayoutConstraint::deactivateConstraints(m_sliderConstraints);
 }

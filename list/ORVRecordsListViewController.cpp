@@ -267,8 +267,7 @@ void ORVRecordsListViewController::stopCurrentRecordPlayer()
     m_cellConfigurator->configurePlaybackControlsInCell(
         cellForRecord(*player->record()).get(), nullptr, Animated::Yes);
     player->setPaused(true);
-    if (m_currentPlayer == player)
-        m_currentPlayer.reset();
+    m_currentPlayer.reset();
 }
 
 void ORVRecordsListViewController::configureCellOfPlayer(const ORVRecordPlayer& player)

@@ -183,6 +183,7 @@ TEST_F(PlaybackControlsTest, SwitchTheIconOnlyWhenItChanges)
 class CellSliderTest : public ORVRecordTableViewCellTest {
 protected:
     bool hasSlider() const { return cell->playbackSlider()->superview() != nullptr; }
+    double shownAlpha() const { return cell->playbackSlider()->layer()->presentationValues().opacity; }
 };
 
 TEST_F(CellSliderTest, IsNotInAFreshCell)
@@ -211,7 +212,7 @@ TEST_F(CellSliderTest, LeavesWhenItsFadeHasFinished)
     cell->setPlaybackSliderVisible(false, Animated::Yes);
     scheduler.advance(0.15);
     EXPECT_TRUE(hasSlider());
-    EXPECT_NEAR(cell->playbackSlider()->layer()->presentationValues().opacity, 0.5, 0.05);
+    EXPECT_NEAR(shownAlpha(), 0.5, 0.05);
     scheduler.advance(0.3);
     EXPECT_FALSE(hasSlider());
     EXPECT_TRUE(cell->contentView()->constraints().size() > 0) << "the others stay";
@@ -269,27 +270,35 @@ TEST_F(CellSliderTest, RendersItsWaveformAnewWhenItsWidthOrItsScaleChanges)
 
 TEST_F(CellSliderTest, StaysWhenItIsShownAgainBeforeItHasGone)
 {
-    cell->setPlaybackSliderVisible(true, Animated::No);
-    runFrames();
-    cell->setPlaybackSliderVisible(false, Animated::Yes);
-    scheduler.advance(0.15);
-    cell->setPlaybackSliderVisible(true, Animated::Yes);
-    scheduler.advance(1);
-    EXPECT_TRUE(hasSlider());
-    EXPECT_EQ(cell->playbackSlider()->layer()->presentationValues().opacity, 1);
+    for (const Animated animated : { Animated::Yes, Animated::No }) {
+        cell->setPlaybackSliderVisible(true, Animated::No);
+        runFrames();
+        cell->setPlaybackSliderVisible(false, Animated::Yes);
+        scheduler.advance(0.15);
+        cell->setPlaybackSliderVisible(true, animated);
+        EXPECT_NEAR(shownAlpha(), animated == Animated::Yes ? 0.5 : 1, 0.05);
+        scheduler.advance(1);
+        EXPECT_TRUE(hasSlider());
+        EXPECT_EQ(shownAlpha(), 1);
+    }
 }
 
-TEST_F(CellSliderTest, StaysWhenItIsShownAgainAtOnceBeforeItHasGone)
+TEST_F(CellSliderTest, IsShownOrGoneAtOnceWhateverFadesAreUnderWay)
 {
-    cell->setPlaybackSliderVisible(true, Animated::No);
-    runFrames();
-    cell->setPlaybackSliderVisible(false, Animated::Yes);
-    scheduler.advance(0.15);
-    cell->setPlaybackSliderVisible(true, Animated::No);
-    EXPECT_EQ(cell->playbackSlider()->layer()->presentationValues().opacity, 1) << "at once";
-    scheduler.advance(1);
-    EXPECT_TRUE(hasSlider());
-    EXPECT_EQ(cell->playbackSlider()->layer()->presentationValues().opacity, 1);
+    for (const bool visible : { true, false }) {
+        cell->setPlaybackSliderVisible(true, Animated::No);
+        runFrames();
+        for (const bool fadesIn : { false, true }) {
+            cell->setPlaybackSliderVisible(fadesIn, Animated::Yes);
+            scheduler.advance(0.1);
+        }
+        cell->setPlaybackSliderVisible(visible, Animated::No);
+        EXPECT_EQ(shownAlpha(), visible ? 1 : 0);
+        for (const double seconds : { 0.0, 1.0 }) {
+            scheduler.advance(seconds);
+            EXPECT_EQ(hasSlider(), visible);
+        }
+    }
 }
 
 TEST_F(CellSliderTest, StaysTransparentWhereItsFadeWasInterrupted)
