@@ -47,6 +47,8 @@ TEST_F(UITableViewChangesTest, RowsThatComeByAMoveStartWhereTheyWereAndThoseThat
     updateHeights(); // the last row leaves by it
     EXPECT_NEAR(shownTop(3), 150, 0.01);
     scheduler.advance(0.15);
+    table->setNeedsLayout(); // as a scroll does meanwhile
+    runFrames();
     ASSERT_EQ(visibleRows(), (std::vector { 0, 1, 2, 3 }));
     EXPECT_NEAR(shownTop(3), 170, 0.01);
     scheduler.advance(0.2);

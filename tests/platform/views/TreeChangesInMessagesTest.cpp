@@ -22,6 +22,7 @@ public:
     void didMoveToWindow() override
     {
         windowToldLast = window();
+        ++timesToldOfWindow;
         meddle();
     }
     void didAddSubview(UIView&) override { meddle(); }
@@ -52,6 +53,7 @@ public:
 
     std::function<void()> onMessage;
     UIWindow* windowToldLast = nullptr;
+    int timesToldOfWindow = 0;
     int begun = 0;
     int ended = 0;
 };
@@ -122,6 +124,7 @@ TEST_F(TreeChangesInMessagesTest, WhatACancelledGestureAddsAgainStays)
     EXPECT_EQ(last, CGPoint(10, 40)) << "the finger is where it was in the view";
     EXPECT_EQ(view->superview(), window.get());
     EXPECT_EQ(view->window(), window.get());
+    EXPECT_EQ(view->timesToldOfWindow, 3) << "of its coming, its going and its coming again, once each";
     expectAgreementOfAll();
     touch.moveTo({ 110, 160 });
     touch.up();
