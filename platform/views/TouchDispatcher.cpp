@@ -34,8 +34,8 @@ void TouchDispatcher::touchBegan(TouchID id, const CGPoint& location)
     const KeepAlive keepAlive(m_window);
     touchCancelled(id);
     UIView* const hit = isFinite(location) && !m_window.isGoing() ? hitTest(location) : nullptr;
-    if (!hit)
-        return;
+    if (!hit || find(id))
+        return; // one of those who were told of the cancelled touch has put the same finger down again
     const auto view = std::static_pointer_cast<UIView>(hit->shared_from_this());
     const auto touch = make<UITouch>(UITouch::Key(), view, location, Scheduler::current().now());
     m_fingers.push_back({ id, touch });

@@ -1,5 +1,6 @@
 #include "platform/views/UIResponder.h"
 
+#include "platform/foundation/Messages.h"
 #include "platform/views/UIWindow.h"
 
 void UIResponder::touchesBegan(const UITouches& touches, UIEvent& event)
@@ -52,9 +53,11 @@ bool UIResponder::resignFirstResponder()
 {
     if (!isFirstResponder())
         return true;
+    const KeepAlive keepAlive(*this);
     if (!canResignFirstResponder())
         return false;
-    responderWindow()->setFirstResponder(nullptr);
+    if (isFirstResponder()) // still: the answer may have changed the tree
+        responderWindow()->setFirstResponder(nullptr);
     return true;
 }
 

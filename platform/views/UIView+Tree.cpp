@@ -180,8 +180,10 @@ void UIView::tellDidMove(UIWindow* windowBefore, const InheritedTint& tintBefore
     UIWindow* const window = m_superview ? m_superview->m_window : nullptr;
     if (window != windowBefore) {
         setWindow(window);
-        if (windowBefore)
+        if (windowBefore) {
+            windowBefore->forgetFirstResponderIn(*this);
             windowBefore->touches().cancelTouchesIn(*this);
+        }
         if (m_moves == moves && m_window == window)
             tellDidMoveToWindow();
     } else {

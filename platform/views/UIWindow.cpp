@@ -68,6 +68,14 @@ void UIWindow::showRootView()
     insertSubview(m_rootView, 0);
 }
 
+void UIWindow::forgetFirstResponderIn(const UIView& view)
+{
+    const auto first = firstResponder();
+    for (const UIResponder* responder = first.get(); responder; responder = responder->nextResponder())
+        if (responder == &view)
+            return setFirstResponder(nullptr);
+}
+
 void UIWindow::layoutSubviews()
 {
     if (m_rootView)

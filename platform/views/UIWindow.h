@@ -43,6 +43,8 @@ public:
 
     // Whom the keyboard speaks to; null when there is nobody.
     std::shared_ptr<UIResponder> firstResponder() const { return m_firstResponder.lock(); }
+    // For a view that has left: whoever in it has become the first responder since it was asked to resign.
+    void forgetFirstResponderIn(const UIView& view);
     // For UIResponder, which asks both sides first.
     void setFirstResponder(const std::shared_ptr<UIResponder>& responder) { m_firstResponder = responder; }
 

@@ -175,6 +175,19 @@ TEST_F(TouchDispatcherTest, AFingerThatTouchesTwiceWithoutLeavingIsCancelledFirs
     EXPECT_EQ(view->lines, (Lines { "began 50 50", "cancelled 50 50", "began 60 60", "ended 60 60" }));
 }
 
+TEST_F(TouchDispatcherTest, AFingerThatIsPutDownAgainInsideItsCancellationIsThereOnce)
+{
+    touch.down({ 150, 150 });
+    view->onCancel = [this] {
+        view->onCancel = nullptr;
+        touch.down({ 170, 170 });
+    };
+    touch.down({ 160, 160 });
+    touch.up();
+    EXPECT_EQ(view->lines, (Lines { "began 50 50", "cancelled 50 50", "began 70 70", "ended 70 70" }));
+    EXPECT_FALSE(window->touches().hasTouches());
+}
+
 TEST_F(TouchDispatcherTest, AViewHearsOfOneFingerAtATimeUnlessItWantsMore)
 {
     touch.down({ 150, 150 }, 1);

@@ -7,9 +7,15 @@ class Field : public UIView {
 public:
     using UIView::UIView;
     bool canBecomeFirstResponder() const override { return accepts; }
-    bool canResignFirstResponder() const override { return releases; }
+    bool canResignFirstResponder() const override
+    {
+        if (onQuestion)
+            onQuestion();
+        return releases;
+    }
     bool accepts = true;
     bool releases = true;
+    std::function<void()> onQuestion;
 };
 
 class UIResponderTest : public SceneFixture {
@@ -42,6 +48,37 @@ TEST_F(UIResponderTest, TheOneBeforeMayRefuseToResign)
     EXPECT_FALSE(second->becomeFirstResponder());
     EXPECT_TRUE(first->isFirstResponder());
     EXPECT_FALSE(first->resignFirstResponder());
+}
+
+TEST_F(UIResponderTest, OneThatIsAskedToResignMayLeaveTheWindow)
+{
+    first->becomeFirstResponder();
+    first->onQuestion = [this] {
+        first->onQuestion = nullptr;
+        first->removeFromSuperview();
+    };
+    EXPECT_TRUE(second->becomeFirstResponder());
+    EXPECT_EQ(window->firstResponder(), second);
+    EXPECT_EQ(first->superview(), nullptr);
+}
+
+TEST_F(UIResponderTest, OneThatBecomesFirstWhileItLeavesIsNotFirstAfterwards)
+{
+    class Leaving : public Field {
+    public:
+        using Field::Field;
+        void didMoveToSuperview() override { EXPECT_FALSE(isFirstResponder()); }
+    };
+    class Superview : public UIView {
+    public:
+        using UIView::UIView;
+        void willRemoveSubview(UIView& view) override { EXPECT_TRUE(view.becomeFirstResponder()); }
+    };
+    const auto superview = addView<Superview>({ 0, 0, 100, 100 });
+    const auto view = make<Leaving>(CGRect(0, 0, 10, 10));
+    superview->addSubview(view);
+    view->removeFromSuperview();
+    EXPECT_EQ(window->firstResponder(), nullptr);
 }
 
 TEST_F(UIResponderTest, NotEveryResponderCanBeFirst)
