@@ -11,7 +11,7 @@
 
 UIViewController::~UIViewController()
 {
-    if (m_view)
+    if (m_view && m_view->owner() == this)
         m_view->setOwner(nullptr);
     for (const auto& child : m_children)
         child->m_parent = nullptr;
@@ -35,7 +35,7 @@ void UIViewController::setView(std::shared_ptr<UIView> view)
     const KeepAlive keepAlive(*this);
     if (!view || !view->window())
         willDisappear();
-    if (m_view)
+    if (m_view && m_view->owner() == this)
         m_view->setOwner(nullptr);
     m_view = std::move(view);
     if (m_view)
@@ -109,6 +109,8 @@ UIResponder* UIViewController::nextResponder() const
 
 // --- Appearance --------------------------------------------------------------------------------------
 
+bool UIViewController::isInWindow() const { return m_view && m_view->window(); }
+
 void UIViewController::viewWillMoveToWindow(UIWindow* window)
 {
     if (!window)
@@ -125,8 +127,11 @@ void UIViewController::willDisappear()
 
 void UIViewController::viewDidMoveToWindow()
 {
-    const bool inWindow = m_view && m_view->window();
+    const KeepAlive keepAlive(*this);
+    if (!isInWindow())
+        willDisappear(); // where the view has left without an announcement
     const Appearance before = m_appearance;
+    const bool inWindow = isInWindow();
     if (inWindow && (before == Appearance::Gone || before == Appearance::Disappearing)) {
         m_appearance = Appearance::Appearing;
         m_view->setNeedsLayout();
@@ -140,7 +145,7 @@ void UIViewController::viewDidMoveToWindow()
 
 void UIViewController::viewDidLayoutSubviews()
 {
-    if (m_appearance != Appearance::Appearing)
+    if (m_appearance != Appearance::Appearing || !isInWindow())
         return;
     m_appearance = Appearance::Appeared;
     viewDidAppear(Animated::No);

@@ -59,6 +59,7 @@ private:
     enum class Appearance { Gone, Appearing, Appeared, Disappearing };
 
     bool contains(const UIViewController& controller) const; // or is it
+    bool isInWindow() const;
     void willDisappear();
 
     std::shared_ptr<UIView> m_view;

@@ -9,6 +9,29 @@
 #include "platform/views/UIWindow.h"
 #include "platform/views/ViewInsets.h"
 
+// A change of the tree goes this way: all are told of what will happen; everything is changed without a word;
+// all are told of what has happened. Whoever is told may change the tree again. That change is carried
+// through at once, whole, and the one before it ends there if the view is not where it was; of the views that
+// both concern, each is told once.
+
+namespace {
+
+int movesUnderWay = 0;
+unsigned treeChanges = 0; // counted
+
+class [[nodiscard]] MoveUnderWay {
+public:
+    MoveUnderWay() { ++movesUnderWay; }
+    ~MoveUnderWay() { --movesUnderWay; }
+    MoveUnderWay(const MoveUnderWay&) = delete;
+    MoveUnderWay& operator=(const MoveUnderWay&) = delete;
+
+    // While no other is under way, everybody has been told of everything.
+    static bool isTheOnlyOne() { return movesUnderWay == 1; }
+};
+
+} // namespace
+
 void UIView::addSubview(const std::shared_ptr<UIView>& view) { insert(view, m_subviews.size()); }
 
 void UIView::insertSubview(const std::shared_ptr<UIView>& view, int index)
@@ -61,9 +84,14 @@ void UIView::insert(const std::shared_ptr<UIView>& added, std::size_t index)
         return;
 
     const KeepAlive keepAlive(*this);
+    const KeepAlive windowAlive(m_window);
+    const MoveUnderWay move;
     const InheritedTint tintBefore = view->inheritedTint();
-    if (!view->tellWillMove(this, m_window) || view->containsView(*this))
+    if (!view->tellWillMove(this, m_window))
         return; // one of those who were told has put it elsewhere
+    if (view->containsView(*this))
+        return view->tellDidMoveToWindow(
+            Untold::MovesAndIntentions); // or has put this view into it, and it stays where it is
     UIWindow* const windowBefore = view->m_window;
     const bool changesWindow = windowBefore != m_window;
     const auto departed = view->departingTo(m_window);
@@ -120,6 +148,7 @@ void UIView::removeFromSuperview()
     if (!m_superview)
         return;
     const KeepAlive keepAlive(*this);
+    const MoveUnderWay move;
     const InheritedTint tintBefore = inheritedTint();
     if (!tellWillMove(nullptr, nullptr))
         return; // one of those who were told has done it, or put it elsewhere
@@ -142,6 +171,7 @@ std::unique_ptr<DepartedView> UIView::departingTo(const UIWindow* window)
 void UIView::leaveSuperview()
 {
     ++m_moves;
+    ++treeChanges;
     if (!m_superview)
         return;
     dropOutsideConstraints(); // while the views around it are still there
@@ -157,11 +187,13 @@ bool UIView::tellWillMove(UIView* superview, UIWindow* window)
 {
     const unsigned moves = m_moves;
     if (m_windowTold != m_window)
-        tellDidMoveToWindow(); // of the move before, whose messages have not come to this view yet
-    if (window != m_window)
-        tellWillMoveToWindow(window);
-    willMoveToSuperview(superview);
-    if (window != m_window && m_window)
+        tellDidMoveToWindow(
+            Untold::Moves); // of the move before, whose messages have not come to this view yet
+    if (window != m_window && m_moves == moves)
+        tellAllWillMoveToWindow(window);
+    if (m_moves == moves)
+        willMoveToSuperview(superview);
+    if (window != m_window && m_window && m_moves == moves)
         endEditing(true);
     if (m_superview && m_moves == moves) {
         const KeepAlive superviewAlive(*m_superview);
@@ -184,11 +216,12 @@ void UIView::tellDidMove(UIWindow* windowBefore, const InheritedTint& tintBefore
             windowBefore->forgetFirstResponderIn(*this);
             windowBefore->touches().cancelTouchesIn(*this);
         }
-        if (m_moves == moves && m_window == window)
-            tellDidMoveToWindow();
     } else {
         touchabilityDidChange(); // it may have come into a view that is hidden
     }
+    const bool isUntold = window != windowBefore || m_windowToCome || !MoveUnderWay::isTheOnlyOne();
+    if (m_moves == moves && isUntold)
+        tellDidMoveToWindow(Untold::MovesAndIntentions);
     if (m_moves == moves)
         didMoveToSuperview();
     if (m_moves == moves && m_superview)
@@ -230,34 +263,60 @@ void UIView::setWindow(UIWindow* window)
         view->setWindow(window);
 }
 
-void UIView::tellWillMoveToWindow(UIWindow* window)
+// Again where somebody who was told has changed the tree: a view may have come in where all had been told.
+void UIView::tellAllWillMoveToWindow(UIWindow* window)
+{
+    const unsigned moves = m_moves;
+    unsigned changes = 0;
+    do {
+        changes = treeChanges;
+        tellWillMoveToWindow(window, *this, moves);
+    } while (changes != treeChanges && m_moves == moves && m_window != window);
+}
+
+// Superviews before subviews, each that is still in the root, as long as the root is where it was: views
+// around it may have gone to the same window.
+void UIView::tellWillMoveToWindow(UIWindow* window, const UIView& root, unsigned rootMoves)
 {
     const KeepAlive keepAlive(*this);
-    UIViewOwner::tell(m_owner, &UIViewOwner::viewWillMoveToWindow, window);
-    willMoveToWindow(window);
+    const auto isOver
+        = [&] { return root.m_moves != rootMoves || root.m_window == window || !root.containsView(*this); };
+    if (!m_windowToCome || *m_windowToCome != window) {
+        m_windowToCome = window;
+        UIViewOwner::tell(m_owner, &UIViewOwner::viewWillMoveToWindow, window);
+        if (isOver())
+            return;
+        willMoveToWindow(window);
+    }
+    const auto subviews = m_subviews;
+    for (const auto& view : subviews) {
+        if (isOver())
+            return;
+        if (view->m_superview == this)
+            view->tellWillMoveToWindow(window, root, rootMoves);
+    }
+}
+
+// Tells those of the subtree, superviews before subviews, who have not been told in which window they are
+// now; if wanted also those who have been told that they will move and stand where they stood. What comes
+// into the subtree meanwhile, or leaves it, is told by that move.
+void UIView::tellDidMoveToWindow(Untold untold)
+{
+    const KeepAlive keepAlive(*this);
+    if (m_windowTold != m_window || (m_windowToCome && untold == Untold::MovesAndIntentions)) {
+        UIWindow* const window = m_window;
+        m_windowTold = window;
+        m_windowToCome.reset();
+        if (window)
+            performWithoutAnimation([this] { UIAppearance::applyTo(*this); });
+        didMoveToWindow();
+        if (m_window == window)
+            UIViewOwner::tell(m_owner, &UIViewOwner::viewDidMoveToWindow);
+    }
     const auto subviews = m_subviews;
     for (const auto& view : subviews)
         if (view->m_superview == this)
-            view->tellWillMoveToWindow(window);
-}
-
-void UIView::tellDidMoveToWindow()
-{
-    const KeepAlive keepAlive(*this);
-    UIWindow* const window = m_window;
-    m_windowTold = window;
-    if (window)
-        performWithoutAnimation([this] { UIAppearance::applyTo(*this); });
-    didMoveToWindow();
-    if (m_window == window)
-        UIViewOwner::tell(m_owner, &UIViewOwner::viewDidMoveToWindow);
-    const auto subviews = m_subviews;
-    for (const auto& view : subviews) {
-        if (m_window != window)
-            return; // moved on meanwhile, and the subtree has been told of that
-        if (view->m_superview == this)
-            view->tellDidMoveToWindow();
-    }
+            view->tellDidMoveToWindow(untold);
 }
 
 void UIView::tellSubtree(void (UIView::*message)())

@@ -18,6 +18,7 @@
 #include "platform/views/UIViewTypes.h"
 
 #include <functional>
+#include <optional>
 
 class CGContext;
 class DepartedView;
@@ -296,8 +297,10 @@ private:
     void tellDidMove(UIWindow* windowBefore, const InheritedTint& tintBefore);
     std::size_t indexOfSubview(const UIView& view) const; // beyond the last for another view
     std::size_t layerIndex(const UIView& view, std::size_t index) const;
-    void tellWillMoveToWindow(UIWindow* window);
-    void tellDidMoveToWindow();
+    void tellAllWillMoveToWindow(UIWindow* window);
+    void tellWillMoveToWindow(UIWindow* window, const UIView& root, unsigned rootMoves);
+    enum class Untold { Moves, MovesAndIntentions };
+    void tellDidMoveToWindow(Untold untold);
     void resizeWithSuperview(const CGSize& oldSize, const CGSize& newSize);
     const UIView& rootView() const;
     InheritedTint inheritedTint() const;
@@ -322,6 +325,8 @@ private:
     UIView* m_superview = nullptr;
     UIWindow* m_window = nullptr;
     UIWindow* m_windowTold = nullptr; // the one that didMoveToWindow() was last sent for
+    std::optional<UIWindow*>
+        m_windowToCome; // willMoveToWindow() was sent for it, and no didMoveToWindow() since
     UIViewOwner* m_owner = nullptr;
     std::vector<std::shared_ptr<UIView>> m_subviews;
     std::vector<std::shared_ptr<UIGestureRecognizer>> m_recognizers;

@@ -1,13 +1,11 @@
 // Views that change the tree from inside the messages of a change of the tree: whatever they do, views,
-// window, layers, constraints and touches agree with each other in the end.
+// window, layers, constraints and touches agree with each other in the end. RandomTreeChangesTest does it at
+// random.
 #include "platform/layout/NSLayoutConstraint.h"
 #include "platform/views/UIPanGestureRecognizer.h"
 #include "platform/views/UITapGestureRecognizer.h"
 #include "tests/platform/views/ViewLog.h"
-#include "tests/support/AssertionRecorder.h"
 #include "tests/support/SceneFixture.h"
-
-#include <random>
 
 namespace {
 
@@ -233,150 +231,5 @@ TEST_F(TreeChangesInMessagesTest, ConstraintsMadeInsideARemovalAreThoseOfTheNewP
     EXPECT_EQ(view->constraints().size(), 2u);
     touched->onCancel = nullptr;
 }
-
-// --- At random -------------------------------------------------------------------------------------------
-
-class RandomTreeChangesTest : public TreeChangesInMessagesTest,
-                              public ::testing::WithParamInterface<unsigned> {
-protected:
-    void SetUp() override
-    {
-        for (int index = 0; index < 10; ++index) {
-            UIView& superview = pick(2) == 0 || views.empty() ? static_cast<UIView&>(*window) : anyView();
-            const auto view = addMeddling(superview, randomFrame());
-            for (int count = pick(3); count > 0; --count) {
-                const auto pan = make<UIPanGestureRecognizer>(Action(target, &GestureTarget::recognized));
-                pan->setCancelsTouchesInView(pick(2) == 0);
-                view->addGestureRecognizer(pan);
-                gestures.push_back(pan);
-            }
-        }
-        for (const auto& view : views)
-            view->onMessage = [this] { meddle(); };
-        target->onAction = [this](UIGestureRecognizer& recognizer) {
-            count(recognizer);
-            meddle();
-        };
-    }
-    void TearDown() override
-    {
-        for (const auto& view : views)
-            view->onMessage = nullptr;
-        target->onAction = nullptr;
-        SceneFixture::TearDown();
-    }
-    template <typename Count> Count pick(Count count)
-    {
-        return static_cast<Count>(m_random() % static_cast<unsigned>(count));
-    }
-    CGRect randomFrame() { return QRectF(pick(200), pick(400), 50 + pick(200), 50 + pick(300)); }
-    MeddlingView& anyView() { return *views[pick(views.size())]; }
-
-    // A third of all messages are meddled in, up to three deep.
-    void meddle()
-    {
-        if (m_depth >= 3 || pick(3) != 0)
-            return;
-        ++m_depth;
-        changeSomething();
-        --m_depth;
-    }
-    void changeSomething()
-    {
-        const auto view = views[pick(views.size())];
-        const auto other
-            = pick(4) == 0 ? window : std::static_pointer_cast<UIView>(views[pick(views.size())]);
-        switch (pick(9)) {
-        case 0:
-        case 1:
-            other->insertSubview(view, pick(4));
-            break;
-        case 2:
-        case 3:
-            view->removeFromSuperview();
-            break;
-        case 4:
-            view->setHidden(pick(2) == 0);
-            break;
-        case 5:
-            view->setAlpha(pick(2));
-            break;
-        case 6:
-            view->setUserInteractionEnabled(pick(3) != 0);
-            break;
-        case 7:
-            view->setTintColor(pick(2) == 0 ? nullptr : UIColor::blackColor());
-            break;
-        default:
-            if (view->superview())
-                view->leftAnchor()
-                    .constraintEqualToAnchor(view->superview()->leftAnchor(), pick(9))
-                    ->setActive(true);
-        }
-    }
-    void moveFinger()
-    {
-        const int finger = pick(3);
-        const CGPoint place(pick(390), pick(844));
-        switch (pick(4)) {
-        case 0:
-            touch.down(place, finger);
-            break;
-        case 1:
-            touch.up(finger);
-            break;
-        default:
-            touch.moveTo(place, finger);
-        }
-    }
-    // Each beginning has exactly one end.
-    void count(UIGestureRecognizer& recognizer)
-    {
-        using enum UIGestureRecognizerState;
-        int& open = m_open[&recognizer];
-        if (recognizer.state() == Began)
-            EXPECT_EQ(open++, 0);
-        else if (recognizer.state() != Changed)
-            EXPECT_EQ(open--, 1);
-        else
-            EXPECT_EQ(open, 1);
-    }
-
-    std::shared_ptr<GestureTarget> target = make<GestureTarget>();
-    std::vector<std::shared_ptr<UIGestureRecognizer>> gestures;
-
-private:
-    std::mt19937 m_random { GetParam() };
-    int m_depth = 0;
-    std::map<UIGestureRecognizer*, int> m_open;
-};
-
-TEST_P(RandomTreeChangesTest, EndInAgreement)
-{
-    // Views cannot be put into themselves, and requirements at random contradict each other.
-    const AssertionRecorder assertions;
-    const NSLayoutConstraint::ConflictReplacement conflicts([](const auto&) {});
-    for (int step = 0; step < 300 && !HasFailure(); ++step) {
-        SCOPED_TRACE(step);
-        if (step % 3 == 0)
-            changeSomething();
-        else
-            moveFinger();
-        if (step % 10 == 0)
-            scheduler.advance(1 / 60.0);
-        expectAgreementOfAll();
-    }
-    for (const int finger : { 0, 1, 2 })
-        touch.up(finger);
-    EXPECT_FALSE(window->touches().isFollowingTouches());
-    for (const auto& gesture : gestures) {
-        EXPECT_EQ(gesture->state(), UIGestureRecognizerState::Possible);
-        EXPECT_EQ(gesture->numberOfTouches(), 0);
-    }
-    for (const auto& view : views)
-        EXPECT_EQ(view->begun, view->ended);
-}
-
-INSTANTIATE_TEST_SUITE_P(Seeds, RandomTreeChangesTest, ::testing::Range(1u, 41u));
 
 } // namespace
