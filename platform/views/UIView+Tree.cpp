@@ -9,10 +9,10 @@
 #include "platform/views/UIWindow.h"
 #include "platform/views/ViewInsets.h"
 
-// A change of the tree goes this way: all are told of what will happen; everything is changed without a word;
-// all are told of what has happened. Whoever is told may change the tree again. That change is carried
-// through at once, whole, and the one before it ends there if the view is not where it was; of the views that
-// both concern, each is told once.
+// A change of the tree goes this way: all are told of what will happen; everything is changed, and nobody is
+// told of it yet; all are told of what has happened. Whoever is told may change the tree again. That change
+// is carried through at once, whole, and the one before it ends there if the view is not where it was; of the
+// views that both concern, each is told once.
 
 namespace {
 
@@ -86,7 +86,6 @@ void UIView::insert(const std::shared_ptr<UIView>& added, std::size_t index)
     const KeepAlive keepAlive(*this);
     const KeepAlive windowAlive(m_window);
     const MoveUnderWay move;
-    const InheritedTint tintBefore = view->inheritedTint();
     if (!view->tellWillMove(this, m_window))
         return; // one of those who were told has put it elsewhere
     if (view->containsView(*this))
@@ -107,7 +106,7 @@ void UIView::insert(const std::shared_ptr<UIView>& added, std::size_t index)
     if (view->hasPendingConstraintUpdate())
         view->superviewsNeedUpdateConstraints();
     setNeedsLayout();
-    view->tellDidMove(windowBefore, tintBefore);
+    view->tellDidMove(windowBefore);
 }
 
 void UIView::moveSubview(const std::shared_ptr<UIView>& moved, std::size_t index)
@@ -149,7 +148,6 @@ void UIView::removeFromSuperview()
         return;
     const KeepAlive keepAlive(*this);
     const MoveUnderWay move;
-    const InheritedTint tintBefore = inheritedTint();
     if (!tellWillMove(nullptr, nullptr))
         return; // one of those who were told has done it, or put it elsewhere
     UIWindow* const windowBefore = m_window;
@@ -157,7 +155,7 @@ void UIView::removeFromSuperview()
     leaveSuperview();
     if (windowBefore)
         m_layer->removeEndingAnimationsOfSubtree();
-    tellDidMove(windowBefore, tintBefore);
+    tellDidMove(windowBefore);
 }
 
 // Where the view stands now, where somebody will be told of a finger on it after it has gone.
@@ -167,7 +165,7 @@ std::unique_ptr<DepartedView> UIView::departingTo(const UIWindow* window)
     return followsTouches ? std::make_unique<DepartedView>(*this) : nullptr;
 }
 
-// Out of the tree without a word.
+// Out of the tree; nobody is told.
 void UIView::leaveSuperview()
 {
     ++m_moves;
@@ -204,7 +202,7 @@ bool UIView::tellWillMove(UIView* superview, UIWindow* window)
 
 // Tells of a move when all of it has been done, so that those who are told find a tree that is whole and may
 // change it. A message that a further move has overtaken is not sent: of the further move all have been told.
-void UIView::tellDidMove(UIWindow* windowBefore, const InheritedTint& tintBefore)
+void UIView::tellDidMove(UIWindow* windowBefore)
 {
     const unsigned moves = ++m_moves;
     const KeepAlive windowBeforeAlive(windowBefore);
@@ -226,10 +224,12 @@ void UIView::tellDidMove(UIWindow* windowBefore, const InheritedTint& tintBefore
         didMoveToSuperview();
     if (m_moves == moves && m_superview)
         m_superview->didAddSubview(*this);
+    const auto reach
+        = MoveUnderWay::isTheOnlyOne() ? ViewTint::Reach::WhereItChanged : ViewTint::Reach::Everybody;
     if (m_superview && window != windowBefore) // nobody has seen it in another colour
-        performWithoutAnimation([&] { tellTintChangeSince(tintBefore); });
+        performWithoutAnimation([&] { m_tint.tellChanges(reach); });
     else
-        tellTintChangeSince(tintBefore);
+        m_tint.tellChanges(reach);
     if (m_moves == moves)
         ViewInsets::refreshInside(*this);
 }

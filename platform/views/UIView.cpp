@@ -233,6 +233,12 @@ bool UIView::clipsToBounds() const { return m_layer->masksToBounds(); }
 
 void UIView::setClipsToBounds(bool clips) { m_layer->setMasksToBounds(clips); }
 
+void UIView::setTintColor(std::shared_ptr<UIColor> color)
+{
+    m_appearanceNotes.noteSetting(&UIView::setTintColor);
+    m_tint.setColor(std::move(color));
+}
+
 void UIView::setContentMode(UIViewContentMode mode)
 {
     m_contentMode = mode;

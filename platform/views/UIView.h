@@ -16,6 +16,7 @@
 #include "platform/views/UIResponder.h"
 #include "platform/views/UIViewAnimationOptions.h"
 #include "platform/views/UIViewTypes.h"
+#include "platform/views/ViewTint.h"
 
 #include <functional>
 #include <optional>
@@ -82,11 +83,11 @@ public:
     virtual void setContentMode(UIViewContentMode mode);
 
     // The view's tint, dimmed where the mode says so. Setting nil inherits again.
-    std::shared_ptr<UIColor> tintColor() const;
+    std::shared_ptr<UIColor> tintColor() const { return m_tint.color(); }
     void setTintColor(std::shared_ptr<UIColor> color);
     // The mode in effect, never automatic.
-    UIViewTintAdjustmentMode tintAdjustmentMode() const;
-    void setTintAdjustmentMode(UIViewTintAdjustmentMode mode);
+    UIViewTintAdjustmentMode tintAdjustmentMode() const { return m_tint.mode(); }
+    void setTintAdjustmentMode(UIViewTintAdjustmentMode mode) { m_tint.setMode(mode); }
     // Sent to every view whose tint is another one now, hidden ones included.
     virtual void tintColorDidChange() { }
     // Whether tintColorDidChange() is sent for a change of the inherited tint, too, while the view has a tint
@@ -148,8 +149,8 @@ public:
     void updateConstraintsIfNeeded();
     // Where a view makes and changes its constraints; overrides call the base class.
     virtual void updateConstraints();
-    // Whether the view needs updateConstraints() to stand on its feet: it is called once without being asked
-    // for.
+    // Whether the view makes its constraints in updateConstraints(), which is then called once without being
+    // asked for.
     virtual bool requiresConstraintBasedLayout() const { return false; }
 
     // How far notches and home indicators reach into the bounds; never below 0, never more than there is. A
@@ -266,11 +267,12 @@ protected:
     bool layerDrawsContent(const CALayer&) const override { return drawsContent(); }
     void drawLayerInContext(CALayer&, CGContext&) override;
 
-    // Puts the whole subtree into a window, or into none, without a word; a window is in itself.
+    // Sets the window of the whole subtree, null for none, and tells nobody; a window's window is itself.
     void setWindow(UIWindow* window);
     // Sends the message to the whole subtree, superviews first.
     void tellSubtree(void (UIView::*message)());
-    // Whether the view itself lets itself and those inside be touched; controls have a word in it.
+    // Whether the view lets itself and those inside be touched, whatever is around it; a disabled control
+    // does not.
     virtual bool letsItselfBeTouched() const;
     // To be called after a change that may have ended that.
     void touchabilityDidChange();
@@ -278,23 +280,12 @@ protected:
     void followSafeArea() { insets(); }
 
 private:
-    // What a view inherits in tint, to find out whether it is another one after a change.
-    struct InheritedTint {
-        std::shared_ptr<UIColor> color;
-        UIViewTintAdjustmentMode mode;
-    };
-    // Which part of the tint has changed.
-    struct TintChange {
-        bool color = false;
-        bool mode = false;
-    };
-
     void insert(const std::shared_ptr<UIView>& view, std::size_t index);
     void moveSubview(const std::shared_ptr<UIView>& view, std::size_t index);
     void leaveSuperview();
     std::unique_ptr<DepartedView> departingTo(const UIWindow* window);
     bool tellWillMove(UIView* superview, UIWindow* window);
-    void tellDidMove(UIWindow* windowBefore, const InheritedTint& tintBefore);
+    void tellDidMove(UIWindow* windowBefore);
     std::size_t indexOfSubview(const UIView& view) const; // beyond the last for another view
     std::size_t layerIndex(const UIView& view, std::size_t index) const;
     void tellAllWillMoveToWindow(UIWindow* window);
@@ -303,12 +294,6 @@ private:
     void tellDidMoveToWindow(Untold untold);
     void resizeWithSuperview(const CGSize& oldSize, const CGSize& newSize);
     const UIView& rootView() const;
-    InheritedTint inheritedTint() const;
-    std::shared_ptr<UIColor> undimmedTintColor() const;
-    void tellTintChangeSince(const InheritedTint& before);
-    void tellInheritedTintChange(TintChange inherited);
-    void tellTintChange(TintChange own);
-    void tellOwnTintChange();
     bool hasPendingConstraintUpdate() const
     {
         return m_needsUpdateConstraints || m_subviewsNeedUpdateConstraints;
@@ -318,6 +303,7 @@ private:
     void placeSubviews();
     ViewInsets& insets();
     friend class ViewInsets;
+    friend class ViewTint;
     void refreshInsets();
 
     CGRect m_initialFrame;
@@ -333,8 +319,7 @@ private:
     std::unique_ptr<ViewInsets> m_insets; // null until somebody follows them
     UIEdgeInsets m_layoutMargins { 8, 8, 8, 8 };
     UIAppearanceNotes m_appearanceNotes;
-    std::shared_ptr<UIColor> m_tintColor; // null inherits
-    UIViewTintAdjustmentMode m_tintAdjustmentMode = UIViewTintAdjustmentMode::Automatic;
+    ViewTint m_tint { *this };
     UIViewContentMode m_contentMode = UIViewContentMode::ScaleToFill;
     UIViewAutoresizing m_autoresizingMask = UIViewAutoresizing::None;
     long m_tag = 0;

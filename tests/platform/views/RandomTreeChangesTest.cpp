@@ -34,7 +34,12 @@ public:
     }
     void didAddSubview(UIView&) override { tell(); }
     void willRemoveSubview(UIView&) override { tell(); }
-    void tintColorDidChange() override { tell(); }
+    void tintColorDidChange() override
+    {
+        tintTold = tintColor();
+        styleTold = CurrentUserInterfaceStyle::get();
+        tell();
+    }
     void layoutSubviews() override { tell(); }
     void safeAreaInsetsDidChange() override { tell(); }
     void layoutMarginsDidChange() override { tell(); }
@@ -62,6 +67,8 @@ public:
     std::function<void()> onMessage;
     bool isToMove = false;
     UIWindow* windowTold = nullptr;
+    std::shared_ptr<UIColor> tintTold = tintColor();
+    UIUserInterfaceStyle styleTold = CurrentUserInterfaceStyle::get(); // the dimmed grey depends on it
     std::set<const UITouch*> open;
 
 private:
@@ -371,6 +378,9 @@ protected:
         EXPECT_FALSE(view.isToMove) << "told what did not happen, and not of the contrary";
         EXPECT_EQ(view.nextResponder(), view.superview());
         EXPECT_EQ(view.isTouchable(), isTouchable(view));
+        EXPECT_TRUE(view.styleTold != CurrentUserInterfaceStyle::get()
+            || view.tintTold->isEqual(view.tintColor().get()))
+            << "told of its tint";
         for (const UITouch* open : view.open) {
             EXPECT_EQ(open->view().get(), &view);
             EXPECT_TRUE(isThere && isTouchable(view));

@@ -175,7 +175,7 @@ TEST_F(UIViewTintTest, AnotherSuperviewMayBringAnotherTint)
     EXPECT_EQ(inner->changes, 3); // once for colour and mode together
 }
 
-TEST_F(UIViewTintTest, AViewThatASiblingTakesOutIsToldOfLeavingOnly)
+TEST_F(UIViewTintTest, AViewThatASiblingTakesOutBeforeItIsToldIsToldOnce)
 {
     const auto sibling = make<TintedView>();
     const auto elsewhere = make<UIView>();
@@ -184,7 +184,7 @@ TEST_F(UIViewTintTest, AViewThatASiblingTakesOutIsToldOfLeavingOnly)
     inner->onChange = [&] { elsewhere->addSubview(sibling); };
     outer->setTintColor(red);
     EXPECT_EQ(sibling->superview(), elsewhere.get());
-    EXPECT_EQ(sibling->changes, 0); // from one red to the other
+    EXPECT_EQ(sibling->changes, 1); // it was blue when it was last told
 }
 
 TEST_F(UIViewTintTest, ViewsMayLeaveFromInsideTheMessage)
@@ -192,7 +192,7 @@ TEST_F(UIViewTintTest, ViewsMayLeaveFromInsideTheMessage)
     outer->onChange = [&] { inner->removeFromSuperview(); };
     outer->setTintColor(red);
     EXPECT_EQ(inner->superview(), nullptr);
-    EXPECT_EQ(inner->changes, 1); // of leaving the red one, not of the walk that it left
+    EXPECT_EQ(inner->changes, 0); // it was blue when it was last told, and is blue again
 }
 
 } // namespace
