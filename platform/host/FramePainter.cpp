@@ -175,14 +175,17 @@ void FramePainter::paintShape(QPainter& painter, const FrameShape& shape) const
     painter.restore();
 }
 
-// Whether the subtree draws more than one thing, which must then fade as one.
+// Whether the subtree draws more than one thing, which must then fade as one. A shape's line lies on its
+// filling.
 bool FramePainter::drawsSeveralThings(int index) const
 {
     int things = 0;
     const int end = m_list.items[std::size_t(index)].subtreeEnd;
     for (int i = index; i < end && things < 2; ++i) {
         const FrameItem& item = m_list.items[std::size_t(i)];
-        things += int(drawsBackground(item)) + int(drawsContent(item));
+        const auto* shape = std::get_if<FrameShape>(&item.content);
+        const bool isTwo = shape && shape->fillColor.isValid() && shape->strokeColor.isValid();
+        things += int(drawsBackground(item)) + int(drawsContent(item)) + int(isTwo);
     }
     return things > 1;
 }

@@ -115,6 +115,20 @@ TEST(FramePainterTest, FadesAGroupAsOne)
     EXPECT_EQ(shown.red(), shown.green()) << "black on white, no red through it";
 }
 
+TEST(FramePainterTest, FadesTheLineAndTheFillingOfAShapeAsOne)
+{
+    const auto path = std::make_shared<QPainterPath>();
+    path->addRect(2, 2, 6, 6);
+    const FrameShape shape { path, Qt::red, Qt::black, 2 };
+    const FrameList list = listOf(layer(1)
+                                      .at(0, 0, 20, 20)
+                                      .fill(Qt::white)
+                                      .with({ layer(2).at(0, 0, 10, 10).content(shape).opacity(0.5) }));
+    const QColor line = pixel(FramePainter(list).paintScreen(), 5, 10);
+    EXPECT_NEAR(line.red(), 127, 1);
+    EXPECT_EQ(line.red(), line.green()) << "no red through the line";
+}
+
 TEST(FramePainterTest, FillsAPicturesAlphaWithItsTint)
 {
     const QImage tinted = FramePainter::tinted(plainPixels({ 2, 2 }, QColor(9, 9, 9, 255)), Qt::green);
