@@ -8,12 +8,23 @@
 namespace {
 
 constexpr double pixelTolerance = 1e-3;
+// What the way from pixels to points and back may do to a number.
+constexpr double rounding = 1e-6;
 
 // What lies farther away is on no screen, and need not fit into an integer.
 constexpr double farthestPixel = 1e8;
 
 // How far a stroke may reach beyond its path: sharp corners are cut at two line widths.
 constexpr double strokeReach = 2;
+
+// What lies on whole pixels does so exactly: renderers count some sides of a rectangle by cutting the
+// fraction off, and 82.99999 would lose a pixel.
+double devicePixels(double points, double scale)
+{
+    const double pixels = points * scale;
+    const double whole = std::round(pixels);
+    return std::abs(pixels - whole) < rounding ? whole : pixels;
+}
 
 // Unlike QRectF's own union, one with an empty rectangle is the other one.
 CGRect united(const CGRect& first, const CGRect& second)
@@ -54,14 +65,15 @@ bool contains(const CGRect& outer, const CGRect& inner)
 
 CGRect FrameGeometry::deviceRect(const CGRect& points, double scale)
 {
-    return { points.x() * scale, points.y() * scale, points.width() * scale, points.height() * scale };
+    return { devicePixels(points.x(), scale), devicePixels(points.y(), scale),
+        devicePixels(points.width(), scale), devicePixels(points.height(), scale) };
 }
 
 CGAffineTransform FrameGeometry::deviceTransform(const FrameItem& item, double scale)
 {
     const CGAffineTransform& points = item.transform;
-    return { points.m11(), points.m12(), points.m21(), points.m22(), points.dx() * scale,
-        points.dy() * scale };
+    return { points.m11(), points.m12(), points.m21(), points.m22(), devicePixels(points.dx(), scale),
+        devicePixels(points.dy(), scale) };
 }
 
 bool FrameGeometry::isTranslation(const CGAffineTransform& transform)
@@ -127,6 +139,11 @@ bool FrameGeometry::isCovered(const FrameList& list, int index, const CGRect& re
     const bool fillsRect = contains(deviceRect(item.bounds, list.scale), rect);
     const bool isRound = effectiveCornerRadius(item) > 0;
     if (drawsBackground(item) && item.backgroundColor.alpha() == 255 && fillsRect && !isRound)
+        return true;
+    const auto* image = std::get_if<FrameImage>(&item.content);
+    if (image && !image->image.isNull() && !image->image.hasAlphaChannel() && !image->tint.isValid()
+        && !isRound && contains(deviceRect(image->rect, list.scale), rect)
+        && (fillsRect || !item.clipsToBounds))
         return true;
     if (item.clipsToBounds && (!fillsRect || isRound))
         return false;

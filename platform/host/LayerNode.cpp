@@ -137,6 +137,19 @@ void LayerNode::detach()
         holder->removeChildNode(this);
 }
 
+void LayerNode::putBack()
+{
+    QSGNode* const holder = container();
+    QSGNode* const end = showsCutPictures() ? nullptr : firstSublayer();
+    std::vector<QSGNode*> drawings;
+    for (QSGNode* drawing = holder->firstChild(); drawing != end; drawing = drawing->nextSibling())
+        drawings.push_back(drawing);
+    for (QSGNode* drawing : drawings)
+        holder->removeChildNode(drawing);
+    for (auto drawing = drawings.rbegin(); drawing != drawings.rend(); ++drawing)
+        holder->prependChildNode(*drawing);
+}
+
 void LayerNode::setClip(const CGRect* deviceRect)
 {
     if (!deviceRect) {

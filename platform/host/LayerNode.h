@@ -37,6 +37,8 @@ public:
     void setSublayers(const std::vector<LayerNode*>& sublayers);
     // Takes the node out of the tree without deleting it.
     void detach();
+    // Takes the drawing of the layer itself out of the tree and puts it back where it was.
+    void putBack();
 
 private:
     enum class Shown : std::uint8_t { Nothing, Item, Subtree, CutPictures };

@@ -1,6 +1,9 @@
 #include "platform/host/NodeTree.h"
 
 #include "platform/host/FrameGeometry.h"
+#include "platform/host/OutOfSight.h"
+
+#include <QQuickWindow>
 
 #include <algorithm>
 #include <utility>
@@ -31,6 +34,8 @@ void NodeTree::update(const FrameList& list, double devicePixelRatio)
         updatePlanned(list);
     else
         updateAll(list);
+    if (m_window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software)
+        putBackHidden(list);
 }
 
 void NodeTree::updateAll(const FrameList& list)
@@ -126,4 +131,31 @@ void NodeTree::linkNodes(const FrameList& list)
     for (LayerNode* node : m_leavingNodes)
         delete node;
     m_leavingNodes.clear();
+}
+
+// Qt's software renderer draws a place again that a node has left, but not where all of the node is hidden
+// now: then it looks no further. It does draw a place again whose node is taken out, so such a node is taken
+// out and put back.
+void NodeTree::putBackHidden(const FrameList& list)
+{
+    for (const int changed : m_difference.changedItems()) {
+        const FrameItem& item = list.items[std::size_t(changed)];
+        const bool concernsSublayers = !m_difference.isTransformEqual(changed) || item.clipsToBounds;
+        int first = changed;
+        while (!m_nodes[std::size_t(first)] && m_difference.parentIndex(first) != FrameDifference::None)
+            first = m_difference.parentIndex(first); // to the node that shows it
+        putBackHidden(list, first, concernsSublayers ? item.subtreeEnd : first + 1);
+    }
+}
+
+void NodeTree::putBackHidden(const FrameList& list, int first, int end)
+{
+    for (int index = first; index < end; ++index) {
+        LayerNode* const node = m_nodes[std::size_t(index)];
+        if (!node || m_difference.previousIndex(index) == FrameDifference::None)
+            continue;
+        const auto drawing = node->showsItem() ? OutOfSight::Drawing::OfItem : OutOfSight::Drawing::OfSubtree;
+        if (OutOfSight::isHidden(list, m_difference, index, drawing))
+            node->putBack();
+    }
 }

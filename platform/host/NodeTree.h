@@ -29,6 +29,8 @@ private:
     void updateNode(const FrameList& list, int index);
     void takeNodes(const FrameList& list);
     void linkNodes(const FrameList& list);
+    void putBackHidden(const FrameList& list);
+    void putBackHidden(const FrameList& list, int first, int end);
 
     QQuickWindow& m_window;
     TextureCache m_textures;

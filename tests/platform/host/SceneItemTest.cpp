@@ -107,6 +107,34 @@ TEST_F(SceneItemTest, ShowsScrolledRowsAsPicturesThatLookTheSame)
     EXPECT_EQ(stage.scene().uploadCount(), uploads) << "moving a picture uploads nothing";
 }
 
+// A label that moves at one stroke to a place, under a bar that lies over the screen's lower half.
+LayerSketch labelUnderABar(double y, double clipHeight)
+{
+    return layer(1)
+        .at(0, 0, 120, 160)
+        .fill(Qt::gray)
+        .with({
+            layer(2)
+                .at(0, 0, 120, clipHeight)
+                .clip()
+                .with({ layer(3).at(10, 20, 0, 0).with({ layer(4).at(0, y, 10, 10).image(icon()) }) }),
+            layer(5).at(0, 80, 120, 80).with({ layer(6).at(0, 0, 120, 80).fill(Qt::white) }),
+        });
+}
+
+TEST_F(SceneItemTest, WhatGoesOutOfSightAtOneStrokeLeavesNothingBehind)
+{
+    for (int round = 0; round < 2; ++round) {
+        showAndCompare(labelUnderABar(10, 160), "in sight");
+        showAndCompare(labelUnderABar(90, 160), "behind the bar");
+        showAndCompare(labelUnderABar(100, 160), "behind the bar, elsewhere");
+        showAndCompare(labelUnderABar(20, 160), "in sight again");
+        showAndCompare(labelUnderABar(20, 30), "cut off");
+        showAndCompare(labelUnderABar(20, 160), "no more cut off");
+        showAndCompare(labelUnderABar(10, 15), "moved and cut off");
+    }
+}
+
 TEST_F(SceneItemTest, DrawsNothingForAnEqualList)
 {
     EXPECT_TRUE(stage.show(listOf(listView(0))));
