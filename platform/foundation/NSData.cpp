@@ -26,10 +26,16 @@ FileContents FileContents::read(const NSString& path, qint64 mostBytes)
         return { {}, file.errorString() };
     if (file.size() > mostBytes)
         return tooLarge(file.size(), mostBytes);
-    // One byte more shows a file that has grown meanwhile.
-    NSData data = file.read(std::min(file.size(), mostBytes) + 1);
-    if (data.size() > mostBytes)
-        return tooLarge(data.size(), mostBytes);
+    // A file may grow meanwhile, and some say that they are empty. One byte more than is wanted shows the
+    // end.
+    NSData data;
+    NSData piece;
+    do {
+        piece = file.read(std::clamp<qint64>(file.size() - data.size(), 0, mostBytes - data.size()) + 1);
+        data += piece;
+        if (data.size() > mostBytes)
+            return tooLarge(data.size(), mostBytes);
+    } while (!piece.isEmpty());
     if (file.error() != QFile::NoError)
         return { {}, file.errorString() };
     return { data.isNull() ? NSData("") : std::move(data), {} };

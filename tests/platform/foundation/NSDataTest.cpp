@@ -59,6 +59,17 @@ TEST(NSDataTest, TheCapIsWhatTheCallerSays)
     EXPECT_FALSE(testing::internal::GetCapturedStderr().empty());
 }
 
+TEST(NSDataTest, AFileThatHoldsMoreThanItsSizeSaysIsReadWhole)
+{
+    const NSString path = QStringLiteral("/proc/self/maps"); // of size 0
+    EXPECT_GT(contentsOf(path).size(), 1000);
+    EXPECT_TRUE(contentsOf(path).endsWith('\n'));
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(dataWithContentsOfURL(NSURL::fromLocalFile(path), 1000).isNull());
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "/proc/self/maps: 1001 bytes are more than the 1000 that are read\n");
+}
+
 TEST(NSDataTest, WhyAFileThatIsThereCannotBeReadIsTold)
 {
     const NSString unreadable = QStringLiteral("/proc/self/mem"); // nothing lies at its beginning
