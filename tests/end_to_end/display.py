@@ -82,21 +82,31 @@ class Display:
         return lines
 
     def tap(self, x, y):
-        self._tests.XTestFakeMotionEvent(self._connection, -1, x, y, 0)
-        for is_down in (1, 0):
-            self._tests.XTestFakeButtonEvent(self._connection, LEFT_BUTTON, is_down, 0)
+        self._point_at(x, y)
+        self._send_button(1)
+        self.let_go()
+
+    def touch(self, x, y):
+        """Puts the finger down, until let_go()."""
+        self._point_at(x, y)
+        self._send_button(1)
         self._x11.XSync(self._connection, 0)
 
-    def drag(self, places):
-        """Presses at the first place, moves through the others, and lets go at the last."""
-        for index, (x, y) in enumerate(places):
-            self._tests.XTestFakeMotionEvent(self._connection, -1, x, y, 0)
-            if index == 0:
-                self._tests.XTestFakeButtonEvent(self._connection, LEFT_BUTTON, 1, 0)
+    def move_along(self, places):
+        for x, y in places:
+            self._point_at(x, y)
             self._x11.XSync(self._connection, 0)
             time.sleep(0.02)
-        self._tests.XTestFakeButtonEvent(self._connection, LEFT_BUTTON, 0, 0)
+
+    def let_go(self):
+        self._send_button(0)
         self._x11.XSync(self._connection, 0)
+
+    def _point_at(self, x, y):
+        self._tests.XTestFakeMotionEvent(self._connection, -1, x, y, 0)
+
+    def _send_button(self, is_down):
+        self._tests.XTestFakeButtonEvent(self._connection, LEFT_BUTTON, is_down, 0)
 
     def press(self, title, modifier, key):
         """Presses a key of the window of that name together with a modifier; both by the X library's names."""

@@ -39,12 +39,19 @@ class ListScreen:
 
     def tap_waveform(self, fraction):
         """Taps the slider of the selected row."""
-        self._display.tap(round(fraction * (WIDTH - 1)), self._slider_middle())
+        self._display.tap(*self._place_on_slider(fraction))
 
-    def drag_thumb(self, begin, end):
-        """Drags the thumb of the selected row from one fraction of the slider to another."""
-        places = [begin + (end - begin) * step / 20 for step in range(21)]
-        self._display.drag([(round(place * (WIDTH - 1)), self._slider_middle()) for place in places])
+    def hold_slider(self, fraction):
+        """Puts the finger on the slider of the selected row, until let_go()."""
+        self._display.touch(*self._place_on_slider(fraction))
+
+    def move_on_slider(self, begin, end):
+        """Moves the finger from one fraction of the slider to another."""
+        self._display.move_along(
+            [self._place_on_slider(begin + (end - begin) * step / 20) for step in range(21)])
+
+    def let_go(self):
+        self._display.let_go()
 
     def icon(self, row):
         """"play", "pause", or None while there is neither."""
@@ -75,6 +82,10 @@ class ListScreen:
         # What has been played is tinted too, and lies left of the thumb.
         return (reddish[-1] - THUMB_WIDTH / 2) / (WIDTH - 1) if reddish else None
 
+    def thumb_is_in(self, begin, end):
+        thumb = self.thumb()
+        return thumb is not None and begin <= thumb <= end
+
     def has_portrait(self, row):
         lines = self._pixels(row, left=16, top=10, width=44, height=44)
         return len(set(sum(lines, []))) > 1
@@ -99,6 +110,9 @@ class ListScreen:
 
     def _slider_middle(self):
         return self._top(self._selected) + ROW_HEIGHT + SLIDER_HEIGHT // 2
+
+    def _place_on_slider(self, fraction):
+        return round(fraction * (WIDTH - 1)), self._slider_middle()
 
     def _pixels(self, row, left, top, width, height):
         return self._display.pixels(left, self._top(row) + top, width, height)

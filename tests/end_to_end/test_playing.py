@@ -4,7 +4,7 @@ import signal
 import time
 
 from processes import wait_until
-from sounds import RATE, find, is_audible, level
+from sounds import AUDIBLE, RATE, find, is_audible, level
 from stage import StageTest, clip
 
 SETTLING = int(0.3 * RATE)  # samples from a tap to its effect being heard
@@ -121,11 +121,13 @@ class PlayingTest(StageTest):
         self.server.wait_until_audible(0)
         self.assertEqual(screen.icon(2), "pause")
         self.server.wait_for(1.5)
+        earliest = screen.progress(2) * len(sound)
         heard = self.server.heard()
-        position = screen.progress(2) * len(sound)
+        latest = screen.progress(2) * len(sound)
         offset, likeness = find(self.folder, heard[len(heard) - RATE:], sound)
         self.assertGreaterEqual(likeness, 0.9)
-        self.assertAlmostEqual((offset + RATE) / RATE, position / RATE, delta=0.5)
+        self.assertGreater(offset + RATE, earliest - RATE / 2)
+        self.assertLess(offset + RATE, latest + RATE / 2)
         self.close(self.display, self.program)
 
     def expect_real_time_to_the_end(self, screen, during):
@@ -158,19 +160,27 @@ class PlayingTest(StageTest):
         sound = clip(2)
         self.play(screen, 2, seconds=1)
         wait_until(lambda: screen.thumb() is not None, "the thumb is shown")
-        drag = self.server.count()
-        screen.drag_thumb(screen.thumb(), 0.6)
+        thumb = screen.thumb()
+        screen.hold_slider(thumb)
+        screen.move_on_slider(thumb, 0.4)
+        wait_until(lambda: screen.thumb_is_in(0.35, 0.45), "the thumb is dragged")
+        self.server.wait_for(SETTLING / RATE)
+        silent = self.server.count()
+        screen.move_on_slider(0.4, 0.6)
+        place = wait_until(
+            lambda: screen.thumb_is_in(0.55, 0.65) and screen.thumb(), "the thumb follows the finger")
+        wait_until(lambda: abs(screen.progress(2) - place) < 0.02, "the ring follows the thumb")
         end = self.server.count()
-        self.assertAlmostEqual(screen.progress(2), 0.6, delta=0.1)
-        self.assertAlmostEqual(screen.thumb(), 0.6, delta=0.1)
+        screen.let_go()
+        self.server.wait_until_audible(end)
         self.server.wait_for(1.5)
 
         heard = self.server.heard()
-        self.assert_stays_silent(drag + SETTLING, end, "heard under the finger")
-        offset, likeness = find(self.folder, heard[len(heard) - RATE:], sound)
+        self.assert_stays_silent(silent, end, "heard under the finger")
+        begin = next(index for index in range(end, len(heard)) if abs(heard[index]) > AUDIBLE)
+        offset, likeness = find(self.folder, heard[begin:begin + RATE], sound)
         self.assertGreaterEqual(likeness, 0.9)
-        heard_since = (len(heard) - RATE - end) / RATE
-        self.assertAlmostEqual(offset / RATE, 0.6 * len(sound) / RATE + heard_since, delta=0.5)
+        self.assertAlmostEqual(offset / len(sound), place, delta=0.02)
 
     def test_a_tap_on_the_waveform_goes_on_from_there(self):
         screen = self.start()
@@ -179,12 +189,24 @@ class PlayingTest(StageTest):
         wait_until(lambda: screen.thumb() is not None, "the thumb is shown")
         tap = self.server.count()
         screen.tap_waveform(0.5)
+        wait_until(lambda: screen.thumb_is_in(0.5, 1), "the thumb jumps")
         self.server.wait_for(1.5)
+
         heard = self.server.heard()
-        offset, likeness = find(self.folder, heard[len(heard) - RATE:], sound)
+        before, likeness_before = find(self.folder, heard[tap - RATE // 2:tap], sound)
+        after, likeness_after = find(self.folder, heard[len(heard) - RATE:], sound)
+        self.assertGreaterEqual(likeness_before, 0.9)
+        self.assertGreaterEqual(likeness_after, 0.9)
+        # Where the middle of the sound must have been heard, it jumps there from what went on until then.
+        jump = len(heard) - RATE - (after - len(sound) // 2)
+        self.assertGreater(jump, tap)
+        last = heard[jump - SETTLING - RATE // 2:jump - SETTLING]
+        place, likeness = find(self.folder, last, sound)
         self.assertGreaterEqual(likeness, 0.9)
-        heard_since = (len(heard) - RATE - tap) / RATE
-        self.assertAlmostEqual(offset / RATE, 0.5 * len(sound) / RATE + heard_since, delta=0.5)
+        self.assertAlmostEqual(place - before, jump - SETTLING - tap, delta=0.02 * RATE)
+        place, likeness = find(self.folder, heard[jump + SETTLING:jump + SETTLING + RATE // 2], sound)
+        self.assertGreaterEqual(likeness, 0.9)
+        self.assertAlmostEqual(place, len(sound) // 2 + SETTLING, delta=0.02 * RATE)
 
     def test_closing_the_window_while_a_record_plays_ends_the_program_cleanly(self):
         screen = self.start()
