@@ -20,6 +20,7 @@ public:
     void update(const FrameList& list, double devicePixelRatio);
 
     std::int64_t uploadCount() const { return m_textures.uploadCount(); }
+    std::int64_t textureCount() const { return m_textures.textureCount(); }
     // How many subtrees are drawn as one picture each.
     int pictureCount() const { return m_pictureCount; }
 

@@ -29,7 +29,12 @@ SharedTexture TextureCache::texture(const FrameImage& image)
 SharedTexture TextureCache::makeTexture(const QImage& image)
 {
     ++m_uploadCount;
-    return SharedTexture(m_window.createTextureFromImage(image, QQuickWindow::TextureCanUseAtlas));
+    ++*m_textureCount;
+    return { m_window.createTextureFromImage(image, QQuickWindow::TextureCanUseAtlas),
+        [count = m_textureCount](QSGTexture* texture) {
+            delete texture;
+            --*count;
+        } };
 }
 
 void TextureCache::dropUnused()

@@ -26,6 +26,8 @@ public:
     // A texture that is shared with nobody.
     SharedTexture makeTexture(const QImage&);
     std::int64_t uploadCount() const { return m_uploadCount; }
+    // How many textures live, the unshared ones included.
+    std::int64_t textureCount() const { return *m_textureCount; }
     // How many pictures it remembers; those that nobody holds are forgotten with the next upload.
     std::size_t size() const { return m_textures.size(); }
 
@@ -48,4 +50,6 @@ private:
     QQuickWindow& m_window;
     std::unordered_map<Key, std::weak_ptr<QSGTexture>, Hash> m_textures;
     std::int64_t m_uploadCount = 0;
+    // Held by each texture, which takes itself off when it ends; some may end after the cache.
+    std::shared_ptr<std::int64_t> m_textureCount = std::make_shared<std::int64_t>(0);
 };

@@ -3,10 +3,13 @@
 // What an action leaves behind grows with every time it is done: objects, timers, observers, memory, work. So
 // an action is done ten thousand times, and what lives after the last hundred, and what the last hundred
 // cost, is held against the first hundred. The first rounds of all are not counted: they fill pools and
-// caches.
+// caches. The frames go on to the host's scene-graph nodes, so that nodes and textures are counted with the
+// rest.
 //
-// Work is measured by the allocations of the process, which are the same in every run: not every machine lets
-// a program count its instructions.
+// Not every machine lets a program count its instructions. What stands for them here is the same in every
+// run: the allocations of the process, the frames, the drawing steps in them that are new or have changed,
+// and the pictures that become textures. Work that does none of these goes unseen: a loop over what is there
+// already, as in a pass of layout that finds nothing to do. The benchmarks count instructions.
 #pragma once
 
 #include "app/ORVAppDelegate.h"
@@ -18,6 +21,7 @@
 #include "platform/foundation/NSNotificationCenter.h"
 #include "platform/media/AudioSink.h"
 #include "tests/repetition/AllocationCounter.h"
+#include "tests/repetition/NodeScreen.h"
 #include "tests/support/CountingDecoder.h"
 #include "tests/support/ManualExecutor.h"
 #include "tests/support/ManualScheduler.h"
@@ -35,7 +39,7 @@ protected:
         UIScreen::mainScreen()->setGeometry(upright);
         scheduler.setFrameInterval(frameInterval);
         scheduler.setAfterTurn([this] { executor.runAll(); });
-        scheduler.setFrameHandler([this] { application->performFrame(); });
+        scheduler.setFrameHandler([this] { screen.show(application->performFrame()); });
         application = UIApplication::launch({}, QStringLiteral("ORVAppDelegate"));
         window = application->keyWindow();
         list = std::dynamic_pointer_cast<ORVAppDelegate>(application->delegate())->listViewController();
@@ -72,11 +76,19 @@ protected:
         // A container that is found full at another moment, and a tick of a player that falls into another
         // frame; what grows does so by more.
         EXPECT_NEAR(double(last.allocations), double(first.allocations), double(first.allocations) * 0.02);
+        const auto grows
+            = [](std::int64_t before, std::int64_t after) { return after > before + before / 10 + 10; };
+        EXPECT_FALSE(grows(first.frames, last.frames));
+        EXPECT_FALSE(grows(first.items, last.items));
+        EXPECT_FALSE(grows(first.uploads, last.uploads));
         EXPECT_LT(last.blocks - blocksAtFirst, 20);
         EXPECT_LT(last.bytes - bytesAtFirst, repetitions * 16);
+        const auto each = [](std::int64_t count) { return double(count) / 100; };
         std::printf(
-            "%d repetitions: %.0f allocations each at first, %.0f at last; %+ld blocks, %+ld bytes in all\n",
-            repetitions, double(first.allocations) / 100, double(last.allocations) / 100,
+            "%d repetitions, each %.0f allocations, %.1f frames, %.0f steps and %.1f uploads at first; "
+            "%.0f, %.1f, %.0f and %.1f at last; %+ld blocks, %+ld bytes in all\n",
+            repetitions, each(first.allocations), each(first.frames), each(first.items), each(first.uploads),
+            each(last.allocations), each(last.frames), each(last.items), each(last.uploads),
             long(last.blocks - blocksAtFirst), long(last.bytes - bytesAtFirst));
     }
 
@@ -124,6 +136,7 @@ protected:
     static constexpr std::int64_t soundFrames = 10 * CountingDecoder::sampleRate;
     const AudioSink::Replacement noDevice { [](auto&&...) { return nullptr; } };
 
+    NodeScreen screen;
     ManualExecutor executor;
     ManualScheduler scheduler;
     std::shared_ptr<UIApplication> application;
@@ -136,7 +149,12 @@ private:
 
     struct State {
         Counts counts;
-        std::int64_t allocations; // by the last hundred
+        // By the last hundred.
+        std::int64_t allocations;
+        std::int64_t frames;
+        std::int64_t items;
+        std::int64_t uploads;
+        // Held.
         std::int64_t blocks;
         std::int64_t bytes;
     };
@@ -155,18 +173,28 @@ private:
 
     State stateAfterHundred(const std::function<void()>& action)
     {
-        const std::int64_t before = AllocationCounter::callsSoFar();
+        State before {};
+        before.allocations = AllocationCounter::callsSoFar();
+        before.frames = screen.framesShown();
+        before.items = screen.itemsShown();
+        before.uploads = screen.uploads();
         for (int round = 0; round < 100; ++round)
             action();
-        const std::int64_t allocations = AllocationCounter::callsSoFar() - before;
-        const std::int64_t blocks = AllocationCounter::blocksInUse();
-        const std::int64_t bytes = AllocationCounter::bytesInUse();
+        State state {};
+        state.allocations = AllocationCounter::callsSoFar() - before.allocations;
+        state.frames = screen.framesShown() - before.frames;
+        state.items = screen.itemsShown() - before.items;
+        state.uploads = screen.uploads() - before.uploads;
+        state.blocks = AllocationCounter::blocksInUse();
+        state.bytes = AllocationCounter::bytesInUse();
         decoderLog->seeks = {};
-        auto counts = objects.countsByClass();
-        counts["(timers)"] = static_cast<std::int64_t>(scheduler.pendingTimerCount());
-        counts["(notification observers)"]
+        state.counts = objects.countsByClass();
+        state.counts["(timers)"] = static_cast<std::int64_t>(scheduler.pendingTimerCount());
+        state.counts["(notification observers)"]
             = static_cast<std::int64_t>(NSNotificationCenter::defaultCenter().observerCount());
-        counts["(key-value observers)"] = KeyValueObservers::liveCount();
-        return { std::move(counts), allocations, blocks, bytes };
+        state.counts["(key-value observers)"] = KeyValueObservers::liveCount();
+        state.counts["(scene-graph nodes)"] = screen.nodeCount();
+        state.counts["(textures)"] = screen.textureCount();
+        return state;
     }
 };

@@ -46,6 +46,27 @@ TEST_F(TextureCacheTest, DropsATextureThatNobodyHolds)
     EXPECT_EQ(cache.uploadCount(), 2);
 }
 
+TEST_F(TextureCacheTest, CountsTheTexturesThatLive)
+{
+    EXPECT_EQ(cache.textureCount(), 0);
+    SharedTexture shared = cache.texture({ picture(Qt::red), {}, {} });
+    const SharedTexture again = shared;
+    SharedTexture unshared = cache.makeTexture(picture(Qt::blue));
+    EXPECT_EQ(cache.textureCount(), 2);
+    shared = nullptr;
+    EXPECT_EQ(cache.textureCount(), 2) << "somebody still holds it";
+    unshared = nullptr;
+    EXPECT_EQ(cache.textureCount(), 1);
+}
+
+TEST_F(TextureCacheTest, ATextureMayOutliveItsCache)
+{
+    auto other = std::make_unique<TextureCache>(stage.window());
+    SharedTexture texture = other->makeTexture(picture(Qt::red));
+    other = nullptr;
+    texture = nullptr;
+}
+
 TEST_F(TextureCacheTest, RemembersNoMoreThanWhatIsInUseAfterTenThousandPictures)
 {
     const SharedTexture kept = cache.texture({ picture(Qt::red), {}, {} });
