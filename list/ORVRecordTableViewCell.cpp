@@ -12,7 +12,7 @@ constexpr double nameFontSize = 16;
 constexpr double detailFontSize = 13;
 constexpr double sliderFadeDuration = 0.3;
 
-// Around the ring, so that a finger finds the button and the eye the ring.
+// Around the ring: the button takes touches beyond what is seen of it.
 constexpr UIEdgeInsets playbackButtonInsets { 6, 6, 6, 6 };
 
 std::shared_ptr<UILabel> makeLabel(const std::shared_ptr<UIFont>& font, const std::shared_ptr<UIColor>& color)
@@ -103,7 +103,7 @@ void ORVRecordTableViewCell::constrainInfoView()
                 m_authorNameLabel->firstBaselineAnchor()),
             m_locationNameLabel->firstBaselineAnchor().constraintEqualToAnchor(
                 m_authorNameLabel->firstBaselineAnchor(), 19) });
-    // A long name gives way to the age, and a long place to the button.
+    // Where there is no room for both, the name is shortened and not the age.
     constexpr UILayoutPriority yielding = UILayoutPriorityDefaultHigh - 1;
     m_authorNameLabel->setContentCompressionResistancePriority(yielding, UILayoutConstraintAxis::Horizontal);
 }
@@ -175,7 +175,8 @@ void ORVRecordTableViewCell::addPlaybackSliderIfNecessary()
 void ORVRecordTableViewCell::removePlaybackSliderIfNecessary()
 {
     m_playbackSlider->removeFromSuperview();
-    // The slider holds its height itself and would keep it, one more at every opening.
+    // The slider itself holds the constraint of its height: left active, there would be one more of it after
+    // each showing.
     NSLayoutConstraint::deactivateConstraints(m_sliderConstraints);
 }
 
@@ -186,7 +187,7 @@ NSLayoutConstraint::List ORVRecordTableViewCell::makeSliderConstraints() const
         { { "slider", m_playbackSlider }, { "infoView", m_infoView } });
 }
 
-// Hiding the slider takes the finger off its thumb, and the end of that drag may show the slider again.
+// Hiding the slider cancels a drag of its thumb, and the end of that drag may show the slider again.
 void ORVRecordTableViewCell::removeFadedPlaybackSlider()
 {
     if (m_playbackSlider->alpha() == 0)

@@ -26,7 +26,7 @@ public:
     }
     std::shared_ptr<ORVRecordTableViewCellDelegate> delegate() const { return m_delegate.lock(); }
 
-    // Everything but the slider, which hangs directly below it.
+    // Everything but the slider, which lies directly below it.
     const std::shared_ptr<UIView>& infoView() const { return m_infoView; }
     const std::shared_ptr<UIView>& customSeparator() const { return m_customSeparator; }
     const std::shared_ptr<UIImageView>& portraitView() const { return m_portraitView; }

@@ -16,7 +16,7 @@ ORVPlaybackControlsState playbackControlsState(const ORVRecordPlayer& player)
     return player.isPaused() ? ORVPlaybackControlsState::Paused : ORVPlaybackControlsState::Playing;
 }
 
-// 0 while the duration is not known or nothing.
+// 0 while the duration is unknown or 0.
 double positionFraction(const ORVRecordPlayer& player)
 {
     const double duration = player.recordDuration();

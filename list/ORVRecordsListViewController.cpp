@@ -196,8 +196,8 @@ void ORVRecordsListViewController::tableViewDidDeselectRowAtIndexPath(UITableVie
     updateSelectedStateInCellForRow(indexPath, Animated::Yes);
 }
 
-// The table tells nobody of this selection. The row that loses its own shrinks; its cell follows when it is
-// displayed again.
+// The table sends no message for a selection by code. The row that was selected before shrinks; its cell is
+// configured when it is displayed again.
 void ORVRecordsListViewController::selectRecord(const ORVRecord& record, Animated animated)
 {
     const auto indexPath = indexPathForRecord(record);
@@ -263,7 +263,7 @@ void ORVRecordsListViewController::stopCurrentRecordPlayer()
     const auto player = m_currentPlayer;
     if (!player)
         return;
-    // A finger on the thumb lets go of it here, and the end of its drag asks the player to go on.
+    // This hides the thumb and so cancels a drag of it, whose end asks the player to go on.
     m_cellConfigurator->configurePlaybackControlsInCell(
         cellForRecord(*player->record()).get(), nullptr, Animated::Yes);
     player->setPaused(true);
@@ -276,7 +276,7 @@ void ORVRecordsListViewController::configureCellOfPlayer(const ORVRecordPlayer& 
         cellForRecord(*player.record()).get(), &player, Animated::Yes);
 }
 
-// What a player says counts only while it is the current one.
+// Messages of a player that is no longer the current one are ignored.
 
 void ORVRecordsListViewController::recordPlayerDidBecomeReadyForPlayback(ORVRecordPlayer& player)
 {

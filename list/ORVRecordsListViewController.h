@@ -1,6 +1,6 @@
 // The list of the records nearest to the user, of which one at a time is played.
 //
-// A tap on a row selects it, which shows its slider; its button plays, and playing another record takes over.
+// A tap on a row selects it, which shows its slider; its button plays, and stops the record that plays.
 // The controller owns the one player and brings the cells up to date through the configurator.
 #pragma once
 

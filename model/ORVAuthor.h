@@ -1,7 +1,7 @@
 // Someone who makes recordings.
 //
-// Authors are the same when their identities are, whatever else they say; an author without an identity
-// is the same as none, not even as itself. The hash stays the object's own, so authors are no keys of
+// Authors are equal when their identities are, whatever their other properties; an author without an
+// identity equals none, not even itself. The hash stays the object's own, so authors are no keys of
 // hashed collections. The store fills an author once; from then on it is only read, on any thread.
 #pragma once
 
@@ -16,7 +16,7 @@ public:
     ORVAuthor();
     // initWithAuthorID: — an identity is required.
     explicit ORVAuthor(NSString authorID);
-    // initWithCoder: — takes an identity that is missing without complaint.
+    // initWithCoder: — a missing identity is accepted.
     explicit ORVAuthor(const NSCoder&);
     void encodeWithCoder(NSCoder&) const override;
 
@@ -34,7 +34,7 @@ public:
     const NSString& bio() const { return m_bio; }
     void setBio(NSString bio) { m_bio = std::move(bio); }
 
-    // As the list states them; they are not counted from the records in the store.
+    // As the property list states them; they are not counted from the records in the store.
     std::uint64_t recordsCount() const { return m_recordsCount; }
     void setRecordsCount(std::uint64_t count) { m_recordsCount = count; }
     std::uint64_t placesCount() const { return m_placesCount; }

@@ -1,7 +1,7 @@
 // Turns a count into a short text such as 999, 12k or 3M.
 //
 // The number is scaled down by thousands until it has few enough digits before the point, the fraction
-// is dropped and a suffix is appended. Beyond the last suffix numbers just grow. Setting is for one
+// is dropped and a suffix is appended. Beyond the last suffix there are more digits. Setting is for one
 // thread, formatting for all.
 #pragma once
 

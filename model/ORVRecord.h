@@ -1,7 +1,7 @@
 // One sound, recorded by an author at a place and a time.
 //
-// Records are the same when their identities are, whatever else they say; a record without an identity
-// is accepted and is the same as none, not even as itself. The hash stays the object's own, so records
+// Records are equal when their identities are, whatever their other properties; a record without an identity
+// is accepted and equals none, not even itself. The hash stays the object's own, so records
 // are no keys of hashed collections. The store fills a record once; from then on it is only read, on any
 // thread.
 #pragma once

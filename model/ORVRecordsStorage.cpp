@@ -16,7 +16,7 @@ namespace {
 constexpr double randomHalfWidth = 0.02; // degrees
 constexpr double randomOldestAge = 72 * 3600; // seconds
 
-// Where the list is or should be, so that a missing one is told of by name.
+// Where the list is or should be: the message about a missing one names it.
 NSString pathOfList(const NSString& name)
 {
     const auto bundle = NSBundle::mainBundle();
@@ -95,7 +95,7 @@ const std::array<NSString, 9>& placeNames()
     return names;
 }
 
-// One of the elements, each as likely; none of none.
+// A random element, all with the same probability; null where there is none.
 template <typename Elements> typename Elements::value_type randomElement(const Elements& elements)
 {
     const std::uint32_t position
@@ -159,7 +159,7 @@ void ORVRecordsStorage::queryRecordsAroundCoordinate(
     NSParameterAssert(completion, "ORVRecordsStorage", "completion != NULL");
     if (!completion)
         return;
-    // The store and the completion travel on to the main queue, so that whatever they own ends there.
+    // The store and the completion are moved on to the main queue, so that what they own is destroyed there.
     Executor::current().globalQueue().async([store = strongSelf(this), coordinate, limit,
                                                 completion = std::move(completion)]() mutable {
         Records nearest = store->recordsAroundCoordinate(coordinate, limit);

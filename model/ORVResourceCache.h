@@ -21,7 +21,7 @@ public:
 
     // The image at the best density that exists; the same object while it is cached.
     std::shared_ptr<UIImage> imageFromURL(const NSURL&);
-    // imageLoadedFromBaseURL: — the same, past the cache. The address is that of the file of density 1; the
+    // imageLoadedFromBaseURL: — the same without the cache. The address is that of the file of density 1; the
     // densities of the main screen and below lie beside it as F@3x.jpg and F@2x.jpg.
     std::shared_ptr<UIImage> imageLoadedFromBaseURL(const NSURL&) const;
     // A new asset on every call, nil when the sound cannot be played.

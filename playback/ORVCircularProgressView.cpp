@@ -91,8 +91,8 @@ void ORVCircularProgressView::tintColorDidChange()
 {
     UIControl::tintColorDidChange();
     const auto recolor = [this] { m_progressLayer->setStrokeColor(tintColor()); };
-    // The arc greys out along with an interface that does so slowly; a ring that has just come into a window
-    // is not seen to change its colour.
+    // Inside an animation, as when the interface dims, the arc changes its colour along with it; outside of
+    // one, as when the ring has just joined a window, at once.
     if (UIView::isInAnimation())
         recolor();
     else

@@ -248,7 +248,7 @@ NSLayoutConstraint::List ORVPlaybackButton::makeInternalConstraints()
     auto constraints = NSLayoutConstraint::constraintsWithVisualFormats(
         { "H:|-insetLeft-[progressView]-insetRight-|", "V:|-insetTop-[progressView]-insetBottom-|" },
         { { "progressView", m_progressView } }, metrics);
-    // The whole differences, not their halves: who pads one side of an icon gives the way it is to move.
+    // The whole differences, not their halves: an inset on one side moves the icon by just as much.
     const double right = content.left - content.right + image.left - image.right;
     const double down = content.top - content.bottom + image.top - image.bottom;
     constraints.push_back(m_imageView->centerXAnchor().constraintEqualToAnchor(centerXAnchor(), right));

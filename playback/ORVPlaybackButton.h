@@ -2,7 +2,7 @@
 //
 // Which icon it is follows isPlaying(), which is a control state of its own. The icon shrinks away and comes
 // back as the other one. The button keeps its images itself, and pales as a whole while it is pressed or
-// disabled. It does not change its look when it is tapped: whoever it tells does. Observers of "playing" are
+// disabled. A tap does not change its look: the targets of the tap do. Observers of "playing" are
 // told by the setter, also when the value stays the same. Main thread only.
 #pragma once
 
@@ -42,7 +42,7 @@ public:
     void setContentEdgeInsets(const UIEdgeInsets& insets) override;
     void setImageEdgeInsets(const UIEdgeInsets& insets) override;
 
-    // A finger makes the button pale slowly, code does so at once.
+    // The button fades when a finger highlights it, and changes at once when code does.
     void setHighlighted(bool highlighted) override;
     void setEnabled(bool enabled) override;
     void setSelected(bool selected) override;

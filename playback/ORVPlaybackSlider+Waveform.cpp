@@ -11,13 +11,13 @@
 
 namespace {
 
-constexpr double nearlyNothing = std::numeric_limits<float>::epsilon();
+constexpr double scaleTolerance = std::numeric_limits<float>::epsilon();
 
 bool fits(const UIImage& picture, const CGSize& size, CGFloat scale)
 {
     const CGSize pictureSize = picture.size(); // to be met exactly, so not by Qt's comparison
     return pictureSize.width() == size.width() && pictureSize.height() == size.height()
-        && std::abs(picture.scale() - scale) <= nearlyNothing;
+        && std::abs(picture.scale() - scale) <= scaleTolerance;
 }
 
 } // namespace
@@ -70,7 +70,7 @@ void ORVPlaybackSlider::renderWafeformIfNecessaryWithCompletion(Completion compl
     sendMessage(
         *this, m_delegate, &ORVPlaybackSliderDelegate::playbackSliderDidBeginRenderingWaveform, *this);
     const CGFloat scale = window() ? window()->screen()->scale() : 0;
-    // What others own travels on to the main queue, so that it ends there.
+    // Asset and completion are moved on to the main queue, so that what they own is destroyed there.
     Executor::current().globalQueue().async(
         [weak = std::weak_ptr(self), asset = m_asset, size = bounds().size(), scale,
             completion = std::move(completion)]() mutable {

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr double maximumThumbWidth = 66; // points
-constexpr double nearlyNothing = std::numeric_limits<float>::epsilon();
+constexpr double smallestMultiplier = std::numeric_limits<float>::epsilon();
 constexpr double stepDuration = 0.1; // seconds: as long as it takes until the player reports again
 constexpr double tapDuration = 0.3; // seconds
 
@@ -103,10 +103,10 @@ NSLayoutConstraint::List ORVPlaybackSlider::makeStaticConstraints()
     return constraints;
 }
 
-// At the very beginning a multiplier would leave nothing of the right edge to hold on to.
+// At position 0 the multiplier would be 0, and an equation without the right edge says nothing of a place.
 std::shared_ptr<NSLayoutConstraint> ORVPlaybackSlider::makeThumbCenterConstraint()
 {
-    if (m_currentPosition <= nearlyNothing)
+    if (m_currentPosition <= smallestMultiplier)
         return m_thumbView->centerXAnchor().constraintEqualToAnchor(leftAnchor());
     return NSLayoutConstraint::constraintWithItem(*m_thumbView, NSLayoutAttribute::CenterX,
         NSLayoutRelation::Equal, this, NSLayoutAttribute::Right, m_currentPosition, 0);

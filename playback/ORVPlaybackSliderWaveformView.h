@@ -29,7 +29,7 @@ public:
     const std::shared_ptr<UIImage>& waveformImage() const { return m_imageView->image(); }
     void setWaveformImage(const std::shared_ptr<UIImage>& image); // null shows nothing
 
-    // To be set before the first layout: set later, it takes the picture's place away and gives it no other.
+    // To be set before the first layout: set later, it removes the picture's constraints and makes no others.
     ORVPlaybackSliderWaveformViewMode mode() const { return m_mode; }
     void setMode(ORVPlaybackSliderWaveformViewMode mode);
 

@@ -57,7 +57,7 @@ void ORVRecordPlayer::setTimePosition(double seconds)
         return;
     setSeeking(true);
     const CMTime target = CMTimeMakeWithSeconds(seconds, currentItemDuration().timescale);
-    // A seek that a later one cancels says nothing: the later one's end is the end of seeking.
+    // A cancelled seek changes nothing: the later seek that cancelled it ends the seeking.
     m_assetPlayer->seekToTime(target, [weak = weakSelf(this)](bool finished) {
         const auto self = weak.lock();
         if (finished && self)

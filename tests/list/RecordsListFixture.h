@@ -1,4 +1,4 @@
-// The records list in a window, over the sample data, with clock, queues, sound and fingers in hand.
+// The records list in a window, over the sample data, with a clock, queues, sound and fingers moved by hand.
 #pragma once
 
 #include "list/ORVRecordTableViewCell.h"

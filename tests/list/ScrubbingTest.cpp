@@ -158,7 +158,7 @@ TEST_F(ScrubbingTest, AFlickThatStartsOnTheBarScrollsTheList)
     scheduler.advance(0.3);
     EXPECT_GT(controller->tableView()->contentOffset().y(), 100);
     EXPECT_FALSE(player->isPaused());
-    EXPECT_LT(player->timePosition(), player->recordDuration() / 2) << "nobody has sought";
+    EXPECT_LT(player->timePosition(), player->recordDuration() / 2) << "there was no seek";
 }
 
 TEST_F(ScrubbingTest, NeitherATapOnTheBarNorADragNorTheButtonClosesTheRow)
@@ -223,7 +223,7 @@ TEST_F(ScrubbingTest, ClosingTheRowWithASecondFingerEndsTheDragWhichOpensItAgain
     touch.wait(0.05);
     touch.up(1);
     EXPECT_FALSE(slider().isDraggingThumb()) << "stopped as soon as the bar began to fade";
-    touch.moveTo({ start.x() + 200, start.y() }); // is heard by nobody
+    touch.moveTo({ start.x() + 200, start.y() }); // nothing follows this finger any more
     scheduler.advance(2);
     touch.up();
     scheduler.advance(1);

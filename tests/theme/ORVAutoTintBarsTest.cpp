@@ -6,8 +6,8 @@
 
 namespace {
 
-// Both bars, and what derives from them, keep the same promise. The theme is in force: it gives every bar in
-// a window a tint of its own, white.
+// The same rule holds for both bars and for what derives from them. The theme is in force: it gives every bar
+// in a window a tint of its own, white.
 template <typename Bar> class ORVAutoTintBarsTest : public SceneFixture {
 protected:
     ORVAutoTintBarsTest() { ClassRegistry::runLoadHooks(); }
