@@ -5,6 +5,16 @@
 
 #include <algorithm>
 
+// Here, because only this class knows which of the ancestors it is.
+UINavigationController* UIViewController::navigationController() const
+{
+    for (UIViewController* ancestor = parentViewController(); ancestor;
+         ancestor = ancestor->parentViewController())
+        if (auto* controller = dynamic_cast<UINavigationController*>(ancestor))
+            return controller;
+    return nullptr;
+}
+
 void UINavigationController::init()
 {
     UIViewController::init();

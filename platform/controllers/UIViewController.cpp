@@ -1,6 +1,5 @@
 #include "platform/controllers/UIViewController.h"
 
-#include "platform/controllers/UINavigationController.h"
 #include "platform/controls/UINavigationItem.h"
 #include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
@@ -58,14 +57,6 @@ const std::shared_ptr<UINavigationItem>& UIViewController::navigationItem()
         m_navigationItem->setTitle(m_title);
     }
     return m_navigationItem;
-}
-
-UINavigationController* UIViewController::navigationController() const
-{
-    for (UIViewController* ancestor = m_parent; ancestor; ancestor = ancestor->m_parent)
-        if (auto* controller = dynamic_cast<UINavigationController*>(ancestor))
-            return controller;
-    return nullptr;
 }
 
 // --- Containment -------------------------------------------------------------------------------------

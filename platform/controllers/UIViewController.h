@@ -29,7 +29,7 @@ public:
     void setTitle(const NSString& title);
     // How the controller shows itself in a navigation bar; made at the first call.
     const std::shared_ptr<UINavigationItem>& navigationItem();
-    // The nearest one that this controller is in; null for none.
+    // The nearest one that this controller is in; null for none. Defined beside that class.
     UINavigationController* navigationController() const;
 
     UIViewController* parentViewController() const { return m_parent; }

@@ -8,6 +8,7 @@ from pathlib import Path
 SCRIPT = Path(__file__).resolve().parents[2] / "scripts" / "check-includes"
 EDGES = """
 low/layer:
+platform/layers: low/layer
 platform/views: low/layer
 """
 
@@ -35,10 +36,10 @@ class CheckIncludesTest(unittest.TestCase):
         self.assertEqual(self.check(sources), (1, ["low/layer/A.cpp:1: low/layer may not include platform/views"]))
 
     def test_headers_in_a_cycle_are_named(self):
-        sources = {"platform/views/A.h": ["platform/views/B.h"], "platform/views/B.h": ["platform/views/C.h"],
-                   "platform/views/C.h": ["platform/views/A.h"], "platform/views/D.h": ["platform/views/A.h"]}
+        sources = {"platform/layers/A.h": ["platform/layers/B.h"], "platform/layers/B.h": ["platform/layers/C.h"],
+                   "platform/layers/C.h": ["platform/layers/A.h"], "platform/layers/D.h": ["platform/layers/A.h"]}
         self.assertEqual(self.check(sources), (1, [
-            "these include each other: platform/views/A.h platform/views/B.h platform/views/C.h"]))
+            "these include each other: platform/layers/A.h platform/layers/B.h platform/layers/C.h"]))
 
     def test_classes_whose_sources_include_each_other_are_named(self):
         sources = {"low/layer/A.h": [], "low/layer/A.cpp": ["low/layer/A.h", "low/layer/B.h"],
@@ -46,9 +47,18 @@ class CheckIncludesTest(unittest.TestCase):
         self.assertEqual(self.check(sources), (1, ["these include each other: low/layer/A low/layer/B"]))
 
     def test_a_knotted_folder_may_have_them(self):
-        sources = {"platform/views/A.h": [], "platform/views/A.cpp": ["platform/views/A.h", "platform/views/B.h"],
-                   "platform/views/B.h": ["platform/views/A.h"]}
+        sources = {"platform/layers/A.h": [], "platform/layers/A.cpp": ["platform/layers/A.h", "platform/layers/B.h"],
+                   "platform/layers/B.h": ["platform/layers/A.h"]}
         self.assertEqual(self.check(sources), (0, []))
+
+    def test_a_knotted_class_may_have_them_and_no_other_of_its_folder(self):
+        knot = {"platform/views/UIView.h": [], "platform/views/UIWindow.h": ["platform/views/UIView.h"],
+                "platform/views/UIView.cpp": ["platform/views/UIView.h", "platform/views/UIWindow.h"]}
+        others = {"platform/views/A.h": [], "platform/views/A.cpp": ["platform/views/A.h", "platform/views/B.h"],
+                  "platform/views/B.h": ["platform/views/A.h"]}
+        self.assertEqual(self.check(knot), (0, []))
+        self.assertEqual(self.check(knot | others), (
+            1, ["these include each other: platform/views/A platform/views/B"]))
 
 
 if __name__ == "__main__":
