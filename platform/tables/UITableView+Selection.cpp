@@ -11,6 +11,7 @@ std::vector<NSIndexPath> UITableView::indexPathsForSelectedRows() const
 
 void UITableView::selectRow(NSIndexPath indexPath, Animated animated, UITableViewScrollPosition position)
 {
+    const KeepAlive keepAlive(*this);
     loadIfNecessary();
     if (!hasRow(indexPath))
         return;
@@ -38,6 +39,7 @@ void UITableView::setCellSelected(NSIndexPath indexPath, bool selected, Animated
 
 void UITableView::scrollToRow(NSIndexPath indexPath, UITableViewScrollPosition position, Animated animated)
 {
+    const KeepAlive keepAlive(*this);
     loadIfNecessary();
     if (!hasRow(indexPath))
         return;

@@ -125,10 +125,10 @@ void UITableView::loadIfNecessary()
 
 RowGeometry UITableView::measureRows()
 {
-    const auto dataSource = m_dataSource.lock();
+    const int count
+        = sendMessage(*this, m_dataSource, &UITableViewDataSource::tableViewNumberOfRowsInSection, *this, 0);
     const auto delegate = tableDelegate();
-    const int count = dataSource ? std::max(dataSource->tableViewNumberOfRowsInSection(*this, 0), 0) : 0;
-    return { count, [&](int row) {
+    return { std::max(count, 0), [&](int row) {
                 const auto height
                     = delegate ? delegate->tableViewHeightForRowAtIndexPath(*this, { 0, row }) : std::nullopt;
                 return height.value_or(m_rowHeight);
@@ -144,6 +144,7 @@ void UITableView::setRows(RowGeometry rows)
 
 void UITableView::beginUpdates()
 {
+    const KeepAlive keepAlive(*this);
     loadIfNecessary();
     ++m_updateDepth;
 }
@@ -235,11 +236,11 @@ void UITableView::showRows(Span span, const RowGeometry& rows)
 
 void UITableView::showRow(int row, const RowGeometry& rows)
 {
-    const auto dataSource = m_dataSource.lock();
-    if (!dataSource)
+    if (m_dataSource.expired())
         return;
     const NSIndexPath indexPath { 0, row };
-    auto cell = dataSource->tableViewCellForRowAtIndexPath(*this, indexPath);
+    auto cell = sendMessage(
+        *this, m_dataSource, &UITableViewDataSource::tableViewCellForRowAtIndexPath, *this, indexPath);
     NSCAssert(cell, "UITableView", QStringLiteral("The data source returned no cell for row %1.").arg(row));
     if (!cell)
         cell = make<UITableViewCell>();
@@ -253,8 +254,8 @@ void UITableView::showRow(int row, const RowGeometry& rows)
             insertSubview(cell, 0);
         cell->setFrame(frameOfRow(rows, row));
     });
-    if (const auto delegate = tableDelegate())
-        delegate->tableViewWillDisplayCell(*this, *cell, indexPath);
+    sendMessage(
+        *this, m_tableDelegate, &UITableViewDelegate::tableViewWillDisplayCell, *this, *cell, indexPath);
 }
 
 void UITableView::hideRowsOutside(Span span)

@@ -133,4 +133,49 @@ TEST_F(UITableViewTest, ARowHeightThatIsNoHeightIsNone)
     }
 }
 
+TEST_F(UITableViewTest, MayBeDroppedWhileItLoadsItsRows)
+{
+    class Dropping final : public NSObject, public UITableViewDataSource, public UITableViewDelegate {
+    public:
+        int tableViewNumberOfRowsInSection(UITableView&, int) override
+        {
+            owned = nullptr;
+            return 3;
+        }
+        std::shared_ptr<UITableViewCell> tableViewCellForRowAtIndexPath(UITableView&, NSIndexPath) override
+        {
+            return make<UITableViewCell>();
+        }
+        std::optional<double> tableViewHeightForRowAtIndexPath(UITableView&, NSIndexPath) override
+        {
+            EXPECT_FALSE(watched.expired());
+            ++heightsAskedFor;
+            return 50;
+        }
+        std::shared_ptr<UITableView> owned;
+        std::weak_ptr<UITableView> watched;
+        int heightsAskedFor = 0;
+    };
+    const std::function<void(UITableView&)> acts[] = {
+        [](UITableView& loading) {
+            loading.selectRow({ 0, 1 }, Animated::No, UITableViewScrollPosition::Top);
+        },
+        [](UITableView& loading) {
+            loading.scrollToRow({ 0, 1 }, UITableViewScrollPosition::Top, Animated::No);
+        },
+        [](UITableView& loading) { loading.beginUpdates(); },
+        [](UITableView& loading) { loading.reloadData(); },
+    };
+    for (const auto& act : acts) {
+        const auto source = make<Dropping>();
+        source->owned = make<UITableView>(CGRect(0, 0, 100, 100));
+        source->watched = source->owned;
+        source->owned->setDataSource(source);
+        source->owned->setDelegate(source);
+        act(*source->owned);
+        EXPECT_EQ(source->heightsAskedFor, 3);
+        EXPECT_TRUE(source->watched.expired());
+    }
+}
+
 } // namespace
