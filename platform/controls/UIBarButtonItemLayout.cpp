@@ -1,6 +1,5 @@
 #include "platform/controls/UIBarButtonItemLayout.h"
 
-#include "platform/graphics/MainScreenScale.h"
 #include "platform/views/UIView.h"
 
 #include <algorithm>
@@ -52,9 +51,7 @@ void UIBarButtonItemLayout::place(const UIBarButtonItems& items, const CGRect& a
             width *= std::max(1 + room / squeezableWidth, 0.0);
         else if (room > 0 && item->isFlexible())
             width += room / flexibleCount;
-        const double begin = MainScreenScale::roundToPixel(left);
-        item->placeIn(
-            { begin, area.top(), MainScreenScale::roundToPixel(left + width) - begin, area.height() });
+        item->placeIn({ left, area.top(), width, area.height() });
         left += width + spacing;
     }
 }

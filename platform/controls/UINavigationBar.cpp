@@ -2,7 +2,6 @@
 
 #include "platform/controls/UIBarButtonItemLayout.h"
 #include "platform/controls/UILabel.h"
-#include "platform/graphics/MainScreenScale.h"
 
 namespace {
 
@@ -197,6 +196,5 @@ void UINavigationBar::placeTitle(double left, double right)
     const double width = std::min(m_titleLabel->sizeThatFits(bounds().size()).width(), room);
     const double centred = bounds().center().x() - width / 2;
     const double begin = std::max(std::min(centred, right - width), left);
-    m_titleLabel->setFrame(
-        { MainScreenScale::roundToPixel(begin), bounds().top(), width, bounds().height() });
+    m_titleLabel->setFrame({ begin, bounds().top(), width, bounds().height() });
 }

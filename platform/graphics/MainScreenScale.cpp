@@ -9,5 +9,3 @@ void MainScreenScale::set(CGFloat scale)
     if (std::isfinite(scale) && scale > 0)
         s_scale = scale;
 }
-
-CGFloat MainScreenScale::roundToPixel(CGFloat position) { return std::round(position * s_scale) / s_scale; }

@@ -13,9 +13,6 @@ public:
     // A scale that is no positive number is not taken.
     static void set(CGFloat scale);
 
-    // The nearest position in points that lies on a whole device pixel.
-    static CGFloat roundToPixel(CGFloat position);
-
 private:
     static std::atomic<CGFloat> s_scale;
 };

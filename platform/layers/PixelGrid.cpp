@@ -45,6 +45,11 @@ PixelGrid::PixelGrid(double scale)
 {
 }
 
+double PixelGrid::nearestWholeDistance(double distance, double scale)
+{
+    return nearestPixel(distance * scale) / scale;
+}
+
 PixelGrid PixelGrid::inLayer(const CALayerValues& rest) const
 {
     PixelGrid grid(m_scale);

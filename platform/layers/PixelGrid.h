@@ -15,6 +15,9 @@
 
 class PixelGrid {
 public:
+    // The nearest distance that is whole in device pixels, by the rule that scrolled distances are drawn by.
+    static double nearestWholeDistance(double distance, double scale);
+
     // For the coordinates of a screen with scale device pixels in a point.
     explicit PixelGrid(double scale);
 

@@ -6,6 +6,7 @@
 #include "platform/graphics/FiniteNumbers.h"
 #include "platform/graphics/MainScreenScale.h"
 #include "platform/layers/CAMediaTimingFunction.h"
+#include "platform/layers/PixelGrid.h"
 #include "platform/tables/ScrollIndicator.h"
 #include "platform/views/InteractionConstants.h"
 #include "platform/views/UIPanGestureRecognizer.h"
@@ -224,13 +225,10 @@ void UIScrollView::updateForFrame(double now)
     }
     m_motion.reset();
     applyOffset(motion.offsetAt(motion.duration));
-    const auto delegate = m_delegate.lock();
-    if (!delegate)
-        return;
-    if (motion.kind == Motion::Kind::Deceleration)
-        delegate->scrollViewDidEndDecelerating(*this);
-    else
-        delegate->scrollViewDidEndScrollingAnimation(*this);
+    const auto message = motion.kind == Motion::Kind::Deceleration
+        ? &UIScrollViewDelegate::scrollViewDidEndDecelerating
+        : &UIScrollViewDelegate::scrollViewDidEndScrollingAnimation;
+    sendMessage(*this, m_delegate, message, *this);
 }
 
 double UIScrollView::delayForContentTouches() const { return InteractionConstants::contentTouchDelay; }
@@ -339,7 +337,9 @@ void UIScrollView::stopMotion() { m_motion.reset(); }
 
 void UIScrollView::applyOffset(const CGPoint& offset)
 {
-    const CGPoint whole(MainScreenScale::roundToPixel(offset.x()), MainScreenScale::roundToPixel(offset.y()));
+    const double scale = MainScreenScale::get();
+    const CGPoint whole(PixelGrid::nearestWholeDistance(offset.x(), scale),
+        PixelGrid::nearestWholeDistance(offset.y(), scale));
     if (whole == contentOffset() || !isFinite(whole))
         return;
     const KeepAlive keepAlive(*this);

@@ -17,13 +17,4 @@ TEST(MainScreenScaleTest, KeepsItsValueWhenGivenNone)
     MainScreenScale::set(1);
 }
 
-TEST(MainScreenScale, RoundsPositionsToWholePixels)
-{
-    MainScreenScale::set(3);
-    EXPECT_DOUBLE_EQ(MainScreenScale::roundToPixel(10.2), 10 + 1.0 / 3);
-    EXPECT_DOUBLE_EQ(MainScreenScale::roundToPixel(-0.4), -1.0 / 3);
-    MainScreenScale::set(1);
-    EXPECT_EQ(MainScreenScale::roundToPixel(10.2), 10);
-}
-
 } // namespace

@@ -111,6 +111,15 @@ TEST_F(PixelGridTest, WhatRestsLiesOnTheNearestPixelsOfTheScreen)
     }
 }
 
+TEST_F(PixelGridTest, AWholeDistanceIsTheNearestOneAndHalvesGoTheSameWay)
+{
+    EXPECT_DOUBLE_EQ(PixelGrid::nearestWholeDistance(10.2, 3), 10 + 1.0 / 3);
+    EXPECT_DOUBLE_EQ(PixelGrid::nearestWholeDistance(-0.4, 3), -1.0 / 3);
+    EXPECT_EQ(PixelGrid::nearestWholeDistance(10.2, 1), 10);
+    EXPECT_EQ(PixelGrid::nearestWholeDistance(0.5, 1), 1);
+    EXPECT_EQ(PixelGrid::nearestWholeDistance(-0.5, 1), 0);
+}
+
 TEST_F(PixelGridTest, LayersThatTouchTouchOnTheScreen)
 {
     for (const double each : { 1.0, 2.0, 3.0 }) {
