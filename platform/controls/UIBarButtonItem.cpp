@@ -36,7 +36,7 @@ public:
     }
 
 private:
-    std::weak_ptr<const UIBarButtonItem> m_item; // the button may outlive it in a view of somebody's
+    std::weak_ptr<const UIBarButtonItem> m_item; // the button may outlive it in a view that holds it
 };
 
 } // namespace

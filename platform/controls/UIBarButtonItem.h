@@ -15,8 +15,8 @@ class UIView;
 
 enum class UIBarButtonItemStyle { Plain = 0 };
 
-// What the item tells to those who do not see the screen is what its button tells; a custom view speaks for
-// itself.
+// What the item tells to those who do not see the screen is what its button tells; a custom view tells
+// what it is itself.
 class UIBarButtonItem : public NSObject, public UIAccessibility {
 public:
     // A finger's width: no button in a bar is narrower.

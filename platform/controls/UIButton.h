@@ -1,7 +1,7 @@
 // A control with a picture, a title and a background picture, each different in each state if need be.
 //
 // What is set for no particular state is that of the normal one. The image view and the title label are
-// made when they are first needed, so that a subclass with its own costs nothing twice.
+// made when they are first needed, so that a subclass with its own makes no second one.
 #pragma once
 
 #include "platform/controls/UIControl.h"

@@ -1,7 +1,7 @@
-// A window onto content larger than itself: follows the finger, goes on with momentum, resists at the ends.
+// Shows a part of larger content: follows the finger, goes on with momentum, resists at the ends.
 //
 // The content offset is the origin of the view's bounds, always on a whole device pixel, so that text
-// stays crisp while it moves. Motions are functions of time, played frame by frame while the view is in a
+// stays sharp while it moves. Motions are functions of time, played frame by frame while the view is in a
 // window; a touch stops them. Offsets reach past the ends only by rubber band and momentum, or when they
 // are set.
 #pragma once

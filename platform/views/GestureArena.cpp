@@ -9,7 +9,7 @@ struct GestureArena::Contender {
     const std::shared_ptr<UIGestureRecognizer> recognizer;
     Stage stage = Stage::Watching;
     UIGestureRecognizerState wanted = UIGestureRecognizerState::Possible; // when it need not wait any more
-    bool asks = false; // whom it has to wait for: not settled yet
+    bool isAsking = false; // whom it has to wait for
     Contenders waitsFor {};
     std::uint64_t untoldBeginning = 0; // the change, until its actions are being sent
     UITouches gone {}; // of its touches, that have left while it waited
@@ -168,12 +168,12 @@ void GestureArena::gestureReports(UIGestureRecognizer& recognizer, UIGestureReco
         wait(contender, state);
 }
 
-// Nobody to wait for is the shortest wait.
+// With nobody to wait for it goes ahead at once.
 void GestureArena::wait(const ContenderPointer& contender, UIGestureRecognizerState wanted)
 {
     contender->stage = Stage::Waiting;
     contender->wanted = wanted;
-    contender->asks = true;
+    contender->isAsking = true;
     for (const auto& other : possibleRequirementsOf(*contender)) {
         const bool waits = isIn(other) && isUndecided(*other) && !waitsFor(*other, contender)
             && mustWaitFor(*contender, *other);
@@ -182,7 +182,7 @@ void GestureArena::wait(const ContenderPointer& contender, UIGestureRecognizerSt
         if (waits && isIn(other) && isUndecided(*other))
             contender->waitsFor.push_back(other);
     }
-    contender->asks = false;
+    contender->isAsking = false;
     if (contender->waitsFor.empty())
         goAhead(contender);
 }
@@ -291,7 +291,7 @@ void GestureArena::settleThoseWaitingFor(const ContenderPointer& contender, bool
             continue;
         if (wentAhead)
             decide(other, UIGestureRecognizerState::Failed);
-        else if (other->waitsFor.empty() && !other->asks)
+        else if (other->waitsFor.empty() && !other->isAsking)
             goAhead(other);
     }
 }
@@ -302,8 +302,7 @@ void GestureArena::proceed(const ContenderPointer& contender, UIGestureRecognize
     if (contender->untoldBeginning != 0 && state == UIGestureRecognizerState::Changed)
         return; // the beginning is about to be told, with what has changed since
     if (contender->untoldBeginning != 0 && state == UIGestureRecognizerState::Ended)
-        recognizer.sendActions(
-            {}, std::exchange(contender->untoldBeginning, 0)); // no end without a beginning
+        recognizer.sendActions({}, std::exchange(contender->untoldBeginning, 0)); // before the end is
     if (!isIn(contender) || contender->stage != Stage::Ahead)
         return; // stopped by one of those who were told
     contender->stage = state == UIGestureRecognizerState::Changed ? Stage::Ahead : Stage::Over;

@@ -3,21 +3,21 @@
 // A recogniser enters with its first touch and leaves when it is possible again. Meanwhile it is in one of
 // these stages:
 //
-//   stage     the recogniser                          leaves it
-//   --------  --------------------------------------
-//   ---------------------------------------------------------- Watching  watches touches, or waits for the
-//   next  to Waiting or Ahead when it reports that it has found its
-//             one, and has found nothing yet          gesture; to Over when it fails or is withdrawn
-//   Waiting   has found its gesture, while others     to Ahead, or to Over for a gesture that happens at
-//   once,
-//             that are to fail first are undecided    when the last of those has failed and it may begin; to
-//                                                     Over when one of them goes ahead, when it may not
-//                                                     begin, when it fails or is withdrawn
-//   Ahead     has begun, or has changed since         to Over when it ends, is cancelled or is withdrawn;
-//   when
-//                                                     its last touch leaves, and it waits for none, it is
-//                                                     cancelled
-//   Over      has ended, was cancelled or has failed  out of the arena when the last of its touches has left
+//   stage     the recogniser                        leaves it
+//   --------  ------------------------------------  -------------------------------------------------------
+//   Watching  watches touches, or waits for the     to Waiting or Ahead when it reports that it has found
+//             next one, and has found nothing yet   its gesture; to Over when it fails or is withdrawn
+//
+//   Waiting   has found its gesture, while others   to Ahead, or to Over for a gesture that happens at
+//             that are to fail first are undecided  once, when the last of those has failed and it may
+//                                                   begin; to Over when one of them goes ahead, when it
+//                                                   may not begin, when it fails or is withdrawn
+//
+//   Ahead     has begun, or has changed since       to Over when it ends, is cancelled or is withdrawn, and
+//                                                   when its last touch has left and it waits for no other
+//                                                   touch
+//
+//   Over      has ended, was cancelled, has failed  out of the arena when the last of its touches has left
 //
 // Undecided are those that watch or wait. Whom one waits for is asked once, when it has found its gesture:
 // requirements of its own, then both delegates about everybody on its touches. Of two that would wait for

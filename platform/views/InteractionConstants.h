@@ -1,4 +1,4 @@
-// How touching feels: every number of it in one place, with its reason.
+// The numbers of touching and pressing, in one place, each with its reason.
 //
 // Distances are points, times seconds. The laws of scrolling have their own numbers, beside their formulas.
 #pragma once

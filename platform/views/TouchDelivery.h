@@ -1,18 +1,18 @@
 // What the views know of the touches on them. A touch is in one of these states:
 //
-//   state      the view                             leaves it
-//   ---------  -----------------------------------
-//   ----------------------------------------------------------- Held       has not heard of it yet: a view to
-//   Delivered when neither holds any more; to Withheld when a
-//              around it lets its content wait, or   gesture takes it, or the view cannot be touched any
-//              more; to a recogniser holds it back            Late when the finger leaves
+//   state      the view                              leaves it
+//   ---------  ------------------------------------  ------------------------------------------------------
+//   Held       has not heard of it yet: a view       to Delivered when neither holds any more; to Withheld
+//              around it lets its content wait, or   when a gesture takes it, or the view cannot be touched
+//              a recogniser holds it back            any more; to Late when the finger leaves
+//
 //   Delivered  has been told and hears every change  to Withheld, told as cancelled, for the same reasons;
-//   gone with
-//                                                    the finger
+//                                                    gone with the finger
+//
 //   Withheld   hears nothing                         gone with the finger
+//
 //   Late       has not heard of it, and the finger   gone: told whole when no recogniser holds it back any
-//   more, or
-//              has left                              never when a gesture takes it
+//              has left                              more, or never when a gesture takes it
 //
 // A view that does not want several touches at a time hears of the first one only. Everybody who is told may
 // do anything from inside the call, drop the window included.

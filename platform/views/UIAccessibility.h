@@ -20,7 +20,7 @@ public:
     // What happens when it is used.
     virtual NSString accessibilityHint() const { return m_hint; }
     virtual void setAccessibilityHint(const NSString& hint) { m_hint = hint; }
-    // How it stands now: a slider's position, a switch's state.
+    // Its value now: a slider's position, a switch's state.
     virtual NSString accessibilityValue() const { return m_value; }
     virtual void setAccessibilityValue(const NSString& value) { m_value = value; }
     // The outline on the screen; null for the element's frame.

@@ -43,8 +43,8 @@ public:
     using RecordID = std::uint64_t;
     static constexpr RecordID byCode = 0;
 
-    // Says that the setter is being called. While its recorded value is being applied that is no news;
-    // whatever else is set meanwhile, is set by code.
+    // Says that the setter is being called. While its recorded value is being applied this is not noted;
+    // whatever else is set meanwhile counts as set by code.
     template <typename... Parts> void noteSetting(Parts... parts)
     {
         const UIAppearanceSetting setting(parts...);
@@ -52,7 +52,7 @@ public:
             note(setting, byCode);
     }
 
-    // Whether that record has its say: not over code, and not twice in a row.
+    // Whether the record's value is to be applied: not over one that code has set, nor twice in a row.
     bool accepts(const UIAppearanceSetting& setting, RecordID record) const;
     // Calls apply() as the application of the record.
     template <typename Apply>

@@ -9,7 +9,7 @@ namespace {
 
 double lengthOf(const CGPoint& vector) { return std::hypot(vector.x(), vector.y()); }
 
-// Differences are not moved by where a view lies, only turned and scaled by how it does.
+// A view's transform turns and scales a difference of two places; where the view lies does not change it.
 CGPoint vectorIntoView(const CGPoint& vector, const UIView* view)
 {
     return DepartedView::pointFromWindow(vector, view) - DepartedView::pointFromWindow({}, view);

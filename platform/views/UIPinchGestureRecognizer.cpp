@@ -9,7 +9,7 @@
 
 namespace {
 
-// Fingers have a width: nothing is divided by less, in points.
+// In points. Two fingers are not nearer to each other than this, and no scale is divided by less.
 constexpr double smallestDistance = 1;
 
 bool isUsableScale(double scale) { return std::isfinite(scale) && scale > 0; }

@@ -1,4 +1,4 @@
-// Whoever can be told about touches, and be the one that the keyboard speaks to.
+// Whoever can be told about touches, and receive the keys as the first responder.
 //
 // Responders form a chain, from a view to its superview and on to the window. What a responder does
 // not take itself goes on to the next.

@@ -12,7 +12,7 @@
 
 namespace {
 
-// Updates that have not come to rest after so many rounds never will.
+// An update that asks for another one each time ends after so many rounds.
 constexpr int maximumUpdateRounds = 100;
 
 } // namespace

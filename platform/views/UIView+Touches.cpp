@@ -1,4 +1,4 @@
-// The part of UIView that touches and editing meet: hit testing, recognisers, the responder chain.
+// The part of UIView for touches and editing: hit testing, recognisers, the responder chain.
 
 #include "platform/foundation/Messages.h"
 #include "platform/views/DepartedView.h"

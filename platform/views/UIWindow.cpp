@@ -119,7 +119,7 @@ void UIWindow::runFrameUpdates()
 void UIWindow::screenDidChange()
 {
     setFrame(screen()->bounds());
-    setWindow(this); // hands the scale down
+    setWindow(this); // all layers get the scale
     ViewInsets::refreshInside(*this);
     tellSubtree(&UIView::safeAreaInsetsDidChange);
     tellSubtree(&UIView::setNeedsLayout);

@@ -41,7 +41,7 @@ public:
 
     TouchDispatcher& touches() { return m_touches; }
 
-    // Whom the keyboard speaks to; null when there is nobody.
+    // Who receives the keys; null when there is nobody.
     std::shared_ptr<UIResponder> firstResponder() const { return m_firstResponder.lock(); }
     // For a view that has left: whoever in it has become the first responder since it was asked to resign.
     void forgetFirstResponderIn(const UIView& view);
