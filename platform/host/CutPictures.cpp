@@ -60,37 +60,42 @@ CutPictures::~CutPictures()
         removeNode(part);
 }
 
-void CutPictures::show(const FrameList& list, int index, TextureCache& textures, QSGNode& parent)
+bool CutPictures::show(
+    const FrameList& list, int index, NodeEdges edges, TextureCache& textures, QSGNode& parent)
 {
+    m_edges = edges;
     m_wanted.clear();
+    m_drawnRect = {};
     collect(list, index, {}, std::nullopt, textures);
-    if (m_wanted.size() != m_parts.size()) {
+    bool hasMoved = m_wanted.size() != m_parts.size();
+    if (hasMoved) {
         for (Part& part : m_parts)
             removeNode(part);
         m_parts.assign(m_wanted.size(), Part {});
     }
     QSGNode* before = nullptr;
     for (std::size_t part = 0; part < m_parts.size(); ++part) {
-        showPart(m_parts[part], m_wanted[part], parent, before);
+        hasMoved = showPart(m_parts[part], m_wanted[part], parent, before) || hasMoved;
         if (QSGNode* const node = m_parts[part].node())
             before = node;
     }
     m_wanted.clear();
+    return hasMoved;
 }
 
 void CutPictures::collect(const FrameList& list, int index, const CGPoint& origin,
     const std::optional<CGRect>& clip, TextureCache& textures)
 {
     const FrameItem& item = list.items[std::size_t(index)];
-    const CGAffineTransform transform = deviceTransform(item, list.scale);
+    const CGAffineTransform transform = placed(deviceTransform(item, list.scale), m_edges);
     const CGPoint place = origin + CGPoint(transform.dx(), transform.dy());
-    const CGRect bounds = deviceRect(item.bounds, list.scale).translated(place);
+    const CGRect bounds = placed(deviceRect(item.bounds, list.scale), m_edges).translated(place);
     if (drawsBackground(item))
         put(cut(bounds, clip), {}, item.backgroundColor, nullptr);
     const std::optional<CGRect> inside = item.clipsToBounds ? cut(CGRect(bounds.toRect()), clip) : clip;
     if (drawsContent(item)) {
         const auto& image = std::get<FrameImage>(item.content);
-        const CGRect rect = deviceRect(image.rect, list.scale).translated(place);
+        const CGRect rect = placed(deviceRect(image.rect, list.scale), m_edges).translated(place);
         collectColumns(
             { onPixel(rect.x()), onPixel(rect.y()), std::round(rect.width()), std::round(rect.height()) },
             inside, textures.texture(image));
@@ -112,15 +117,17 @@ void CutPictures::collectColumns(
 void CutPictures::put(
     const CGRect& rect, const CGRect& source, const QColor& color, const SharedTexture& texture)
 {
+    m_drawnRect |= rect;
     m_wanted.push_back({ rect.isEmpty() ? CGRect() : rect, source, color, texture });
 }
 
-void CutPictures::showPart(Part& part, const Part& wanted, QSGNode& parent, QSGNode* before)
+// Answers whether the part lies elsewhere than before.
+bool CutPictures::showPart(Part& part, const Part& wanted, QSGNode& parent, QSGNode* before)
 {
     if (wanted.rect.isEmpty() || bool(wanted.texture) != bool(part.texture))
         removeNode(part);
     if (wanted.rect.isEmpty())
-        return;
+        return false;
     const bool isNew = !part.node();
     if (isNew && wanted.texture) {
         part.image = m_window.createImageNode();
@@ -142,17 +149,19 @@ void CutPictures::showPart(Part& part, const Part& wanted, QSGNode& parent, QSGN
         if (isNew || part.rect != wanted.rect)
             part.rectangle->setRect(wanted.rect);
     }
+    const bool hasMoved = isNew || part.rect != wanted.rect;
     part.rect = wanted.rect;
     part.source = wanted.source;
     part.color = wanted.color;
     part.texture = wanted.texture;
     if (!isNew)
-        return;
+        return hasMoved;
     part.node()->setFlag(QSGNode::OwnedByParent);
     if (before)
         parent.insertChildNodeAfter(part.node(), before);
     else
         parent.prependChildNode(part.node());
+    return hasMoved;
 }
 
 void CutPictures::removeNode(Part& part)

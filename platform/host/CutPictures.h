@@ -7,9 +7,11 @@
 // place leave no gap.
 #pragma once
 
+#include "platform/host/NodeEdges.h"
 #include "platform/host/TextureCache.h"
 
 #include <QSGNode>
+#include <QSGTexture>
 
 #include <optional>
 
@@ -30,7 +32,17 @@ public:
     CutPictures& operator=(const CutPictures&) = delete;
 
     // Shows the subtree in the coordinates of the item's superlayer, first among the nodes below the parent.
-    void show(const FrameList& list, int index, TextureCache& textures, QSGNode& parent);
+    // Answers whether a part lies elsewhere than before.
+    bool show(const FrameList& list, int index, NodeEdges edges, TextureCache& textures, QSGNode& parent);
+
+    // As LayerNode's.
+    CGRect drawnRect() const { return m_drawnRect; }
+    template <typename Visit> void forEachDrawing(Visit visit) const
+    {
+        for (const Part& part : m_parts)
+            if (!part.rect.isEmpty())
+                visit(part.rect, part.texture ? !part.texture->hasAlphaChannel() : part.color.alpha() == 255);
+    }
 
 private:
     // A rectangle of one colour, or a column of a picture.
@@ -49,10 +61,12 @@ private:
         TextureCache& textures);
     void collectColumns(const CGRect& rect, const std::optional<CGRect>& clip, const SharedTexture& texture);
     void put(const CGRect& rect, const CGRect& source, const QColor& color, const SharedTexture& texture);
-    void showPart(Part& part, const Part& wanted, QSGNode& parent, QSGNode* before);
+    bool showPart(Part& part, const Part& wanted, QSGNode& parent, QSGNode* before);
     static void removeNode(Part& part);
 
     QQuickWindow& m_window;
+    NodeEdges m_edges = NodeEdges::Anywhere; // while showing
     std::vector<Part> m_parts; // in drawing order
     std::vector<Part> m_wanted; // while showing
+    CGRect m_drawnRect;
 };

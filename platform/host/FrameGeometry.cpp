@@ -37,10 +37,11 @@ CGRect united(const CGRect& first, const CGRect& second)
 // A short arc of a large circle that turns on the screen is a small picture to turn.
 CGRect strokeExtent(const FrameShape& shape)
 {
+    const QPainterPath path = trimmedPath(*shape.path, shape.strokeStart, shape.strokeEnd);
+    if (path.isEmpty())
+        return {};
     const double reach = std::max(shape.lineWidth, 0.0) * strokeReach;
-    return trimmedPath(*shape.path, shape.strokeStart, shape.strokeEnd)
-        .boundingRect()
-        .adjusted(-reach, -reach, reach, reach);
+    return path.boundingRect().adjusted(-reach, -reach, reach, reach);
 }
 
 CGRect contentExtent(const FrameItem& item, double scale)
@@ -52,6 +53,8 @@ CGRect contentExtent(const FrameItem& item, double scale)
         return {};
     const CGRect fill = shape->fillColor.isValid() ? shape->path->boundingRect() : CGRect();
     const CGRect extent = shape->strokeColor.isValid() ? united(fill, strokeExtent(*shape)) : fill;
+    if (extent.isEmpty())
+        return {};
     // Antialiasing colours one more pixel on each side.
     return FrameGeometry::deviceRect(extent, scale).adjusted(-1, -1, 1, 1);
 }
@@ -79,6 +82,18 @@ CGAffineTransform FrameGeometry::deviceTransform(const FrameItem& item, double s
 bool FrameGeometry::isTranslation(const CGAffineTransform& transform)
 {
     return transform.type() <= QTransform::TxTranslate;
+}
+
+CGAffineTransform FrameGeometry::onWholePixels(const CGAffineTransform& translation)
+{
+    return CGAffineTransform::fromTranslate(std::round(translation.dx()), std::round(translation.dy()));
+}
+
+CGRect FrameGeometry::onWholePixels(const CGRect& rect)
+{
+    const CGPoint begin(std::floor(rect.left() + 0.5), std::floor(rect.top() + 0.5));
+    const CGPoint end(std::floor(rect.right() + 0.5), std::floor(rect.bottom() + 0.5));
+    return { begin, end };
 }
 
 double FrameGeometry::effectiveCornerRadius(const FrameItem& item)

@@ -13,6 +13,10 @@ CGRect deviceRect(const CGRect& points, double scale);
 CGAffineTransform deviceTransform(const FrameItem&, double scale);
 // No rotation, no scaling.
 bool isTranslation(const CGAffineTransform&);
+// A translation, to the nearest whole pixels; one back again leads to where it began.
+CGAffineTransform onWholePixels(const CGAffineTransform& translation);
+// The rectangle with each edge on the nearest whole pixel; one that has whole pixels keeps its size.
+CGRect onWholePixels(const CGRect&);
 // The corner radius that the layer's size leaves room for, in points.
 double effectiveCornerRadius(const FrameItem&);
 

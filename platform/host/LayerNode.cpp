@@ -3,8 +3,6 @@
 #include "platform/host/FrameGeometry.h"
 
 #include <QQuickWindow>
-#include <QSGImageNode>
-#include <QSGRectangleNode>
 
 #include <algorithm>
 #include <utility>
@@ -34,7 +32,15 @@ LayerNode::~LayerNode()
     removeImage(); // before its texture goes
 }
 
-void LayerNode::setTransform(const CGAffineTransform& transform) { setMatrix(matrixOf(transform)); }
+void LayerNode::place(const CGAffineTransform& transform, NodeEdges edges)
+{
+    m_edges = edges;
+    const QMatrix4x4 matrix = matrixOf(placed(transform, edges));
+    if (matrix == this->matrix())
+        return;
+    setMatrix(matrix);
+    m_hasMoved = true;
+}
 
 void LayerNode::setOpacity(double opacity)
 {
@@ -54,7 +60,7 @@ void LayerNode::showItem(const FrameList& list, int index, TextureCache& texture
     m_shown = Shown::Item;
     m_cutPictures.reset();
     const FrameItem& item = list.items[std::size_t(index)];
-    const CGRect bounds = FrameGeometry::deviceRect(item.bounds, list.scale);
+    const CGRect bounds = placed(FrameGeometry::deviceRect(item.bounds, list.scale), m_edges);
     // Round corners are cut in the picture itself; a layer that cuts others so is one picture anyway.
     setClip(item.clipsToBounds ? &bounds : nullptr);
     if (FrameGeometry::needsPainter(item)) {
@@ -68,7 +74,7 @@ void LayerNode::showItem(const FrameList& list, int index, TextureCache& texture
         removeBackground();
     if (FrameGeometry::drawsContent(item)) {
         const auto& image = std::get<FrameImage>(item.content);
-        setImage(textures.texture(image), FrameGeometry::deviceRect(image.rect, list.scale));
+        setImage(textures.texture(image), placed(FrameGeometry::deviceRect(image.rect, list.scale), m_edges));
     } else {
         removeImage();
     }
@@ -83,17 +89,18 @@ void LayerNode::showSubtree(const FrameList& list, int index, TextureCache& text
     showPicture(FramePainter(list).paintSubtree(index), textures);
 }
 
-void LayerNode::showCutPictures(const FrameList& list, int index, TextureCache& textures)
+void LayerNode::showCutPictures(const FrameList& list, int index, NodeEdges edges, TextureCache& textures)
 {
+    m_edges = edges;
     if (!showsCutPictures()) {
         m_shown = Shown::CutPictures;
-        setTransform({});
+        place({}, edges);
         setClip(nullptr);
         removeBackground();
         removeImage();
         m_cutPictures = std::make_unique<CutPictures>(m_window);
     }
-    m_cutPictures->show(list, index, textures, *container());
+    m_hasMoved = m_cutPictures->show(list, index, edges, textures, *container()) || m_hasMoved;
 }
 
 void LayerNode::showPicture(const FramePicture& picture, TextureCache& textures)
@@ -137,17 +144,30 @@ void LayerNode::detach()
         holder->removeChildNode(this);
 }
 
-void LayerNode::putBack()
+void LayerNode::renew()
 {
-    QSGNode* const holder = container();
-    QSGNode* const end = showsCutPictures() ? nullptr : firstSublayer();
-    std::vector<QSGNode*> drawings;
-    for (QSGNode* drawing = holder->firstChild(); drawing != end; drawing = drawing->nextSibling())
-        drawings.push_back(drawing);
-    for (QSGNode* drawing : drawings)
-        holder->removeChildNode(drawing);
-    for (auto drawing = drawings.rbegin(); drawing != drawings.rend(); ++drawing)
-        holder->prependChildNode(*drawing);
+    QSGNode* const holder = parent();
+    QSGNode* const next = nextSibling();
+    holder->removeChildNode(this);
+    if (next)
+        holder->insertChildNodeBefore(this, next);
+    else
+        holder->appendChildNode(this);
+}
+
+CGRect LayerNode::drawnRect() const
+{
+    CGRect rect = m_cutPictures ? m_cutPictures->drawnRect() : CGRect();
+    if (m_background)
+        rect |= m_background->rect();
+    if (m_image)
+        rect |= m_image->rect();
+    return rect;
+}
+
+std::optional<CGRect> LayerNode::clipRect() const
+{
+    return m_clip ? std::optional(m_clip->clipRect()) : std::nullopt;
 }
 
 void LayerNode::setClip(const CGRect* deviceRect)
@@ -172,6 +192,7 @@ void LayerNode::setClip(const CGRect* deviceRect)
     } else if (m_clip->clipRect() == *deviceRect) {
         return;
     }
+    m_hasMoved = true;
     m_clip->setClipRect(*deviceRect);
     QSGGeometry::updateRectGeometry(m_clip->geometry(), *deviceRect); // for a renderer that clips by shape
     m_clip->markDirty(DirtyGeometry);
@@ -184,8 +205,10 @@ void LayerNode::setBackground(const CGRect& deviceRect, const QColor& color)
         m_background = m_window.createRectangleNode();
         m_background->setFlag(OwnedByParent);
     }
-    if (isNew || m_background->rect() != deviceRect)
+    if (isNew || m_background->rect() != deviceRect) {
         m_background->setRect(deviceRect);
+        m_hasMoved = true;
+    }
     if (isNew || m_background->color() != color)
         m_background->setColor(color);
     if (isNew)
@@ -208,8 +231,10 @@ void LayerNode::setImage(SharedTexture texture, const CGRect& deviceRect)
         m_image->setSourceRect(CGRect(CGPoint(), texture->textureSize()));
         m_texture = std::move(texture);
     }
-    if (isNew || m_image->rect() != deviceRect)
+    if (isNew || m_image->rect() != deviceRect) {
         m_image->setRect(deviceRect);
+        m_hasMoved = true;
+    }
     if (!isNew)
         return;
     if (m_background)

@@ -1,15 +1,18 @@
 #include "platform/host/NodeTree.h"
 
 #include "platform/host/FrameGeometry.h"
-#include "platform/host/OutOfSight.h"
 
 #include <QQuickWindow>
+#include <QSGRendererInterface>
 
 #include <algorithm>
 #include <utility>
 
 NodeTree::NodeTree(QQuickWindow& window, FlatteningPlan::FlattensMoving flattensMoving)
     : m_window(window)
+    , m_edges(window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software
+              ? NodeEdges::OnWholePixels
+              : NodeEdges::Anywhere)
     , m_textures(window)
     , m_plan(flattensMoving)
 {
@@ -34,8 +37,7 @@ void NodeTree::update(const FrameList& list, double devicePixelRatio)
         updatePlanned(list);
     else
         updateAll(list);
-    if (m_window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software)
-        putBackHidden(list);
+    renewCovered(list);
 }
 
 void NodeTree::updateAll(const FrameList& list)
@@ -94,20 +96,44 @@ void NodeTree::updateNode(const FrameList& list, int index)
     const bool scaleChanged = list.scale != m_list.scale;
     if (isNew || !m_difference.isOpacityEqual(index))
         node->setOpacity(item.opacity);
-    const bool moved = isNew || scaleChanged || !m_difference.isTransformEqual(index);
+    const NodeEdges edges = this->edges(item, index);
+    const bool hasOtherEdges = isNew || edges != node->edges();
+    const bool moved = hasOtherEdges || scaleChanged || !m_difference.isTransformEqual(index);
     if (way == FlatteningPlan::Way::CutPictures) {
         if (moved || !node->showsCutPictures() || !m_difference.isSubtreeSteady(index))
-            node->showCutPictures(list, index, m_textures);
-        return;
+            node->showCutPictures(list, index, edges, m_textures);
+    } else {
+        if (moved || node->showsCutPictures())
+            node->place(FrameGeometry::deviceTransform(item, list.scale), edges);
+        if (way == FlatteningPlan::Way::Picture) {
+            if (!node->showsSubtree() || !m_plan.keepsPicture(index))
+                node->showSubtree(list, index, m_textures);
+        } else if (hasOtherEdges || !node->showsItem() || !m_difference.isContentEqual(index)) {
+            node->showItem(list, index, m_textures);
+        }
     }
-    if (moved || node->showsCutPictures())
-        node->setTransform(FrameGeometry::deviceTransform(item, list.scale));
-    if (way == FlatteningPlan::Way::Picture) {
-        if (isNew || !node->showsSubtree() || !m_plan.keepsPicture(index))
-            node->showSubtree(list, index, m_textures);
-    } else if (isNew || !node->showsItem() || !m_difference.isContentEqual(index)) {
-        node->showItem(list, index, m_textures);
+    if (node->takeHasMoved() && !isNew)
+        m_movedItems.push_back(index);
+}
+
+// The renderers that draw each frame whole need no such care.
+void NodeTree::renewCovered(const FrameList& list)
+{
+    if (m_edges == NodeEdges::OnWholePixels && !m_movedItems.empty()) {
+        std::sort(m_movedItems.begin(), m_movedItems.end());
+        for (const int index : m_coveredMoves.find(list, m_difference, m_nodes, m_movedItems))
+            m_nodes[std::size_t(index)]->renew();
     }
+    m_movedItems.clear();
+}
+
+// In what is turned or scaled, whole pixels of its own coordinates are none of the screen.
+NodeEdges NodeTree::edges(const FrameItem& item, int index) const
+{
+    const int parent = m_difference.parentIndex(index);
+    const NodeEdges around
+        = parent == FrameDifference::None ? m_edges : m_nodes[std::size_t(parent)]->edges();
+    return FrameGeometry::isTranslation(item.transform) ? around : NodeEdges::Anywhere;
 }
 
 void NodeTree::linkNodes(const FrameList& list)
@@ -131,31 +157,4 @@ void NodeTree::linkNodes(const FrameList& list)
     for (LayerNode* node : m_leavingNodes)
         delete node;
     m_leavingNodes.clear();
-}
-
-// Qt's software renderer draws a place again that a node has left, but not where all of the node is hidden
-// now: then it looks no further. It does draw a place again whose node is taken out, so such a node is taken
-// out and put back.
-void NodeTree::putBackHidden(const FrameList& list)
-{
-    for (const int changed : m_difference.changedItems()) {
-        const FrameItem& item = list.items[std::size_t(changed)];
-        const bool concernsSublayers = !m_difference.isTransformEqual(changed) || item.clipsToBounds;
-        int first = changed;
-        while (!m_nodes[std::size_t(first)] && m_difference.parentIndex(first) != FrameDifference::None)
-            first = m_difference.parentIndex(first); // to the node that shows it
-        putBackHidden(list, first, concernsSublayers ? item.subtreeEnd : first + 1);
-    }
-}
-
-void NodeTree::putBackHidden(const FrameList& list, int first, int end)
-{
-    for (int index = first; index < end; ++index) {
-        LayerNode* const node = m_nodes[std::size_t(index)];
-        if (!node || m_difference.previousIndex(index) == FrameDifference::None)
-            continue;
-        const auto drawing = node->showsItem() ? OutOfSight::Drawing::OfItem : OutOfSight::Drawing::OfSubtree;
-        if (OutOfSight::isHidden(list, m_difference, index, drawing))
-            node->putBack();
-    }
 }

@@ -4,6 +4,7 @@
 // throws away with them all that belongs to them. Lives in the scene graph's thread.
 #pragma once
 
+#include "platform/host/CoveredMoves.h"
 #include "platform/host/FlatteningPlan.h"
 #include "platform/host/FrameDifference.h"
 #include "platform/host/LayerNode.h"
@@ -28,12 +29,13 @@ private:
     void updateAll(const FrameList& list);
     void updatePlanned(const FrameList& list);
     void updateNode(const FrameList& list, int index);
+    void renewCovered(const FrameList& list);
+    NodeEdges edges(const FrameItem& item, int index) const;
     void takeNodes(const FrameList& list);
     void linkNodes(const FrameList& list);
-    void putBackHidden(const FrameList& list);
-    void putBackHidden(const FrameList& list, int first, int end);
 
     QQuickWindow& m_window;
+    const NodeEdges m_edges; // of what is upright
     TextureCache m_textures;
     FrameDifference m_difference;
     FlatteningPlan m_plan;
@@ -42,6 +44,8 @@ private:
     std::vector<LayerNode*> m_previousNodes;
     std::vector<LayerNode*> m_leavingNodes;
     std::vector<LayerNode*> m_sublayers;
+    std::vector<int> m_movedItems; // those whose nodes were there and lie elsewhere now
+    CoveredMoves m_coveredMoves;
     int m_pictureCount = 0;
     bool m_linksChanged = false;
 };

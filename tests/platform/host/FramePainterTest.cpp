@@ -181,6 +181,12 @@ TEST(FramePainterTest, MakesTheStrokeOfAPartOfAPathASmallPicture)
     EXPECT_LT(part.rect.width() * part.rect.height(), whole.rect.width() * whole.rect.height() / 3);
 }
 
+TEST(FramePainterTest, MakesNoPictureOfAStrokeWithoutLength)
+{
+    EXPECT_TRUE(shape({ circle(), {}, Qt::red, 2, Qt::RoundCap, 0.3, 0.3 }).image.isNull());
+    EXPECT_TRUE(shape({ circle(), {}, Qt::red, 2, Qt::RoundCap, 0.3, 0.2 }).image.isNull());
+}
+
 TEST(FramePainterTest, LeavesNothingOfAStrokeOutOfItsPicture)
 {
     for (const auto& [start, end] :

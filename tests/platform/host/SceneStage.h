@@ -15,8 +15,9 @@
 class SceneStage {
 public:
     // In device pixels.
-    explicit SceneStage(const QSize& size)
-        : m_scene(m_window.contentItem())
+    explicit SceneStage(const QSize& size,
+        FlatteningPlan::FlattensMoving flattensMoving = FlatteningPlan::FlattensMoving::Yes)
+        : m_scene(m_window.contentItem(), flattensMoving)
     {
         QGuiApplication::setQuitOnLastWindowClosed(false); // it would end the loop of the next test
         QObject::connect(&m_window, &QQuickWindow::frameSwapped, [this] { ++m_framesDrawn; });
