@@ -34,16 +34,6 @@ CGRect united(const CGRect& first, const CGRect& second)
     return second.isEmpty() ? first : first.united(second);
 }
 
-// A short arc of a large circle that turns on the screen is a small picture to turn.
-CGRect strokeExtent(const FrameShape& shape)
-{
-    const QPainterPath path = trimmedPath(*shape.path, shape.strokeStart, shape.strokeEnd);
-    if (path.isEmpty())
-        return {};
-    const double reach = std::max(shape.lineWidth, 0.0) * strokeReach;
-    return path.boundingRect().adjusted(-reach, -reach, reach, reach);
-}
-
 CGRect contentExtent(const FrameItem& item, double scale)
 {
     if (const auto* image = std::get_if<FrameImage>(&item.content))
@@ -51,12 +41,16 @@ CGRect contentExtent(const FrameItem& item, double scale)
     const auto* shape = std::get_if<FrameShape>(&item.content);
     if (!shape)
         return {};
-    const CGRect fill = shape->fillColor.isValid() ? shape->path->boundingRect() : CGRect();
-    const CGRect extent = shape->strokeColor.isValid() ? united(fill, strokeExtent(*shape)) : fill;
-    if (extent.isEmpty())
-        return {};
-    // Antialiasing colours one more pixel on each side.
-    return FrameGeometry::deviceRect(extent, scale).adjusted(-1, -1, 1, 1);
+    CGRect extent;
+    if (shape->fillColor.isValid())
+        extent = FrameGeometry::deviceRect(shape->path->boundingRect(), scale).adjusted(-1, -1, 1, 1);
+    if (!shape->strokeColor.isValid())
+        return extent;
+    // A short arc of a large circle that turns on the screen is a small picture to turn.
+    const QPainterPath stroked = trimmedPath(*shape->path, shape->strokeStart, shape->strokeEnd);
+    return stroked.isEmpty()
+        ? extent
+        : united(extent, FrameGeometry::strokedRect(*shape, stroked.boundingRect(), scale));
 }
 
 bool contains(const CGRect& outer, const CGRect& inner)
@@ -124,6 +118,13 @@ bool FrameGeometry::needsPainter(const FrameItem& item)
     if (effectiveCornerRadius(item) > 0 && (drawsBackground(item) || item.clipsToBounds))
         return true;
     return drawsContent(item) && std::holds_alternative<FrameShape>(item.content);
+}
+
+CGRect FrameGeometry::strokedRect(const FrameShape& shape, const CGRect& ofPath, double scale)
+{
+    const double reach = std::max(shape.lineWidth, 0.0) * strokeReach;
+    // Antialiasing colours one more pixel on each side.
+    return deviceRect(ofPath.adjusted(-reach, -reach, reach, reach), scale).adjusted(-1, -1, 1, 1);
 }
 
 CGRect FrameGeometry::ownExtent(const FrameItem& item, double scale)

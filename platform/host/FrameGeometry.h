@@ -27,6 +27,9 @@ bool clipsRoundedly(const FrameItem&);
 // Whether the layer's own drawing is more than an upright rectangle and an upright picture.
 bool needsPainter(const FrameItem&);
 
+// What the shape's stroke may cover of a path, or a part of it, that lies in the rectangle: from points to
+// device pixels.
+CGRect strokedRect(const FrameShape&, const CGRect& ofPath, double scale);
 // What the item alone covers, its clip included.
 CGRect ownExtent(const FrameItem&, double scale);
 // What the item and all below it cover, in the item's coordinates.

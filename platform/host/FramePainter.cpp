@@ -20,6 +20,13 @@ QPainterPath roundedBounds(const FrameItem& item, double scale)
     return path;
 }
 
+QPen penOf(const FrameShape& shape)
+{
+    QPen pen(shape.strokeColor, shape.lineWidth, Qt::SolidLine, shape.lineCap, Qt::MiterJoin);
+    pen.setMiterLimit(sharpestCorner);
+    return pen;
+}
+
 } // namespace
 
 QImage FramePainter::paintScreen() const
@@ -167,12 +174,24 @@ void FramePainter::paintShape(QPainter& painter, const FrameShape& shape) const
     painter.scale(m_list.scale, m_list.scale);
     if (shape.fillColor.isValid())
         painter.fillPath(*shape.path, shape.fillColor);
-    if (shape.strokeColor.isValid() && shape.lineWidth > 0) {
-        QPen pen(shape.strokeColor, shape.lineWidth, Qt::SolidLine, shape.lineCap, Qt::MiterJoin);
-        pen.setMiterLimit(sharpestCorner);
-        painter.strokePath(trimmedPath(*shape.path, shape.strokeStart, shape.strokeEnd), pen);
-    }
+    if (shape.strokeColor.isValid() && shape.lineWidth > 0)
+        painter.strokePath(trimmedPath(*shape.path, shape.strokeStart, shape.strokeEnd), penOf(shape));
     painter.restore();
+}
+
+QImage FramePainter::paintStroke(
+    const FrameShape& shape, const QPainterPath& part, double scale, const QRect& rect)
+{
+    QImage image(rect.size(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    if (shape.lineWidth > 0) {
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.translate(-rect.topLeft());
+        painter.scale(scale, scale);
+        painter.strokePath(part, penOf(shape));
+    }
+    return image;
 }
 
 // Whether the subtree draws more than one thing, which must then fade as one. A shape's line lies on its

@@ -31,6 +31,10 @@ public:
     // What the item draws itself: background and content, cut by its clip. Empty as above.
     FramePicture paintItem(int index) const;
 
+    // A stroke along a part of the shape's path, in the rectangle of the device pixels of its coordinates.
+    static QImage paintStroke(
+        const FrameShape& shape, const QPainterPath& part, double scale, const QRect& rect);
+
     // The picture's alpha filled with the colour.
     static QImage tinted(const QImage& image, const QColor& tint);
 

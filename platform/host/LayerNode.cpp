@@ -29,6 +29,7 @@ LayerNode::LayerNode(QQuickWindow& window)
 LayerNode::~LayerNode()
 {
     m_cutPictures.reset();
+    removeStroke();
     removeImage(); // before its texture goes
 }
 
@@ -65,9 +66,13 @@ void LayerNode::showItem(const FrameList& list, int index, TextureCache& texture
     setClip(item.clipsToBounds ? &bounds : nullptr);
     if (FrameGeometry::needsPainter(item)) {
         removeBackground();
-        showPicture(FramePainter(list).paintItem(index), textures);
+        if (showStroke(item, list.scale, textures))
+            removeImage();
+        else
+            showPicture(FramePainter(list).paintItem(index), textures);
         return;
     }
+    removeStroke();
     if (FrameGeometry::drawsBackground(item))
         setBackground(bounds, item.backgroundColor);
     else
@@ -84,6 +89,7 @@ void LayerNode::showSubtree(const FrameList& list, int index, TextureCache& text
 {
     m_shown = Shown::Subtree;
     m_cutPictures.reset();
+    removeStroke();
     setClip(nullptr);
     removeBackground();
     showPicture(FramePainter(list).paintSubtree(index), textures);
@@ -95,12 +101,42 @@ void LayerNode::showCutPictures(const FrameList& list, int index, NodeEdges edge
     if (!showsCutPictures()) {
         m_shown = Shown::CutPictures;
         place({}, edges);
+        removeStroke();
         setClip(nullptr);
         removeBackground();
         removeImage();
         m_cutPictures = std::make_unique<CutPictures>(m_window);
     }
     m_hasMoved = m_cutPictures->show(list, index, edges, textures, *container()) || m_hasMoved;
+}
+
+// Shows a stroke in tiles when its ends, and nothing else, move for the second time: most that do then go on.
+// Answers false where it is to be one picture.
+bool LayerNode::showStroke(const FrameItem& item, double scale, TextureCache& textures)
+{
+    const FrameShape* const stroke = StrokeTiles::strokeOf(item, scale);
+    if (m_strokeTiles && !(stroke && m_strokeTiles->canShow(*stroke, scale)))
+        delete std::exchange(m_strokeTiles, nullptr);
+    const bool endsMove = stroke && m_shownStroke && m_shownScale == scale
+        && StrokeTiles::differInEnds(*stroke, *m_shownStroke);
+    m_shownStroke = stroke ? std::optional(*stroke) : std::nullopt;
+    m_shownScale = scale;
+    m_movesOfEnds = endsMove ? m_movesOfEnds + 1 : 0;
+    if (!m_strokeTiles && m_movesOfEnds > 1) {
+        m_strokeTiles = new StrokeTiles(m_window, *stroke, scale);
+        m_strokeTiles->setFlag(OwnedByParent);
+        container()->prependChildNode(m_strokeTiles);
+        m_hasMoved = true;
+    }
+    if (m_strokeTiles)
+        m_strokeTiles->show(*stroke, textures);
+    return m_strokeTiles;
+}
+
+void LayerNode::removeStroke()
+{
+    delete std::exchange(m_strokeTiles, nullptr);
+    m_shownStroke.reset();
 }
 
 void LayerNode::showPicture(const FramePicture& picture, TextureCache& textures)
@@ -162,6 +198,8 @@ CGRect LayerNode::drawnRect() const
         rect |= m_background->rect();
     if (m_image)
         rect |= m_image->rect();
+    if (m_strokeTiles)
+        rect |= m_strokeTiles->drawnRect();
     return rect;
 }
 
@@ -258,6 +296,8 @@ QSGNode* LayerNode::container()
 
 QSGNode* LayerNode::firstSublayer()
 {
+    if (m_strokeTiles)
+        return m_strokeTiles->nextSibling();
     if (m_image)
         return m_image->nextSibling();
     return m_background ? m_background->nextSibling() : container()->firstChild();

@@ -7,6 +7,7 @@
 
 #include "platform/host/CutPictures.h"
 #include "platform/host/FramePainter.h"
+#include "platform/host/StrokeTiles.h"
 #include "platform/host/TextureCache.h"
 
 #include <QSGImageNode>
@@ -43,6 +44,8 @@ public:
             visit(m_background->rect(), m_background->color().alpha() == 255);
         if (m_image)
             visit(m_image->rect(), !m_texture->hasAlphaChannel());
+        if (m_strokeTiles)
+            m_strokeTiles->forEachDrawing(visit);
         if (m_cutPictures)
             m_cutPictures->forEachDrawing(visit);
     }
@@ -68,6 +71,8 @@ private:
     void removeBackground();
     void setImage(SharedTexture texture, const CGRect& deviceRect);
     void removeImage();
+    bool showStroke(const FrameItem& item, double scale, TextureCache& textures);
+    void removeStroke();
     void showPicture(const FramePicture& picture, TextureCache& textures);
     QSGNode* container();
     QSGNode* firstSublayer();
@@ -79,6 +84,10 @@ private:
     QSGImageNode* m_image = nullptr;
     SharedTexture m_texture;
     std::unique_ptr<CutPictures> m_cutPictures;
+    StrokeTiles* m_strokeTiles = nullptr; // of a stroke whose ends go on moving
+    std::optional<FrameShape> m_shownStroke;
+    double m_shownScale = 0; // of the stroke
+    int m_movesOfEnds = 0; // of the stroke, one after the other
     Shown m_shown = Shown::Nothing;
     bool m_hasMoved = true;
     NodeEdges m_edges = NodeEdges::Anywhere;

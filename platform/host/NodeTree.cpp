@@ -8,6 +8,16 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+// What is painted lies on whole pixels of its own anyway.
+bool dependsOnEdges(const FrameItem& item)
+{
+    return item.clipsToBounds || !FrameGeometry::needsPainter(item);
+}
+
+} // namespace
+
 NodeTree::NodeTree(QQuickWindow& window, FlatteningPlan::FlattensMoving flattensMoving)
     : m_window(window)
     , m_edges(window.rendererInterface()->graphicsApi() == QSGRendererInterface::Software
@@ -108,7 +118,8 @@ void NodeTree::updateNode(const FrameList& list, int index)
         if (way == FlatteningPlan::Way::Picture) {
             if (!node->showsSubtree() || !m_plan.keepsPicture(index))
                 node->showSubtree(list, index, m_textures);
-        } else if (hasOtherEdges || !node->showsItem() || !m_difference.isContentEqual(index)) {
+        } else if ((hasOtherEdges && dependsOnEdges(item)) || !node->showsItem()
+            || !m_difference.isContentEqual(index)) {
             node->showItem(list, index, m_textures);
         }
     }

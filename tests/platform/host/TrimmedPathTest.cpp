@@ -89,8 +89,9 @@ TEST(TrimmedPathTest, KeepsCurvesAsCurves)
 {
     QPainterPath circle;
     circle.addEllipse(QPointF(0, 0), 20, 20);
-    // A part of a quarter, a whole quarter, a part of a quarter: one move and three curves of three points.
-    EXPECT_EQ(trimmedPath(circle, 0.1, 0.6).elementCount(), 10);
+    // Quarters in eight pieces each: 4.8 of one quarter, 8 of the next and 3.2 of the third make one move and
+    // 17 curves of three points.
+    EXPECT_EQ(trimmedPath(circle, 0.1, 0.6).elementCount(), 1 + 17 * 3);
 }
 
 TEST(TrimmedPathTest, PassesOverSegmentsWithoutLength)
