@@ -246,6 +246,23 @@ TEST_F(CAMotionGroupTest, ThePaceMapsTheShareOfTheTimeToTheWayThatIsLeft)
     EXPECT_NEAR(group->fraction(), 0.6 * (1 - easing()->valueAt(0.75)), 1e-9);
 }
 
+TEST_F(CAMotionGroupTest, APaceThatSwingsBeyondItsEndsStaysAtThem)
+{
+    const auto swinging = CAMediaTimingFunction::functionWithControlPoints({ 0.3, -1 }, { 0.6, 2 });
+    collectOne();
+    group->setFraction(0.1);
+    group->finish(1, swinging);
+    bool hasStood = false;
+    for (int step = 0; step < 18; ++step) {
+        scheduler.advance(0.01);
+        EXPECT_GE(group->fraction(), 0);
+        EXPECT_LE(group->fraction(), 1);
+        hasStood = hasStood || group->fraction() == 0;
+    }
+    EXPECT_TRUE(hasStood) << "where the pace leads below the start";
+    EXPECT_EQ(group->state(), State::Finished);
+}
+
 TEST_F(CAMotionGroupTest, ATreeThatIsSlowedAsAWholeSlowsTheRun)
 {
     const auto root = CALayer::layer();
@@ -466,6 +483,21 @@ TEST_F(CAMotionGroupTest, TakesBackWhatWasRecordedAndNobodyHasChangedSince)
     EXPECT_EQ(other->bounds(), CGRect(0, 0, 10, 10));
     EXPECT_EQ(other->backgroundColor(), nullptr);
     EXPECT_FALSE(other->isHidden());
+}
+
+TEST_F(CAMotionGroupTest, WhatIsTakenBackIsBackAtOnceWithoutAnActionOfTheLayer)
+{
+    const CALayerTree tree(layer);
+    layer->addSublayer(other);
+    {
+        const CAModelChanges::Recording recording(&group->changes());
+        other->setPosition({ 2, 2 });
+    }
+    ASSERT_TRUE(other->hasAnimations()) << "on the screen a layer moves by itself";
+    other->removeAllAnimations();
+    group->settle(Outcome::TakenBack);
+    EXPECT_EQ(other->position(), CGPoint(0, 0));
+    EXPECT_FALSE(other->hasAnimations());
 }
 
 TEST_F(CAMotionGroupTest, KeepsTheModelWhereItFinishes)
