@@ -4,12 +4,20 @@
 #include "tests/support/PictureComparison.h"
 
 #include <QCoreApplication>
+#include <QEventLoop>
 #include <QPainter>
+#include <QTimer>
+
+#include <chrono>
 
 namespace {
 
 constexpr PictureTolerance softEdges { .channel = 3 };
 constexpr PictureTolerance otherArithmetic { .channel = 24 };
+
+// A display resizes a window in its own time.
+constexpr int mostTries = 100;
+constexpr std::chrono::milliseconds patience { 20 };
 
 RendererWindow* window = nullptr;
 
@@ -43,7 +51,14 @@ QImage RendererWindow::show(const FrameList& list)
         QCoreApplication::processEvents();
     }
     m_scene.setFrameList(list);
-    return m_window.grabWindow().convertToFormat(QImage::Format_RGB32);
+    QImage shown = m_window.grabWindow();
+    for (int tries = 0; shown.size() != pixels && tries < mostTries; ++tries) {
+        QEventLoop waiting;
+        QTimer::singleShot(patience, &waiting, &QEventLoop::quit);
+        waiting.exec();
+        shown = m_window.grabWindow();
+    }
+    return shown.convertToFormat(QImage::Format_RGB32);
 }
 
 testing::AssertionResult RendererWindow::draws(
