@@ -70,7 +70,7 @@ public:
     // Clips contents and sublayers to the bounds with their round corners.
     bool masksToBounds() const { return m_masksToBounds; }
     void setMasksToBounds(bool);
-    // Kept, and of no effect on the looks: how a subtree is flattened is the compositor's affair.
+    // Kept, and of no effect on the looks: the compositor decides by itself what it flattens.
     bool shouldRasterize() const { return m_shouldRasterize; }
     void setShouldRasterize(bool rasterize) { m_shouldRasterize = rasterize; }
     double rasterizationScale() const { return m_rasterizationScale; }
@@ -104,7 +104,7 @@ public:
     void setNeedsLayout();
     bool needsLayout() const { return m_needsLayout; }
     // Lays out from the highest ancestor that waits for it without a gap, downwards, until nothing waits.
-    // Layouts that for ever ask for one another are left waiting.
+    // Layouts that ask for one another without end are left waiting.
     void layoutIfNeeded();
     // Whether this layer or one below waits for a layout.
     bool hasPendingLayout() const { return m_needsLayout || m_sublayersNeedLayout; }
@@ -151,8 +151,8 @@ public:
 
     // The layer's time is (superlayer's time − beginTime) · speed + timeOffset, and its animations and
     // sublayers go by it: speed 0 holds them where timeOffset says, a negative one plays them backwards.
-    // Any number is kept; what is not yet or no more under way at the time that comes out is not shown. An
-    // animation that is played back to its start stays there until time runs forwards again.
+    // Any number is kept; an animation that has not begun or has ended at the time that comes out is not
+    // shown. One that is played back to its start stays there until time runs forwards again.
     double beginTime() const { return m_timing.beginTime; }
     void setBeginTime(double);
     double timeOffset() const { return m_timing.timeOffset; }

@@ -25,8 +25,8 @@ public:
 
     // From here to makeFrame() changes belong to this frame and ask for no other.
     void beginFrame() { m_preparing = true; }
-    // Lays out what waits for it, parents before children, until nothing waits. Layouts that for ever ask
-    // for one another go on in the next frame.
+    // Lays out what waits for it, parents before children, until nothing waits. Layouts that ask for one
+    // another without end go on in the next frame.
     void layoutIfNeeded();
     // Fills the contents that wait for it. Hidden layers are filled when they are shown.
     void displayIfNeeded();

@@ -1,4 +1,4 @@
-// A basic animation that swings to its end like a weight on a spring.
+// A basic animation whose pace is that of a damped harmonic oscillator; see SpringCurve.
 //
 // The stiffness follows from the duration: at its end the swing has died down, and the last value is
 // exactly the end value. A timing function is not asked.
@@ -17,7 +17,7 @@ public:
     // 1 does not overshoot, less swings; see SpringCurve for the range.
     double dampingRatio() const { return m_curve.dampingRatio(); }
     void setDampingRatio(double ratio) { m_curve = SpringCurve(ratio); }
-    // In whole ways a second, towards the end value.
+    // In whole distances from the start to the end value a second, towards the end value.
     double initialVelocity() const { return m_initialVelocity; }
     void setInitialVelocity(double velocity) { m_initialVelocity = velocity; }
 

@@ -4,9 +4,9 @@
 
 namespace {
 
-// A place in the middle of a pixel is one whatever rounding errors it has.
+// A place half way between two pixel edges counts as half way in spite of rounding errors.
 constexpr double tolerance = 1e-6;
-// Farther away, and where a number is none, is no pixel that could be counted.
+// What lies farther from the screen, or nowhere (not a number), is not aligned.
 constexpr double farthestPixel = 1e9;
 
 // Halves go the same way on both sides of 0: what moves by whole pixels keeps its shape.

@@ -6,7 +6,7 @@
 namespace {
 
 constexpr double restingEnvelope = 0.001;
-// Closer to 1 than this a ratio counts as 1, where the other two forms divide by nearly nothing.
+// Closer to 1 than this a ratio counts as 1, where the other two forms would divide by nearly 0.
 constexpr double criticalWidth = 1e-8;
 
 double takenIntoRange(double ratio) { return ratio >= 0.01 ? std::min(ratio, 100.0) : 0.01; }
