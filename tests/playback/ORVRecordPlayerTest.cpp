@@ -45,14 +45,10 @@ TEST_F(ORVRecordPlayerTest, PausedBeforeItIsReadyItBecomesReadyWithoutPlaying)
     player->setPaused(true);
     EXPECT_TRUE(player->isPaused());
     executor.runAll();
-    EXPECT_EQ(delegate->takeLines(), Lines { "ready" });
-    scheduler.advance(1);
-    EXPECT_TRUE(delegate->lines.empty());
+    EXPECT_EQ(heardIn(1), Lines { "ready" });
     EXPECT_TRUE(device.runs().empty());
-
     player->setPaused(false);
-    scheduler.advance(0.1);
-    EXPECT_EQ(delegate->lines, Lines { "at 0.1" });
+    EXPECT_EQ(heardIn(0.1), Lines { "at 0.1" });
 }
 
 TEST_F(ORVRecordPlayerTest, PausedAndResumedBeforeItIsReadyItPlays)
@@ -73,21 +69,15 @@ TEST_F(ORVRecordPlayerTest, MayBePausedFromInsideTheReportThatItIsReady)
     EXPECT_TRUE(device.runs().empty());
 }
 
-TEST_F(ORVRecordPlayerTest, ReportsOnlyOnceThatItIsReady)
-{
-    makeReadyPlayer();
-    player->playerItem()->willChangeValueForKey(QStringLiteral("status"));
-    player->playerItem()->didChangeValueForKey(QStringLiteral("status"));
-    EXPECT_TRUE(delegate->lines.empty());
-    EXPECT_EQ(device.runs().size(), 1U);
-}
-
-TEST_F(ORVRecordPlayerTest, TakesNoNoticeOfAStatusThatIsNotReady)
+TEST_F(ORVRecordPlayerTest, ReportsOnceThatItIsReadyWhateverElseItsItemAnnounces)
 {
     makePlayer();
     player->playerItem()->didChangeValueForKey(QStringLiteral("status")); // still unknown
     EXPECT_FALSE(player->isReadyForPlayback());
-    EXPECT_TRUE(delegate->lines.empty());
+    EXPECT_EQ(heard(), Lines { "ready" }) << "now it is";
+    player->playerItem()->didChangeValueForKey(QStringLiteral("status"));
+    EXPECT_EQ(heard(), Lines());
+    EXPECT_EQ(device.runs().size(), 1U);
 }
 
 TEST_F(ORVRecordPlayerTest, PassesForeignObservationsOnToItsSuperclass)
@@ -116,85 +106,81 @@ TEST_F(ORVRecordPlayerTest, SharesNoAssetWithAnotherPlayerOfTheSameRecord)
 
 // --- Sounds that cannot be played ------------------------------------------------------------------------
 
-class ORVRecordPlayerSilenceTest : public ORVRecordPlayerTest {
+struct Silence {
+    const char* name;
+    NSURL url;
+    bool hasAsset = false; // its header names a sound
+    bool isDamaged = false; // which is found out when it is decoded
+};
+
+const Silence silences[] {
+    { .name = "Missing", .url = NSURL(QStringLiteral("file:///nowhere/tram.m4a")) },
+    { .name = "WithoutAddress", .url = NSURL() },
+    { .name = "NoSound", .url = QUrl::fromLocalFile(QStringLiteral(__FILE__)) },
+    { .name = "Damaged", .url = {}, .hasAsset = true, .isDamaged = true },
+};
+
+class ORVRecordPlayerSilenceTest : public ORVRecordPlayerTest, public testing::WithParamInterface<Silence> {
 protected:
     void expectSilenceForEver()
     {
         executor.runAll();
+        EXPECT_EQ(player->playerItem()->status(), AVPlayerItemStatusFailed);
         player->setPaused(true);
         player->setPaused(false);
         player->setTimePosition(0.2);
-        scheduler.advance(2);
+        EXPECT_EQ(heardIn(2), Lines());
         EXPECT_FALSE(player->isReadyForPlayback());
         EXPECT_FALSE(player->isPaused());
         EXPECT_FALSE(player->isSeeking());
         EXPECT_EQ(player->assetPlayer()->rate(), 0);
         EXPECT_EQ(player->timePosition(), 0);
         EXPECT_TRUE(std::isnan(player->recordDuration()));
-        EXPECT_TRUE(delegate->lines.empty());
         EXPECT_TRUE(device.runs().empty());
     }
 };
 
-TEST_F(ORVRecordPlayerSilenceTest, AMissingSoundIsNeverReady)
-{
-    makePlayer(NSURL(QStringLiteral("file:///nowhere/tram.m4a")));
-    expectSilenceForEver();
-    EXPECT_EQ(player->playerItem()->status(), AVPlayerItemStatusFailed);
-}
+INSTANTIATE_TEST_SUITE_P(Sounds, ORVRecordPlayerSilenceTest, testing::ValuesIn(silences),
+    [](const auto& silence) { return std::string(silence.param.name); });
 
-TEST_F(ORVRecordPlayerSilenceTest, ASoundWithoutAddressIsNeverReady)
+TEST_P(ORVRecordPlayerSilenceTest, IsNeverReady)
 {
-    makePlayer(NSURL());
-    EXPECT_FALSE(player->playerItem()->asset());
-    expectSilenceForEver();
-}
-
-TEST_F(ORVRecordPlayerSilenceTest, AFileThatIsNoSoundIsNeverReady)
-{
-    makePlayer(QUrl::fromLocalFile(QStringLiteral(__FILE__)));
+    std::optional<SoundDecoder::Replacement> damage;
+    if (GetParam().isDamaged)
+        damage.emplace([](const NSURL&) { return nullptr; });
+    makePlayer(GetParam().isDamaged ? sound.url() : GetParam().url);
+    EXPECT_EQ(player->playerItem()->asset() != nullptr, GetParam().hasAsset);
     expectSilenceForEver();
 }
 
-TEST_F(ORVRecordPlayerSilenceTest, ASoundThatTurnsOutDamagedIsNeverReady)
-{
-    const SoundDecoder::Replacement damage([](const NSURL&) { return nullptr; });
-    makePlayer();
-    EXPECT_TRUE(player->playerItem()->asset()) << "its header still names a sound";
-    expectSilenceForEver();
-}
-
-TEST_F(ORVRecordPlayerSilenceTest, APlayerOfNoRecordIsNeverReady)
+TEST_F(ORVRecordPlayerTest, APlayerOfNoRecordIsNeverReady)
 {
     player = make<ORVRecordPlayer>(nullptr);
     player->setDelegate(delegate);
-    expectSilenceForEver();
+    EXPECT_EQ(heardIn(2), Lines());
+    EXPECT_FALSE(player->isReadyForPlayback());
+    EXPECT_TRUE(device.runs().empty());
 }
 
 // --- Delegates and ends of life --------------------------------------------------------------------------
 
-TEST_F(ORVRecordPlayerTest, ADelegateThatImplementsNoMessageIsValid)
+TEST_F(ORVRecordPlayerTest, PlaysWithoutADelegateAndWithOneThatImplementsNothing)
 {
     class Indifferent final : public ORVRecordPlayerDelegate { };
-    makePlayer();
     const auto indifferent = std::make_shared<Indifferent>();
-    player->setDelegate(indifferent);
-    executor.runAll();
-    scheduler.advance(0.6);
-    EXPECT_TRUE(player->isPaused()) << "it has played to the end";
-}
-
-TEST_F(ORVRecordPlayerTest, PlaysWithoutADelegateAndHoldsNone)
-{
     makePlayer();
-    const std::weak_ptr<LogDelegate> watched = delegate;
+    const std::weak_ptr<ORVRecordPlayerDelegate> watched = delegate;
     EXPECT_EQ(player->delegate(), delegate);
     delegate = nullptr;
     EXPECT_TRUE(watched.expired());
     EXPECT_FALSE(player->delegate());
-    executor.runAll();
-    scheduler.advance(0.6);
-    EXPECT_TRUE(player->isPaused());
+    for (const auto& each : { watched, std::weak_ptr<ORVRecordPlayerDelegate>(indifferent) }) {
+        player->setDelegate(each);
+        player->setPaused(false);
+        executor.runAll();
+        scheduler.advance(0.6);
+        EXPECT_TRUE(player->isPaused()) << "it has played to the end";
+    }
 }
 
 class ORVRecordPlayerDropTest : public ORVRecordPlayerTest,
