@@ -3,6 +3,7 @@
 #include "platform/foundation/Messages.h"
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/views/DepartedView.h"
+#include "platform/views/MoveUnderWay.h"
 #include "platform/views/UIAppearance.h"
 #include "platform/views/UIView.h"
 #include "platform/views/UIViewOwner.h"
@@ -16,19 +17,7 @@
 
 namespace {
 
-int movesUnderWay = 0;
 unsigned treeChanges = 0; // counted
-
-class [[nodiscard]] MoveUnderWay {
-public:
-    MoveUnderWay() { ++movesUnderWay; }
-    ~MoveUnderWay() { --movesUnderWay; }
-    MoveUnderWay(const MoveUnderWay&) = delete;
-    MoveUnderWay& operator=(const MoveUnderWay&) = delete;
-
-    // While no other is under way, everybody has been told of everything.
-    static bool isTheOnlyOne() { return movesUnderWay == 1; }
-};
 
 } // namespace
 
@@ -259,6 +248,8 @@ void UIView::setWindow(UIWindow* window)
     m_window = window;
     if (window)
         m_layer->setContentsScale(UIScreen::mainScreen()->scale());
+    if (window && m_owner)
+        m_layer->setNeedsLayout(); // a controller takes the first layout in the window for the appearance
     for (const auto& view : m_subviews)
         view->setWindow(window);
 }

@@ -3,6 +3,7 @@
 #include "platform/foundation/Messages.h"
 #include "platform/graphics/DimmedColor.h"
 #include "platform/layers/CAModelChanges.h"
+#include "platform/views/MoveUnderWay.h"
 #include "platform/views/TintMotion.h"
 #include "platform/views/UIView.h"
 
@@ -70,7 +71,7 @@ void ViewTint::setColor(std::shared_ptr<UIColor> color)
             if (view && view->m_tint.m_color == now)
                 view->setTintColor(before);
         });
-    tellChanges(Reach::WhereItChanged);
+    tellChanges(MoveUnderWay::isAny() ? Reach::Everybody : Reach::WhereItChanged);
 }
 
 void ViewTint::setMode(UIViewTintAdjustmentMode mode)
@@ -82,7 +83,7 @@ void ViewTint::setMode(UIViewTintAdjustmentMode mode)
             if (view && view->m_tint.m_mode == mode)
                 view->setTintAdjustmentMode(before);
         });
-    tellChanges(Reach::WhereItChanged);
+    tellChanges(MoveUnderWay::isAny() ? Reach::Everybody : Reach::WhereItChanged);
 }
 
 void ViewTint::tellChanges(Reach reach)

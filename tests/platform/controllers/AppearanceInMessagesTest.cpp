@@ -135,6 +135,31 @@ TEST_F(AppearanceInMessagesTest, AViewThatComesIntoALeavingViewIsToldOfBothInOrd
     EXPECT_EQ(leaving->count, 4);
 }
 
+TEST_F(AppearanceInMessagesTest, AViewThatIsLaidOutOutsideAndComesBackAppears)
+{
+    class Leaving : public UIView {
+    public:
+        using UIView::UIView;
+        void didMoveToWindow() override
+        {
+            const auto act = window() ? nullptr : std::exchange(onLeave, nullptr);
+            if (act)
+                act();
+        }
+        std::function<void()> onLeave;
+    };
+    const auto around = addView<Leaving>({ 0, 0, 200, 200 });
+    const auto controller = add(*around);
+    around->onLeave = [&] {
+        controller->view()->layoutIfNeeded();
+        window->addSubview(around);
+    };
+    around->removeFromSuperview();
+    EXPECT_EQ(controller->told, Told::WillAppear);
+    runFrames();
+    EXPECT_EQ(controller->told, Told::DidAppear);
+}
+
 TEST_F(AppearanceInMessagesTest, AParentIsRemovedInsideAMessageOfItsChild)
 {
     for (const Told message :

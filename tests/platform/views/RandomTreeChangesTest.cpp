@@ -252,6 +252,8 @@ protected:
     }
     void changeRecognizers(UIView& view)
     {
+        if (gestures.empty())
+            return;
         const auto& gesture = gestures[pick(gestures.size())];
         if (pick(3) == 0)
             gesture->setEnabled(pick(4) != 0);

@@ -187,6 +187,32 @@ TEST_F(UIViewTintTest, AViewThatASiblingTakesOutBeforeItIsToldIsToldOnce)
     EXPECT_EQ(sibling->changes, 1); // it was blue when it was last told
 }
 
+TEST_F(UIViewTintTest, AViewThatComesInBeforeTheMoveIsToldMissesNoChange)
+{
+    class Moving : public TintedView {
+    public:
+        using TintedView::TintedView;
+        void didMoveToSuperview() override
+        {
+            if (onMove)
+                onMove();
+        }
+        std::function<void()> onMove;
+    };
+    outer->setTintColor(red);
+    const auto elsewhere = addView<UIView>({ 0, 0, 10, 10 });
+    elsewhere->setTintColor(red);
+    elsewhere->addSubview(inner);
+    const auto moving = addView<Moving>({ 0, 0, 10, 10 });
+    inner->changes = 0;
+    moving->onMove = [&] { // it is blue as far as it was told, lies in a red one, and so will the inner one
+        moving->addSubview(inner);
+        outer->setTintColor(nullptr);
+    };
+    outer->addSubview(moving);
+    EXPECT_EQ(inner->changes, 1) << "from red to blue";
+}
+
 TEST_F(UIViewTintTest, ViewsMayLeaveFromInsideTheMessage)
 {
     outer->onChange = [&] { inner->removeFromSuperview(); };
