@@ -78,8 +78,7 @@ void LayerNode::showItem(const FrameList& list, int index, TextureCache& texture
     else
         removeBackground();
     if (FrameGeometry::drawsContent(item)) {
-        const auto& image = std::get<FrameImage>(item.content);
-        setImage(textures.texture(image), placed(FrameGeometry::deviceRect(image.rect, list.scale), m_edges));
+        showImage(std::get<FrameImage>(item.content), list.scale, textures);
     } else {
         removeImage();
     }
@@ -144,7 +143,7 @@ void LayerNode::showPicture(const FramePicture& picture, TextureCache& textures)
     if (picture.image.isNull())
         removeImage();
     else
-        setImage(textures.makeTexture(picture.image), picture.rect);
+        setImage(textures.makeTexture(picture.image), picture.rect, picture.image.rect());
 }
 
 void LayerNode::setSublayers(const std::vector<LayerNode*>& sublayers)
@@ -255,7 +254,21 @@ void LayerNode::setBackground(const CGRect& deviceRect, const QColor& color)
 
 void LayerNode::removeBackground() { delete std::exchange(m_background, nullptr); }
 
-void LayerNode::setImage(SharedTexture texture, const CGRect& deviceRect)
+// Leaves a transparent margin out where pixels meet pixels, for the renderer that draws only what changes:
+// what moves is then no more than can be seen.
+void LayerNode::showImage(const FrameImage& image, double scale, TextureCache& textures)
+{
+    const CGRect rect = placed(FrameGeometry::deviceRect(image.rect, scale), m_edges);
+    const auto [texture, visible] = textures.picture(image);
+    if (m_edges != NodeEdges::OnWholePixels || rect.size() != CGSize(image.image.size()))
+        setImage(texture, rect, image.image.rect());
+    else if (visible.isEmpty())
+        removeImage();
+    else
+        setImage(texture, CGRect(visible).translated(rect.topLeft()), visible);
+}
+
+void LayerNode::setImage(SharedTexture texture, const CGRect& deviceRect, const CGRect& source)
 {
     const bool isNew = !m_image;
     if (isNew) {
@@ -266,9 +279,10 @@ void LayerNode::setImage(SharedTexture texture, const CGRect& deviceRect)
     }
     if (isNew || m_texture != texture) {
         m_image->setTexture(texture.get());
-        m_image->setSourceRect(CGRect(CGPoint(), texture->textureSize()));
         m_texture = std::move(texture);
     }
+    if (isNew || m_image->sourceRect() != source)
+        m_image->setSourceRect(source);
     if (isNew || m_image->rect() != deviceRect) {
         m_image->setRect(deviceRect);
         m_hasMoved = true;

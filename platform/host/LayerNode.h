@@ -69,7 +69,8 @@ private:
     void setClip(const CGRect* deviceRect);
     void setBackground(const CGRect& deviceRect, const QColor& color);
     void removeBackground();
-    void setImage(SharedTexture texture, const CGRect& deviceRect);
+    void setImage(SharedTexture texture, const CGRect& deviceRect, const CGRect& source);
+    void showImage(const FrameImage& image, double scale, TextureCache& textures);
     void removeImage();
     bool showStroke(const FrameItem& item, double scale, TextureCache& textures);
     void removeStroke();

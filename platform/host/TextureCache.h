@@ -6,6 +6,8 @@
 
 #include "platform/layers/FrameList.h"
 
+#include <QRect>
+
 #include <memory>
 #include <unordered_map>
 
@@ -21,8 +23,14 @@ public:
     TextureCache(const TextureCache&) = delete;
     TextureCache& operator=(const TextureCache&) = delete;
 
-    // The texture of a picture, tinted when it has a tint.
-    SharedTexture texture(const FrameImage&);
+    // The texture of a picture, tinted when it has a tint, and the pixels outside of which all of it is
+    // transparent.
+    struct Picture {
+        SharedTexture texture;
+        QRect visiblePixels;
+    };
+    Picture picture(const FrameImage&);
+    SharedTexture texture(const FrameImage& image) { return picture(image).texture; }
     // A texture that is shared with nobody.
     SharedTexture makeTexture(const QImage&);
     std::int64_t uploadCount() const { return m_uploadCount; }
@@ -48,7 +56,11 @@ private:
     };
 
     QQuickWindow& m_window;
-    std::unordered_map<Key, std::weak_ptr<QSGTexture>, Hash> m_textures;
+    struct Entry {
+        std::weak_ptr<QSGTexture> texture;
+        QRect visiblePixels;
+    };
+    std::unordered_map<Key, Entry, Hash> m_textures;
     std::int64_t m_uploadCount = 0;
     // Held by each texture, which takes itself off when it ends; some may end after the cache.
     std::shared_ptr<std::int64_t> m_textureCount = std::make_shared<std::int64_t>(0);

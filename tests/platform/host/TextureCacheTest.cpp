@@ -37,6 +37,21 @@ TEST_F(TextureCacheTest, HasATextureForEachTintOfAPicture)
     EXPECT_EQ(cache.uploadCount(), 3);
 }
 
+TEST_F(TextureCacheTest, TellsWhichPixelsOfAPictureAreVisible)
+{
+    QImage image(20, 10, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    EXPECT_TRUE(cache.picture({ image, {}, {} }).visiblePixels.isEmpty());
+    image.setPixelColor(7, 3, QColor(0, 0, 0, 1));
+    EXPECT_EQ(cache.picture({ image, {}, {} }).visiblePixels, QRect(7, 3, 1, 1));
+    image.setPixelColor(2, 8, Qt::red);
+    image.setPixelColor(19, 5, Qt::red);
+    const TextureCache::Picture first = cache.picture({ image, {}, {} });
+    EXPECT_EQ(first.visiblePixels, QRect(2, 3, 18, 6));
+    EXPECT_EQ(cache.picture({ image, {}, {} }).visiblePixels, QRect(2, 3, 18, 6)) << "remembered";
+    EXPECT_EQ(cache.picture({ picture(Qt::red), {}, {} }).visiblePixels, QRect(0, 0, 4, 4));
+}
+
 TEST_F(TextureCacheTest, DropsATextureThatNobodyHolds)
 {
     const FrameImage image { picture(Qt::red), {}, {} };
