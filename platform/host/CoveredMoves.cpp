@@ -96,9 +96,16 @@ bool CoveredMoves::drawsBelowOpaque(const Area& all) const
 
 bool CoveredMoves::isCovered(const Area& area) const
 {
+    const auto isBelow = [&](const Area& opaque) {
+        const bool isLater
+            = opaque.index > area.index || (opaque.index == area.index && opaque.order > area.order);
+        return isLater && opaque.rect.intersects(area.rect);
+    };
+    if (std::none_of(m_opaque.begin(), m_opaque.end(), isBelow))
+        return false;
     QRegion uncovered(area.rect);
     for (const Area& opaque : m_opaque)
-        if (opaque.index > area.index || (opaque.index == area.index && opaque.order > area.order))
+        if (isBelow(opaque))
             uncovered -= opaque.rect;
     return uncovered.isEmpty();
 }

@@ -9,9 +9,6 @@ namespace {
 
 constexpr double nextToNothing = 1e-9;
 constexpr double nearlyStraight = 0.9999; // cosine of the angle
-// A painter draws a long curve with an error that depends on where it ends. One that grows is cut at the same
-// places each time, so that what is drawn of it already stays as it is.
-constexpr double piecesOfCurve = 8;
 
 } // namespace
 
@@ -52,9 +49,11 @@ void MeasuredPath::Segment::addPart(QPainterPath& path, double from, double to, 
         path.lineTo(pointAt(last));
         return;
     }
+    // Where it is cut between two pieces, a rounding error leaves nothing of the other.
+    const auto after = [](double t) { return (std::floor(t * pieces + nextToNothing) + 1) / pieces; };
     double done = first;
-    while (done < last) {
-        const double next = std::min((std::floor(done * piecesOfCurve) + 1) / piecesOfCurve, last);
+    while (done < last - nextToNothing) {
+        const double next = std::min(after(done), last);
         path.cubicTo(blossom(done, done, next), blossom(done, next, next), blossom(next, next, next));
         done = next;
     }
@@ -63,6 +62,16 @@ void MeasuredPath::Segment::addPart(QPainterPath& path, double from, double to, 
 CGRect MeasuredPath::Segment::chordRect(int chord) const
 {
     return CGRect(m_points[std::size_t(chord)], m_points[std::size_t(chord) + 1]).normalized();
+}
+
+double MeasuredPath::Segment::pieceBegin(int chord) const
+{
+    return m_chordCount > 1 ? distance(chord / chordsInPiece * chordsInPiece) : 0;
+}
+
+double MeasuredPath::Segment::pieceEnd(int chord) const
+{
+    return m_chordCount > 1 ? distance((chord / chordsInPiece + 1) * chordsInPiece) : length();
 }
 
 bool MeasuredPath::Segment::goesOnStraightAfter(const Segment& before) const
@@ -157,7 +166,8 @@ template <typename Visit> void MeasuredPath::forEachChord(PathPart part, Visit v
                 const double from = position + segment.distance(chord);
                 const double to = position + segment.distance(chord + 1);
                 if (from <= end && to >= start)
-                    visit(segment.chordRect(chord), position, position + segment.length());
+                    visit(segment.chordRect(chord), position + segment.pieceBegin(chord),
+                        position + segment.pieceEnd(chord));
             }
         position += segment.length();
     }

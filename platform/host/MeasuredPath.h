@@ -52,10 +52,17 @@ private:
         int chordCount() const { return m_chordCount; }
         double distance(int point) const { return m_distances[std::size_t(point)]; }
         CGRect chordRect(int chord) const;
+        // The distances between which the chord's piece of a curve lies.
+        double pieceBegin(int chord) const;
+        double pieceEnd(int chord) const;
         bool goesOnStraightAfter(const Segment& before) const;
 
     private:
-        static constexpr int mostChords = 16;
+        // A painter draws a long curve with an error that depends on where it ends. One that grows is cut at
+        // the same places each time, so that what is drawn of it already stays as it is.
+        static constexpr int pieces = 8;
+        static constexpr int chordsInPiece = 2;
+        static constexpr int mostChords = pieces * chordsInPiece;
 
         void measure();
         QPointF blossom(double r, double s, double t) const;
@@ -69,7 +76,7 @@ private:
         bool m_beginsSubpath;
     };
 
-    // Calls the function with each chord's rectangle and its segment's distances from the path's beginning.
+    // Calls the function with each chord's rectangle and its piece's distances from the path's beginning.
     template <typename Visit> void forEachChord(PathPart part, Visit visit) const;
 
     QPainterPath m_path;

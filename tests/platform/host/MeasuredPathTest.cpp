@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <random>
 
 namespace {
@@ -74,15 +75,17 @@ TEST(MeasuredPathTest, FindsAllOfAPartThatMeetsARectangle)
     EXPECT_TRUE(path.partNear({ 100, 100, 10, 10 }, { 0, 1 }).isEmpty());
 }
 
-TEST(MeasuredPathTest, CutsBetweenTwoSegmentsLeaveNothingOfTheOther)
+TEST(MeasuredPathTest, CutsBetweenTwoPiecesLeaveNothingOfTheOther)
 {
     QPainterPath circle;
     circle.addEllipse(QPointF(0, 0), 20, 20);
     const MeasuredPath path(circle);
-    for (const QPointF corner : { QPointF(14, 14), QPointF(-14, 14), QPointF(-14, -14), QPointF(14, -14) }) {
-        const PathPart quarter = path.partNear({ corner - QPointF(2, 2), CGSize(4, 4) }, { 0, 1 });
-        EXPECT_NEAR(quarter.end - quarter.start, 0.25, 1e-6);
-        EXPECT_EQ(path.cut(quarter).elementCount(), 1 + 8 * 3) << "a move and eight curves of three points";
+    for (int piece = 0; piece < 32; ++piece) {
+        const double angle = (piece + 0.5) / 32 * 2 * M_PI;
+        const QPointF middle(20 * std::cos(angle), 20 * std::sin(angle));
+        const PathPart part = path.partNear({ middle - QPointF(0.2, 0.2), CGSize(0.4, 0.4) }, { 0, 1 });
+        EXPECT_NEAR(part.end - part.start, 1 / 32.0, 2e-3);
+        EXPECT_EQ(path.cut(part).elementCount(), 4) << "a move and one curve of three points";
     }
 }
 
