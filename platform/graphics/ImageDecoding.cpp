@@ -1,6 +1,6 @@
 #include "platform/graphics/ImageDecoding.h"
 
-#include "platform/graphics/UIImage.h"
+#include "platform/graphics/ImageLimits.h"
 
 #include <QBuffer>
 #include <QImageReader>
@@ -43,12 +43,6 @@ NSData formatOf(const NSData& data)
 
 } // namespace
 
-bool isUsablePixelSize(const QSize& size)
-{
-    return !size.isEmpty() && size.width() <= UIImage::maximumSide && size.height() <= UIImage::maximumSide
-        && qint64(size.width()) * size.height() <= UIImage::maximumPixels;
-}
-
 QImage inDrawingFormat(const QImage& image)
 {
     return image.convertToFormat(
@@ -66,7 +60,7 @@ QImage decodedImage(const NSData& data)
     QImageReader reader(&buffer, format);
     reader.setAutoDetectImageFormat(false);
     reader.setAutoTransform(true);
-    if (!isUsablePixelSize(reader.size()))
+    if (!ImageLimits::permit(reader.size()))
         return {};
     const QImage image = reader.read();
     return image.isNull() ? QImage() : inDrawingFormat(image);

@@ -5,9 +5,6 @@
 
 #include <QImage>
 
-// Whether a picture of that many pixels is one to make: not empty and within UIImage's limits.
-bool isUsablePixelSize(const QSize&);
-
 // The pixels of a PNG or JPEG file, turned upright, in a format that draws fast; a null picture where
 // the bytes are none, are cut short, or their header tells a size beyond the limits. Any thread.
 QImage decodedImage(const NSData&);

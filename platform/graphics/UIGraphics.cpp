@@ -1,6 +1,6 @@
 #include "platform/graphics/UIGraphics.h"
 
-#include "platform/graphics/ImageDecoding.h"
+#include "platform/graphics/ImageLimits.h"
 #include "platform/graphics/MainScreenScale.h"
 
 namespace {
@@ -55,7 +55,7 @@ int pixelCount(CGFloat points, CGFloat scale)
 std::unique_ptr<Bitmap> makeBitmap(const CGSize& size, bool opaque, CGFloat scale)
 {
     const QSize pixels(pixelCount(size.width(), scale), pixelCount(size.height(), scale));
-    if (!isUsablePixelSize(pixels))
+    if (!ImageLimits::permit(pixels))
         return nullptr;
     QImage image(pixels, opaque ? QImage::Format_RGB32 : QImage::Format_ARGB32_Premultiplied);
     if (image.isNull())

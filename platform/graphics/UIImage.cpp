@@ -5,7 +5,6 @@
 #include "platform/foundation/NSData.h"
 #include "platform/graphics/ImageDecoding.h"
 #include "platform/graphics/MainScreenScale.h"
-#include "platform/graphics/UIGraphics.h"
 
 #include <mutex>
 #include <unordered_map>
@@ -112,12 +111,6 @@ std::shared_ptr<UIImage> UIImage::resizableImage(
 std::shared_ptr<UIImage> UIImage::copy() const
 {
     return make<UIImage>(m_pixels, m_scale, m_size, m_renderingMode, m_resizingMode);
-}
-
-void UIImage::drawInRect(const CGRect& rect) const
-{
-    if (CGContext* context = UIGraphicsGetCurrentContext())
-        context->drawImage(*this, rect);
 }
 
 NSString UIImage::description() const

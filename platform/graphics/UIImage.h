@@ -7,6 +7,7 @@
 
 #include "platform/foundation/NSObject.h"
 #include "platform/graphics/Geometry.h"
+#include "platform/graphics/ImageLimits.h"
 
 #include <QImage>
 
@@ -30,8 +31,8 @@ public:
     static std::shared_ptr<UIImage> imageWithQImage(
         const QImage& pixels, CGFloat scale, const std::optional<CGSize>& size = {});
 
-    static constexpr int maximumSide = 8192;
-    static constexpr qint64 maximumPixels = 32'000'000;
+    static constexpr int maximumSide = ImageLimits::side;
+    static constexpr qint64 maximumPixels = ImageLimits::pixels;
 
     CGSize size() const { return m_size; } // points
     CGFloat scale() const { return m_scale; }

@@ -49,4 +49,7 @@ public:
     private:
         Maker m_previous;
     };
+
+private:
+    static Maker& makerInForce(); // empty: the system's own
 };

@@ -1,20 +1,12 @@
 #include "platform/media/SoundDecoder.h"
 
-#include "platform/media/LibavDecoder.h"
+#include <utility>
 
-namespace {
-
-SoundDecoder::Opener& openerInForce()
+SoundDecoder::Opener& SoundDecoder::openerInForce()
 {
-    static SoundDecoder::Opener opener = &LibavDecoder::openFile;
+    static Opener opener;
     return opener;
 }
-
-} // namespace
-
-std::unique_ptr<SoundDecoder> SoundDecoder::open(const NSURL& url) { return openerInForce()(url); }
-
-void SoundDecoder::warmUp() { LibavLibrary::shared(); }
 
 SoundDecoder::Replacement::Replacement(Opener opener)
     : m_previous(std::exchange(openerInForce(), std::move(opener)))

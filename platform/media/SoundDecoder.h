@@ -43,4 +43,7 @@ public:
     private:
         Opener m_previous;
     };
+
+private:
+    static Opener& openerInForce(); // empty: libav
 };
