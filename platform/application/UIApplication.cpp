@@ -67,7 +67,7 @@ void UIApplication::enterBackground()
 {
     if (std::exchange(m_state, UIApplicationState::Background) == UIApplicationState::Background)
         return;
-    const auto self = strongSelf(this); // whoever is told may drop it
+    const auto self = strongSelf(this); // a delegate or an observer may drop it
     if (const auto window = keyWindow())
         window->touches().cancelAllTouches();
     if (const auto delegate = m_delegate)
@@ -79,7 +79,7 @@ void UIApplication::enterForeground()
 {
     if (std::exchange(m_state, UIApplicationState::Active) != UIApplicationState::Background)
         return;
-    const auto self = strongSelf(this); // whoever is told may drop it
+    const auto self = strongSelf(this); // a delegate or an observer may drop it
     if (const auto delegate = m_delegate)
         delegate->applicationWillEnterForeground(*this);
     NSNotificationCenter::defaultCenter().post(UIApplicationWillEnterForegroundNotification, self);

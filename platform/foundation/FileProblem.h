@@ -1,6 +1,6 @@
 // Tells on standard error why a file cannot be used: "path:line: cause".
 //
-// Whoever finds the consequence later (a list without entries, a picture that is missing) knows neither.
+// Where the consequence shows later (a list without entries, a missing picture), neither is known any more.
 #pragma once
 
 #include "platform/foundation/FoundationTypes.h"

@@ -1,4 +1,4 @@
-// Tells whoever keeps memory that it could give back when the system runs short of it.
+// Tells those who keep memory that they could give back when the system runs short of it.
 //
 // The host is warned by the system and passes it on; caches are the listeners. Safe from any thread.
 #pragma once

@@ -1,6 +1,6 @@
 // A small structure of doubles as one value, such as a coordinate, labelled with its kind.
 //
-// Whoever owns the structure wraps and unwraps it; the label keeps a point from being read as a
+// The code of the structure wraps and unwraps it; the label keeps a point from being read as a
 // coordinate. A default value is nil.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Where something is drawn: a thin layer over a painter that speaks in points and colours.
+// Where something is drawn: a thin layer over a painter, in points and in colours of the platform.
 //
 // The painter's transform leads from points to device pixels, so everything is drawn at its final size.
 // Dynamic colours are those of the appearance in force. Shapes that are

@@ -1,6 +1,6 @@
 // Light or dark: the appearance in force, which dynamic colours follow.
 //
-// The host sets it from the desktop's wish; whoever draws may read it on any thread. Observers are
+// The host sets it as the desktop is set; it may be read on any thread. Observers are
 // told on the thread that sets it, which is the main thread.
 #pragma once
 

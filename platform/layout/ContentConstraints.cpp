@@ -16,25 +16,27 @@ void ContentConstraints::keepFromTurningNegative(ConstraintSolver& solver, Const
     m_notNegative = solver.addConstraint({ &term, 1 }, 0, Relation::GreaterThanOrEqual, almostRequired);
 }
 
-bool ContentConstraints::state(ConstraintSolver& solver, ConstraintSolver::Variable size, const Wish& wish)
+bool ContentConstraints::state(
+    ConstraintSolver& solver, ConstraintSolver::Variable size, const ContentSize& content)
 {
-    if (wish.hugging != m_wish.hugging || wish.compressionResistance != m_wish.compressionResistance)
-        removeWish(solver);
-    m_wish = wish;
+    if (content.hugging != m_content.hugging
+        || content.compressionResistance != m_content.compressionResistance)
+        removeContentSize(solver);
+    m_content = content;
     bool isFeasible = true;
     const ConstraintSolver::Term term { size, 1 };
     const auto keep = [&](Constraint& constraint, Relation relation, UILayoutPriority priority) {
         if (constraint == Constraint::None)
-            constraint = solver.addConstraint({ &term, 1 }, -wish.size, relation, priority);
+            constraint = solver.addConstraint({ &term, 1 }, -content.size, relation, priority);
         else
-            isFeasible = solver.setConstant(constraint, -wish.size);
+            isFeasible = solver.setConstant(constraint, -content.size);
     };
-    keep(m_hugging, Relation::LessThanOrEqual, wish.hugging);
-    keep(m_compressionResistance, Relation::GreaterThanOrEqual, wish.compressionResistance);
+    keep(m_hugging, Relation::LessThanOrEqual, content.hugging);
+    keep(m_compressionResistance, Relation::GreaterThanOrEqual, content.compressionResistance);
     return isFeasible;
 }
 
-void ContentConstraints::removeWish(ConstraintSolver& solver)
+void ContentConstraints::removeContentSize(ConstraintSolver& solver)
 {
     remove(solver, m_hugging);
     remove(solver, m_compressionResistance);
@@ -42,7 +44,7 @@ void ContentConstraints::removeWish(ConstraintSolver& solver)
 
 void ContentConstraints::removeAll(ConstraintSolver& solver)
 {
-    removeWish(solver);
+    removeContentSize(solver);
     remove(solver, m_notNegative);
 }
 

@@ -8,22 +8,25 @@
 
 class ContentConstraints {
 public:
-    struct Wish {
+    struct ContentSize { // along the axis
         double size = 0;
         UILayoutPriority hugging = 0;
         UILayoutPriority compressionResistance = 0;
 
-        bool operator==(const Wish&) const = default;
+        bool operator==(const ContentSize&) const = default;
     };
 
     // Sizes shrink to nothing rather than turn negative, unless something required leaves them no choice.
     void keepFromTurningNegative(ConstraintSolver&, ConstraintSolver::Variable size);
 
-    bool isStated(const Wish& wish) const { return m_hugging != Constraint::None && wish == m_wish; }
+    bool isStated(const ContentSize& content) const
+    {
+        return m_hugging != Constraint::None && content == m_content;
+    }
     // False when the required constraints cannot all hold with it; see ConstraintSolver::setConstant().
-    bool state(ConstraintSolver&, ConstraintSolver::Variable size, const Wish&);
+    bool state(ConstraintSolver&, ConstraintSolver::Variable size, const ContentSize&);
     // Where the content has no size.
-    void removeWish(ConstraintSolver&);
+    void removeContentSize(ConstraintSolver&);
     void removeAll(ConstraintSolver&);
     // Takes out one that is in the conflict; false when none is.
     bool removeOneOf(ConstraintSolver&, std::span<const ConstraintSolver::Constraint> conflict);
@@ -35,7 +38,7 @@ private:
 
     static void remove(ConstraintSolver&, Constraint&);
 
-    Wish m_wish;
+    ContentSize m_content;
     Constraint m_hugging = Constraint::None;
     Constraint m_compressionResistance = Constraint::None;
     Constraint m_notNegative = Constraint::None;

@@ -10,11 +10,11 @@
 
 class LayoutContainer : public AnchoredLayoutItem, public NSLayoutConstraintHolder {
 public:
-    // Whether the view's frame is its own affair and its superview's resizing's, which is so until this is
-    // switched off; constraints find the frame then.
+    // Whether the view's frame is given: set by code, and resized with the superview. Switched on at first;
+    // when it is switched off, constraints find the frame.
     bool translatesAutoresizingMaskIntoConstraints() const { return m_translatesAutoresizingMask; }
     void setTranslatesAutoresizingMaskIntoConstraints(bool translates);
-    // A view that stands alone has nobody to find its frame for it.
+    // Without a container no constraint can find the frame: it is given, too.
     bool hasGivenFrame() const override { return m_translatesAutoresizingMask || !layoutContainer(); }
 
     // The constraints that this container holds, in the order in which they became active.
@@ -23,7 +23,7 @@ public:
     // else is a programming error and changes nothing.
     void addConstraint(const std::shared_ptr<NSLayoutConstraint>& constraint);
     void addConstraints(std::span<const std::shared_ptr<NSLayoutConstraint>> constraints);
-    // One that is held elsewhere, or nowhere, stays as it is.
+    // Does nothing to a constraint that this container does not hold.
     void removeConstraint(NSLayoutConstraint& constraint);
     void removeConstraints(std::span<const std::shared_ptr<NSLayoutConstraint>> constraints);
 
@@ -33,7 +33,7 @@ public:
     UILayoutPriority contentCompressionResistancePriority(UILayoutConstraintAxis axis) const override;
     void setContentCompressionResistancePriority(UILayoutPriority priority, UILayoutConstraintAxis axis);
 
-    // A guide is an item that nobody sees. The container holds its guides.
+    // A guide is an item without a view. The container holds its guides.
     void addLayoutGuide(const std::shared_ptr<UILayoutGuide>& guide);
     void removeLayoutGuide(UILayoutGuide& guide);
     const std::vector<std::shared_ptr<UILayoutGuide>>& layoutGuides() const { return m_guides; }

@@ -89,7 +89,7 @@ void LayoutExpression::addSize(LayoutItem& item, UILayoutConstraintAxis axis, do
     const auto size = axis == horizontal ? LayoutQuantity::Width : LayoutQuantity::Height;
     if (!item.layoutInsets())
         return add(item, size, factor);
-    // What the distances of both edges leave of the container.
+    // The container's size less the distances of both edges.
     const auto near = axis == horizontal ? LayoutQuantity::Left : LayoutQuantity::Top;
     add(item, near, -factor);
     add(item, size, -factor);

@@ -44,7 +44,7 @@ public:
     // For an item whose edges follow its container's, at these distances; such a frame is given too.
     virtual const UIEdgeInsets* layoutInsets() const { return nullptr; }
 
-    // The item that margin attributes of this one speak of.
+    // The item whose edges the margin attributes of this one are.
     virtual LayoutItem& layoutMarginsItem() { return *this; }
     // This item as one that holds constraints; null for one that cannot.
     virtual NSLayoutConstraintHolder* constraintHolder() { return nullptr; }

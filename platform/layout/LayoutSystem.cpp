@@ -32,7 +32,7 @@ bool isBaseline(NSLayoutAttribute attribute)
     return attribute == NSLayoutAttribute::FirstBaseline || attribute == NSLayoutAttribute::LastBaseline;
 }
 
-// What rounding leaves of nothing is nothing.
+// A number that differs from 0 by rounding alone is 0.
 double withoutResidue(double number) { return std::abs(number) < 1e-9 ? 0 : number; }
 
 std::size_t indexOf(ConstraintSolver::Variable variable) { return static_cast<std::size_t>(variable); }
@@ -231,14 +231,14 @@ void LayoutSystem::updateContents()
 void LayoutSystem::updateContent(LayoutNode& node, UILayoutConstraintAxis axis, double size)
 {
     ContentConstraints& constraints = node.contentConstraints(axis);
-    const ContentConstraints::Wish wish { size, node.item().contentHuggingPriority(axis),
+    const ContentConstraints::ContentSize content { size, node.item().contentHuggingPriority(axis),
         node.item().contentCompressionResistancePriority(axis) };
     if (!(size >= 0 && size <= ConstraintSolver::largest))
-        return constraints.removeWish(m_solver);
-    if (constraints.isStated(wish))
+        return constraints.removeContentSize(m_solver);
+    if (constraints.isStated(content))
         return;
     const auto quantity = axis == horizontal ? LayoutQuantity::Width : LayoutQuantity::Height;
-    m_isFeasible = constraints.state(m_solver, variable(node.item(), quantity), wish);
+    m_isFeasible = constraints.state(m_solver, variable(node.item(), quantity), content);
     resolveConflicts();
 }
 
@@ -307,7 +307,7 @@ void LayoutSystem::resolveConflicts()
     while (!m_isFeasible) {
         const std::vector<Constraint> conflict = m_solver.conflict();
         if (!leaveOutOne(conflict))
-            return; // only given frames are left, and those contradict nobody
+            return; // only given frames are left, and those do not contradict each other
         m_isFeasible = m_solver.solve();
     }
 }

@@ -99,7 +99,7 @@ private:
     NSString nameOf(Constraint) const;
 
     void tellContainers();
-    static void tellContainer(LayoutItem* container); // null is nobody
+    static void tellContainer(LayoutItem* container); // null where there is none
 
     ConstraintSolver m_solver;
     std::vector<std::unique_ptr<Member>> m_members;

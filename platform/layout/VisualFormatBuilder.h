@@ -1,4 +1,4 @@
-// Makes the constraints that a visual format speaks of.
+// Makes the constraints that a visual format states.
 //
 // A metric wins over a view of the same name: gaps and priorities know metrics alone, and so a name means
 // one thing throughout a format. "|" is the container of the view next to it.

@@ -139,7 +139,7 @@ bool VisualFormatParser::readRelation(NSLayoutRelation& relation)
         relation = NSLayoutRelation::GreaterThanOrEqual;
         break;
     default:
-        return true; // equal, unsaid
+        return true; // no relation is written: equal
     }
     if (next() != u'=')
         return fail("expected \"==\", \"<=\" or \">=\"");

@@ -1,4 +1,4 @@
-// What the solver does not take, said out of the way of what it does.
+// The part of ConstraintSolver that reports arguments which it refuses.
 
 #include "platform/foundation/NSAssertionHandler.h"
 #include "platform/layout/solver/ConstraintSolver.h"

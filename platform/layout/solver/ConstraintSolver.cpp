@@ -89,7 +89,7 @@ ConstraintSolver::Constraint ConstraintSolver::addConstraint(
     const int sign = relation == Relation::LessThanOrEqual ? -1 : 1;
     if (!collectTerms(terms, sign) || !isAcceptable)
         return Constraint::None;
-    // A contradiction that has been resolved since is not held against the new one.
+    // A contradiction that was found before may have been resolved since.
     if (m_isConflicting)
         isFeasible();
     m_form.widenTolerance(constant);
@@ -257,8 +257,8 @@ void ConstraintSolver::publish()
         m_isChanged[static_cast<std::size_t>(m_changed[place])] = false;
 }
 
-// Takes over the values that differ, and lists from there on those variables that are news.
-template <typename IsNews> void ConstraintSolver::publishTo(Variable* end, IsNews isNews)
+// Takes over the values that differ, and appends those variables that are not listed yet.
+template <typename IsNew> void ConstraintSolver::publishTo(Variable* end, IsNew isNew)
 {
     const double tolerance = m_form.tolerance();
     double* const values = m_values.data();
@@ -266,7 +266,7 @@ template <typename IsNews> void ConstraintSolver::publishTo(Variable* end, IsNew
         if (std::abs(value - values[index]) < tolerance)
             return;
         values[index] = value;
-        if (isNews(index))
+        if (isNew(index))
             *end++ = Variable { index };
     });
     m_changedCount = std::size_t(end - m_changed.data());

@@ -92,7 +92,7 @@ private:
     void freeRows();
     void noteConflict(Index variable, Index except);
     void publish();
-    template <typename IsNews> void publishTo(Variable* end, IsNews isNews);
+    template <typename IsNew> void publishTo(Variable* end, IsNew isNew);
     double valueOfUnknown() const;
     NSString textOfConstraint(Index) const;
     NSString textOfRow(Index) const;

@@ -101,7 +101,7 @@ bool PrimalSimplex::step(SolvedForm& form)
         return false;
     collectCorners(form);
     for (const Corner& corner : m_corners) {
-        // Past the last corner nothing can be won, whatever rounding says.
+        // Past the last corner the costs do not fall; rounding may make it seem so.
         if (stopsAt(form, corner) || &corner == &m_corners.back()) {
             m_stepsInPlace = corner.distance > 0 ? 0 : m_stepsInPlace + 1;
             form.exchange(form.variable(corner.variable).place, m_column, m_direction);

@@ -61,7 +61,7 @@ void Tableau::setRowCapacity(Index capacity)
 
 void Tableau::reserve(Index columns, Index rows)
 {
-    // Exact at first; who comes again is likely to come once more.
+    // Exactly so much the first time, later more: a caller that asks twice is likely to ask again.
     if (columns > m_stride)
         setStride(m_stride == 0 ? (columns + 7) / 8 * 8 : std::max(columns, enlarged(m_stride)));
     if (rows > m_rowCapacity)
