@@ -19,8 +19,10 @@
     F(pa_stream_drain)                                                                                       \
     F(pa_stream_get_state)                                                                                   \
     F(pa_stream_get_time)                                                                                    \
+    F(pa_stream_is_suspended)                                                                                \
     F(pa_stream_new)                                                                                         \
     F(pa_stream_set_state_callback)                                                                          \
+    F(pa_stream_set_suspended_callback)                                                                      \
     F(pa_stream_set_write_callback)                                                                          \
     F(pa_stream_unref)                                                                                       \
     F(pa_stream_writable_size)                                                                               \

@@ -48,6 +48,7 @@ PulseSink::~PulseSink()
         return;
     m_library.pa_stream_set_state_callback(m_stream, nullptr, nullptr);
     m_library.pa_stream_set_write_callback(m_stream, nullptr, nullptr);
+    m_library.pa_stream_set_suspended_callback(m_stream, nullptr, nullptr);
     m_library.pa_stream_disconnect(m_stream);
     m_library.pa_stream_unref(m_stream);
 }
@@ -74,6 +75,8 @@ void PulseSink::connectionIsReady()
         m_stream, [](pa_stream*, void* data) { sinkOf(data).streamStateDidChange(); }, this);
     m_library.pa_stream_set_write_callback(
         m_stream, [](pa_stream*, std::size_t bytes, void* data) { sinkOf(data).write(bytes); }, this);
+    m_library.pa_stream_set_suspended_callback(
+        m_stream, [](pa_stream*, void* data) { sinkOf(data).suspensionDidChange(); }, this);
     constexpr auto serverChooses = static_cast<std::uint32_t>(-1);
     const auto queued = static_cast<std::uint32_t>(queuedSeconds * m_format.sampleRate) * sizeof(Sample)
         * static_cast<std::uint32_t>(m_format.channels);
@@ -99,9 +102,24 @@ void PulseSink::streamStateDidChange()
 {
     if (!PA_STREAM_IS_GOOD(m_library.pa_stream_get_state(m_stream)))
         return lose();
-    if (isStreamReady())
-        if (const auto handler = std::exchange(m_handlers.ready, nullptr))
-            handler();
+    tellIfReady();
+}
+
+// The device of a suspended stream is another program's, or asleep: it takes no samples, and time stands
+// still.
+void PulseSink::suspensionDidChange()
+{
+    if (m_library.pa_stream_is_suspended(m_stream) > 0 && measureHeard() > 0)
+        return lose();
+    tellIfReady();
+}
+
+void PulseSink::tellIfReady()
+{
+    if (!isStreamReady() || m_library.pa_stream_is_suspended(m_stream) > 0)
+        return;
+    if (const auto handler = std::exchange(m_handlers.ready, nullptr))
+        handler();
 }
 
 void PulseSink::write(std::size_t bytes)

@@ -27,6 +27,8 @@ private:
     void connectionIsLost() override { lose(); }
     bool isStreamReady() const;
     void streamStateDidChange();
+    void suspensionDidChange();
+    void tellIfReady();
     void write(std::size_t bytes); // nothing before play(); the server's request stays open until then
     void drain();
     void lose();

@@ -78,6 +78,10 @@ bool PrivateSoundServer::removeSink(const std::string& name)
     return control({ "pactl", "unload-module", added == m_modules.end() ? "0" : added->second });
 }
 
+bool PrivateSoundServer::suspendSink() { return control({ "pactl", "suspend-sink", "t", "1" }); }
+
+bool PrivateSoundServer::resumeSink() { return control({ "pactl", "suspend-sink", "t", "0" }); }
+
 bool PrivateSoundServer::endStream()
 {
     if (!control({ "pactl", "list", "short", "sink-inputs" }))

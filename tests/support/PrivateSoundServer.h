@@ -26,6 +26,9 @@ public:
 
     bool addSink(const std::string& name);
     bool removeSink(const std::string& name);
+    // The sink of the start takes no samples until it is resumed, as a device that another program has.
+    bool suspendSink();
+    bool resumeSink();
     // Ends the stream that the server's only client plays on, as a user may in a mixer.
     bool endStream();
 

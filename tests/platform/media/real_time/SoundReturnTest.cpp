@@ -141,6 +141,17 @@ TEST_F(SoundReturnTest, OnAServerThatWasFrozenForLong)
     expectItSoundsAgain(recorded + rate / 4);
 }
 
+TEST_F(SoundReturnTest, OnADeviceThatWasTakenAwayForATime)
+{
+    const double before = position();
+    ASSERT_TRUE(server.suspendSink());
+    wait(2);
+    EXPECT_NEAR(position(), before + 2, 0.3) << "silence keeps the time";
+    const std::size_t recorded = server.recorded().size();
+    ASSERT_TRUE(server.resumeSink());
+    expectItSoundsAgain(recorded + rate / 4);
+}
+
 TEST_F(SoundReturnTest, AfterOnlyItsStreamWasEnded)
 {
     const std::size_t recorded = server.recorded().size();
