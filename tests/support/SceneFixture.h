@@ -17,8 +17,8 @@ protected:
         window = make<UIWindow>(UIScreen::mainScreen()->bounds());
         window->makeKeyAndVisible();
         scheduler.setFrameHandler([this] {
-            if (window)
-                frame = window->performFrame();
+            if (const auto held = window) // a frame ends with its window
+                frame = held->performFrame();
         });
         runFrames();
     }

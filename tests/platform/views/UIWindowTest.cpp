@@ -94,7 +94,7 @@ TEST_F(UIWindowTest, MayGoFromInsideItsOwnFrame)
     };
     const auto view = addView<Dropping>({ 0, 0, 10, 10 });
     view->onLayout = [this] { window = nullptr; };
-    scheduler.runFrameIfRequested();
+    window->performFrame(); // whose answer has gone with the window
     EXPECT_EQ(window, nullptr);
     EXPECT_EQ(view->window(), nullptr);
 }
