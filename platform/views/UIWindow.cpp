@@ -39,6 +39,7 @@ std::shared_ptr<UIWindow> UIWindow::keyWindow() { return windowInFront.lock(); }
 
 void UIWindow::makeKeyAndVisible()
 {
+    const KeepAlive keepAlive(*this);
     windowInFront = weakSelf(this);
     setHidden(false);
     showRootView();
@@ -50,10 +51,11 @@ void UIWindow::setRootViewController(std::shared_ptr<UIViewOwner> controller)
 {
     if (controller == m_rootViewController)
         return;
-    m_rootViewController = std::move(controller);
-    if (m_rootView)
-        m_rootView->removeFromSuperview();
-    m_rootView = nullptr;
+    const KeepAlive keepAlive(*this);
+    // The one before hears that its view leaves, and may set another one inside that message.
+    const auto before = std::exchange(m_rootViewController, std::move(controller));
+    if (const auto viewBefore = std::exchange(m_rootView, nullptr))
+        viewBefore->removeFromSuperview();
     if (!isHidden())
         showRootView();
 }
@@ -63,7 +65,11 @@ void UIWindow::showRootView()
 {
     if (!m_rootViewController || m_rootView || m_isGoing)
         return;
-    m_rootView = m_rootViewController->view();
+    const auto controller = m_rootViewController;
+    const auto view = controller->view();
+    if (m_rootView || m_isGoing || controller != m_rootViewController)
+        return; // loading it has set another one
+    m_rootView = view;
     m_rootView->setFrame(bounds());
     insertSubview(m_rootView, 0);
 }

@@ -216,6 +216,38 @@ TEST_F(AppearanceInMessagesTest, ARootThatOnlyTheWindowHoldsHearsOfItsEnd)
     EXPECT_EQ(told, before + 2) << "will and did disappear";
 }
 
+TEST_F(AppearanceInMessagesTest, ARootThatIsReplacedHearsOfItThoughOnlyTheWindowHeldIt)
+{
+    auto root = make<CheckingController>();
+    int told = 0;
+    root->onMessage = [&] { ++told; };
+    window->setRootViewController(root);
+    runFrames();
+    root = nullptr;
+    const int before = told;
+    window->setRootViewController(make<CheckingController>());
+    EXPECT_EQ(told, before + 2) << "will and did disappear";
+}
+
+TEST_F(AppearanceInMessagesTest, ARootThatIsSetWhileTheOneBeforeLeavesIsTheRoot)
+{
+    const auto first = make<CheckingController>();
+    const auto second = make<CheckingController>();
+    const auto third = make<CheckingController>();
+    controllers = { first, second, third };
+    window->setRootViewController(first);
+    runFrames();
+    once(*first, Told::WillDisappear, [&] { window->setRootViewController(third); });
+    window->setRootViewController(second);
+    EXPECT_EQ(window->rootViewController(), third);
+    ASSERT_EQ(window->subviews().size(), 1u);
+    EXPECT_EQ(window->subviews().front(), third->view());
+    runFrames();
+    expectTruth();
+    window->setRootViewController(nullptr);
+    EXPECT_TRUE(window->subviews().empty());
+}
+
 // --- At random -------------------------------------------------------------------------------------------
 
 class RandomAppearanceTest : public AppearanceInMessagesTest {
@@ -278,9 +310,11 @@ protected:
             one->view()->insertSubview(other->view(), pick(3));
             break;
         case 4:
-        case 5:
-            window->addSubview(one->view());
+        case 5: {
+            const auto view = one->view(); // loading it may bring another window
+            window->addSubview(view);
             break;
+        }
         case 6:
             window->setRootViewController(pick(2) == 0 ? one : nullptr);
             break;
