@@ -346,7 +346,7 @@ TEST_P(RandomMotionsTest, AreTheClosedFormsAndTellTheirEndsOnce)
             start(someMotion());
     }
     double duration = lastHeldEnd();
-    EXPECT_NEAR(group->duration(), std::max(duration, group->duration()), 1e-12);
+    EXPECT_GE(group->duration(), duration - 1e-12);
     if (oneOutOf(3)) {
         duration = (1 + whole(50)) / 100.0;
         group->setDuration(duration);
@@ -420,6 +420,6 @@ TEST_P(RandomMotionsTest, AreTheClosedFormsAndTellTheirEndsOnce)
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, RandomMotionsTest, ::testing::Range(0, 2000));
+INSTANTIATE_TEST_SUITE_P(Seeds, RandomMotionsTest, ::testing::Range(0, 200));
 
 } // namespace
