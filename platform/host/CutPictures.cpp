@@ -64,23 +64,16 @@ bool CutPictures::show(
     const FrameList& list, int index, NodeEdges edges, TextureCache& textures, QSGNode& parent)
 {
     m_edges = edges;
-    m_wanted.clear();
+    m_parent = &parent;
+    m_before = nullptr;
+    m_partsShown = 0;
+    m_hasMoved = false;
     m_drawnRect = {};
     collect(list, index, {}, std::nullopt, textures);
-    bool hasMoved = m_wanted.size() != m_parts.size();
-    if (hasMoved) {
-        for (Part& part : m_parts)
-            removeNode(part);
-        m_parts.assign(m_wanted.size(), Part {});
-    }
-    QSGNode* before = nullptr;
-    for (std::size_t part = 0; part < m_parts.size(); ++part) {
-        hasMoved = showPart(m_parts[part], m_wanted[part], parent, before) || hasMoved;
-        if (QSGNode* const node = m_parts[part].node())
-            before = node;
-    }
-    m_wanted.clear();
-    return hasMoved;
+    for (std::size_t part = m_partsShown; part < m_parts.size(); ++part)
+        removeNode(m_parts[part]);
+    m_parts.resize(m_partsShown);
+    return m_hasMoved;
 }
 
 void CutPictures::collect(const FrameList& list, int index, const CGPoint& origin,
@@ -114,22 +107,33 @@ void CutPictures::collectColumns(
     }
 }
 
+// The next part, in drawing order; most are as they were.
 void CutPictures::put(
     const CGRect& rect, const CGRect& source, const QColor& color, const SharedTexture& texture)
 {
+    if (m_partsShown == m_parts.size())
+        m_parts.emplace_back();
+    Part& part = m_parts[m_partsShown++];
+    if (rect.isEmpty()) {
+        removeNode(part);
+        return;
+    }
     m_drawnRect |= rect;
-    m_wanted.push_back({ rect.isEmpty() ? CGRect() : rect, source, color, texture });
+    const bool isSame = part.node() && isSameRect(part.rect, rect) && isSameRect(part.source, source)
+        && part.texture == texture && part.color == color;
+    if (!isSame)
+        showPart(part, rect, source, color, texture);
+    m_before = part.node();
 }
 
-// Answers whether the part lies elsewhere than before.
-bool CutPictures::showPart(Part& part, const Part& wanted, QSGNode& parent, QSGNode* before)
+void CutPictures::showPart(
+    Part& part, const CGRect& rect, const CGRect& source, const QColor& color, const SharedTexture& texture)
 {
-    if (wanted.rect.isEmpty() || bool(wanted.texture) != bool(part.texture))
+    if (bool(part.texture) != bool(texture))
         removeNode(part);
-    if (wanted.rect.isEmpty())
-        return false;
     const bool isNew = !part.node();
-    if (isNew && wanted.texture) {
+    m_hasMoved = m_hasMoved || isNew || !isSameRect(part.rect, rect);
+    if (isNew && texture) {
         part.image = m_window.createImageNode();
         part.image->setOwnsTexture(false);
         part.image->setFiltering(QSGTexture::Linear);
@@ -137,31 +141,29 @@ bool CutPictures::showPart(Part& part, const Part& wanted, QSGNode& parent, QSGN
         part.rectangle = m_window.createRectangleNode();
     }
     if (part.image) {
-        if (isNew || part.texture != wanted.texture)
-            part.image->setTexture(wanted.texture.get());
-        if (isNew || part.source != wanted.source)
-            part.image->setSourceRect(wanted.source);
-        if (isNew || part.rect != wanted.rect)
-            part.image->setRect(wanted.rect);
+        if (part.texture != texture)
+            part.image->setTexture(texture.get());
+        if (isNew || part.source != source)
+            part.image->setSourceRect(source);
+        if (isNew || part.rect != rect)
+            part.image->setRect(rect);
     } else {
-        if (isNew || part.color != wanted.color)
-            part.rectangle->setColor(wanted.color);
-        if (isNew || part.rect != wanted.rect)
-            part.rectangle->setRect(wanted.rect);
+        if (isNew || part.color != color)
+            part.rectangle->setColor(color);
+        if (isNew || part.rect != rect)
+            part.rectangle->setRect(rect);
     }
-    const bool hasMoved = isNew || part.rect != wanted.rect;
-    part.rect = wanted.rect;
-    part.source = wanted.source;
-    part.color = wanted.color;
-    part.texture = wanted.texture;
+    part.rect = rect;
+    part.source = source;
+    part.color = color;
+    part.texture = texture;
     if (!isNew)
-        return hasMoved;
+        return;
     part.node()->setFlag(QSGNode::OwnedByParent);
-    if (before)
-        parent.insertChildNodeAfter(part.node(), before);
+    if (m_before)
+        m_parent->insertChildNodeAfter(part.node(), m_before);
     else
-        parent.prependChildNode(part.node());
-    return hasMoved;
+        m_parent->prependChildNode(part.node());
 }
 
 void CutPictures::removeNode(Part& part)

@@ -40,7 +40,7 @@ public:
     template <typename Visit> void forEachDrawing(Visit visit) const
     {
         for (const Part& part : m_parts)
-            if (!part.rect.isEmpty())
+            if (part.node())
                 visit(part.rect, part.texture ? !part.texture->hasAlphaChannel() : part.color.alpha() == 255);
     }
 
@@ -61,12 +61,17 @@ private:
         TextureCache& textures);
     void collectColumns(const CGRect& rect, const std::optional<CGRect>& clip, const SharedTexture& texture);
     void put(const CGRect& rect, const CGRect& source, const QColor& color, const SharedTexture& texture);
-    bool showPart(Part& part, const Part& wanted, QSGNode& parent, QSGNode* before);
+    void showPart(Part& part, const CGRect& rect, const CGRect& source, const QColor& color,
+        const SharedTexture& texture);
     static void removeNode(Part& part);
 
     QQuickWindow& m_window;
-    NodeEdges m_edges = NodeEdges::Anywhere; // while showing
     std::vector<Part> m_parts; // in drawing order
-    std::vector<Part> m_wanted; // while showing
     CGRect m_drawnRect;
+    // While showing:
+    NodeEdges m_edges = NodeEdges::Anywhere;
+    QSGNode* m_parent = nullptr;
+    QSGNode* m_before = nullptr; // the node of the part before
+    std::size_t m_partsShown = 0;
+    bool m_hasMoved = false;
 };
