@@ -15,10 +15,5 @@ HostExecutor::~HostExecutor()
     m_global.stop(); // while the executor is in force: the last jobs may still submit to the main queue
 }
 
-bool HostExecutor::event(QEvent* event)
-{
-    if (event->type() != QEvent::User)
-        return QObject::event(event);
-    m_main.drain();
-    return true;
-}
+// The only events that are sent to it are its own.
+void HostExecutor::customEvent(QEvent*) { m_main.drain(); }

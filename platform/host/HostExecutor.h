@@ -13,7 +13,7 @@ public:
     ~HostExecutor() override;
 
 private:
-    bool event(QEvent*) override;
+    void customEvent(QEvent*) override;
 
     MainQueue m_main;
     ThreadPool m_global;
